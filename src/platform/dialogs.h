@@ -1,0 +1,31 @@
+// Port: what the user sees and answers.
+#pragma once
+
+#include <string>
+
+namespace platform {
+
+enum class Buttons { ok, okCancel, yesNo };
+enum class Icon { none, critical, information };
+enum class Answer { ok, cancel, yes, no };
+
+class Dialogs {
+public:
+    virtual ~Dialogs() = default;
+
+    // Shows a message box and waits for its answer. Lines of the text end with CR, LF or both. Where nobody can see a
+    // box the text goes to standard error and the answer is the default one: the first button. Never throws.
+    virtual Answer messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) = 0;
+
+    // Lets pending events of windows be processed; costs next to nothing where no window was ever shown.
+    virtual void processEvents() = 0;
+
+    // Opens a text file for reading in the system's text editor, without waiting for it; where that is not possible,
+    // says on standard error where the file is. Never throws.
+    virtual void showTextFile(const std::string& path) = 0;
+
+    // One line for whoever started the program from a shell; dropped where there is no such place. Never throws.
+    virtual void diagnostic(const std::string& line) = 0;
+};
+
+}  // namespace platform

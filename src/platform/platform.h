@@ -1,0 +1,18 @@
+// The ports in one bundle, made by main and handed down.
+#pragma once
+
+#include "platform/dialogs.h"
+#include "platform/settings_store.h"
+#include "platform/spooler.h"
+#include "platform/system.h"
+
+namespace platform {
+
+struct Platform {
+    System& system;
+    SettingsStore& settings;
+    Spooler& spooler;
+    Dialogs& dialogs;
+};
+
+}  // namespace platform

@@ -1,0 +1,123 @@
+// Port: the printers of the system and their queues.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/print_document.h"
+#include "runtime/error.h"
+
+namespace platform {
+
+// A failed call of the spooler: a run-time error (errPrinter) that also carries the system's own error code.
+class SpoolerError : public runtime::Error {
+public:
+    SpoolerError(std::uint32_t code, std::string detail)
+        : Error(runtime::errPrinter, std::move(detail)), code_(code) {}
+    std::uint32_t code() const noexcept { return code_; }
+
+private:
+    std::uint32_t code_;
+};
+
+// Status flags of a printer (published values of the spooler's information record); any number of them together.
+namespace printer_status {
+inline constexpr std::uint32_t ready = 0;
+inline constexpr std::uint32_t paused = 0x1;
+inline constexpr std::uint32_t error = 0x2;
+inline constexpr std::uint32_t paperJam = 0x8;
+inline constexpr std::uint32_t paperOut = 0x10;
+inline constexpr std::uint32_t manualFeed = 0x20;
+inline constexpr std::uint32_t paperProblem = 0x40;
+inline constexpr std::uint32_t offline = 0x80;
+inline constexpr std::uint32_t busy = 0x200;
+inline constexpr std::uint32_t printing = 0x400;
+inline constexpr std::uint32_t outputBinFull = 0x800;
+inline constexpr std::uint32_t notAvailable = 0x1000;
+inline constexpr std::uint32_t processing = 0x4000;
+inline constexpr std::uint32_t warmingUp = 0x10000;
+inline constexpr std::uint32_t tonerLow = 0x20000;
+inline constexpr std::uint32_t noToner = 0x40000;
+inline constexpr std::uint32_t userIntervention = 0x100000;
+inline constexpr std::uint32_t doorOpen = 0x400000;
+inline constexpr std::uint32_t powerSave = 0x1000000;
+}  // namespace printer_status
+
+// Attribute flags of a printer (published values of the spooler's information record).
+namespace printer_attribute {
+inline constexpr std::uint32_t isDefault = 0x4;
+inline constexpr std::uint32_t shared = 0x8;
+inline constexpr std::uint32_t network = 0x10;
+inline constexpr std::uint32_t local = 0x40;
+inline constexpr std::uint32_t workOffline = 0x400;
+}  // namespace printer_attribute
+
+// One printer as the spooler describes it (information record of level 2).
+struct PrinterRecord {
+    std::string name;  // device name
+    std::string serverName;
+    std::string shareName;
+    std::string portName;
+    std::string driverName;
+    std::string comment;
+    std::string location;
+    std::string separatorFile;
+    std::uint32_t attributes = 0;  // printer_attribute
+    std::uint32_t priority = 0;
+    std::uint32_t defaultPriority = 0;
+    std::uint32_t status = 0;  // printer_status
+    std::uint32_t jobs = 0;
+    std::uint32_t averagePpm = 0;
+};
+
+struct PaperBin {
+    int number = 0;  // what PageOption::paperBin takes, from 1
+    std::string name;
+};
+
+// Names are device names, UTF-8. Every call that names a printer throws SpoolerError when there is none of that name
+// or the spooler does not answer.
+class Spooler {
+public:
+    virtual ~Spooler() = default;
+
+    // Whether there is any printer; as cheap as the system allows, since the host waits for the answer.
+    virtual bool hasPrinters() = 0;
+
+    // Device names in the system's order. A spooler that does not answer has no printers; that is no error.
+    virtual std::vector<std::string> printerNames() = 0;
+
+    // The user's default printer; empty where there is none.
+    virtual std::string defaultPrinter() = 0;
+    virtual void setDefaultPrinter(const std::string& name) = 0;
+
+    virtual PrinterRecord printer(const std::string& name) = 0;
+
+    // Jobs in the printer's queue now, whoever sent them.
+    virtual int jobCount(const std::string& name) = 0;
+
+    // The printer's paper bins in the driver's order; none where it has only one source.
+    virtual std::vector<PaperBin> paperBins(const std::string& name) = 0;
+
+    virtual bool canAdminister(const std::string& name) = 0;
+
+    // Removes every job from the printer's queue.
+    virtual void purge(const std::string& name) = 0;
+
+    // Shows the system's dialog for the printer's properties; returns when it has been closed.
+    virtual void showProperties(const std::string& name) = 0;
+
+    // Whether the system's print service is running.
+    virtual bool serviceRunning() = 0;
+
+    // The system's text for an error code of the spooler, without a line end; empty where it has none.
+    virtual std::string errorText(std::uint32_t code) = 0;
+
+    // Opens a document on a printer. The title is the job's title in the queue and, without its folder and its ending,
+    // the name of a file that a printer writes. Nothing reaches the printer before the first page has ended.
+    virtual std::unique_ptr<PrintDocument> openDocument(const std::string& name, const std::string& title) = 0;
+};
+
+}  // namespace platform

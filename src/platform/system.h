@@ -1,0 +1,56 @@
+// Port: the machine around the program: command line, files, clock, locale, code pages.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "runtime/datetime.h"
+#include "runtime/locale.h"
+
+namespace platform {
+
+// Paths are UTF-8 and may be written as the host writes them, with "\" between the parts; a name that is opened is
+// found whatever the case of its letters on disk, the exact one first. A relative path is relative to the current
+// directory at the time of the call. Failures are runtime::Error with the path in the detail.
+class System {
+public:
+    virtual ~System() = default;
+
+    // The command line behind the program's name, as the program was started with it.
+    virtual std::string commandTail() = 0;
+
+    // The folder of the program file, without a separator at its end (but for a root), and the file's name.
+    virtual std::string programDirectory() = 0;
+    virtual std::string programFileName() = 0;
+
+    virtual std::string currentDirectory() = 0;
+
+    // The whole content of a file, byte for byte. errFileNotFound, errPermissionDenied, errPathFileAccess (a folder),
+    // errDeviceIo, errOutOfMemory.
+    virtual std::string readFile(const std::string& path) = 0;
+
+    // Creates or replaces the file of exactly that name in one step: it appears with its whole content or not at all.
+    virtual void writeFile(const std::string& path, std::string_view content) = 0;
+
+    // Opens or creates the file of exactly that name, appends and closes it.
+    virtual void appendFile(const std::string& path, std::string_view content) = 0;
+
+    virtual bool fileExists(const std::string& path) = 0;
+
+    virtual runtime::DateTime localTime() = 0;
+    virtual const runtime::Locale& locale() = 0;
+
+    // Text in the system's own single- or multi-byte code page; characters outside it are replaced.
+    virtual std::string toSystemCodePage(std::string_view text) = 0;
+
+    // Bytes of the host's DOS code page as text, control codes as the glyphs that DOS showed for them.
+    virtual std::string fromDosCodePage(std::string_view bytes) = 0;
+
+    // Pixels per inch of the screen; 96 where there is none. Asked for only when needed: it may connect to a display.
+    virtual int screenDpiX() = 0;
+    virtual int screenDpiY() = 0;
+
+    virtual void sleep(int milliseconds) = 0;
+};
+
+}  // namespace platform
