@@ -1,0 +1,135 @@
+#include "printer/Printer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "runtime/error.h"
+#include "runtime/numbers.h"
+
+namespace printer {
+
+namespace {
+
+// Farther away than any sheet reaches; positions beyond it are off the page all the same.
+constexpr double farAway = 1e8;
+
+int toPixels(double twips, int pixelsPerInch) {
+    return static_cast<int>(std::lround(std::clamp(twips * pixelsPerInch / twipsPerInch, -farAway, farAway)));
+}
+
+int emHeight(runtime::Currency points, int pixelsPerInch) {
+    const auto pixels = std::llround(points.toDouble() * pixelsPerInch / pointsPerInch);
+    return static_cast<int>(std::clamp<long long>(pixels, 1, static_cast<long long>(farAway)));
+}
+
+float twipsPerPixel(int pixelsPerInch) { return runtime::toSingle(runtime::divide(twipsPerInch, pixelsPerInch)); }
+
+float toTwips(int pixels, int pixelsPerInch) {
+    return runtime::toSingle(runtime::divide(static_cast<double>(pixels) * twipsPerInch, pixelsPerInch));
+}
+
+}  // namespace
+
+Printer::Printer(platform::Spooler& spooler, std::string deviceName, std::string title)
+    : spooler_(spooler), deviceName_(std::move(deviceName)), title_(std::move(title)) {}
+
+platform::PrintDocument& Printer::document() {
+    if (!document_) {
+        document_ = spooler_.openDocument(deviceName_, title_);
+    }
+    return *document_;
+}
+
+const platform::Surface& Printer::Device() { return surface(); }
+
+float Printer::TwipsPerPixelX() { return twipsPerPixel(surface().capabilities().logPixelsX); }
+
+float Printer::TwipsPerPixelY() { return twipsPerPixel(surface().capabilities().logPixelsY); }
+
+float Printer::ScaleWidth() {
+    const auto caps = surface().capabilities();
+    return toTwips(caps.horzRes, caps.logPixelsX);
+}
+
+float Printer::ScaleHeight() {
+    const auto caps = surface().capabilities();
+    return toTwips(caps.vertRes, caps.logPixelsY);
+}
+
+platform::FontFace Printer::Font(const FontStyle& font) {
+    font_ = font;
+    selected_ = font_;
+    selectedDpi_ = surface().capabilities().logPixelsY;
+    return surface().setFont(
+        {font_.name, font_.charset, emHeight(font_.size, selectedDpi_), font_.bold, font_.italic, font_.underline});
+}
+
+void Printer::selectFont() {
+    if (selectedDpi_ != surface().capabilities().logPixelsY || selected_ != font_) {
+        Font(FontStyle(font_));
+    }
+}
+
+int Printer::Option(platform::PageOption option) { return document().option(option); }
+
+void Printer::Option(platform::PageOption option, int value) { document().setOption(option, value); }
+
+// A document that fails to take a page is lost as a whole: dropping it leaves nothing half-written behind.
+template <typename Step>
+void Printer::attempt(Step step) {
+    try {
+        step();
+    } catch (...) {
+        document_.reset();
+        pageOpen_ = false;
+        pagesEnded_ = 0;
+        throw;
+    }
+}
+
+void Printer::beginPage() {
+    if (!pageOpen_) {
+        platform::PrintDocument& opened = document();
+        attempt([&] { opened.beginPage(); });
+        pageOpen_ = true;
+    }
+}
+
+void Printer::endPage() {
+    attempt([this] { document_->endPage(); });
+    pageOpen_ = false;
+    ++pagesEnded_;
+}
+
+void Printer::Print(std::string_view text, platform::TextRole role) {
+    beginPage();
+    selectFont();
+    const auto caps = surface().capabilities();
+    surface().drawText(toPixels(x_, caps.logPixelsX), toPixels(y_, caps.logPixelsY), text, color_, role);
+    x_ += surface().textWidth(text) * static_cast<double>(twipsPerInch) / caps.logPixelsX;
+}
+
+void Printer::NewPage() {
+    beginPage();
+    endPage();
+    x_ = 0;
+    y_ = 0;
+}
+
+void Printer::EndDoc() {
+    if (pageOpen_) {
+        endPage();
+    }
+    Release();
+}
+
+void Printer::Release() {
+    const std::unique_ptr<platform::PrintDocument> released = std::move(document_);
+    pageOpen_ = false;
+    if (released && std::exchange(pagesEnded_, 0) > 0) {
+        released->end();
+    }
+}
+
+}  // namespace printer

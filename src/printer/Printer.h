@@ -1,0 +1,100 @@
+// The printer object that reports are printed with: a current position in twips, a font, a colour, pages.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "platform/spooler.h"
+#include "runtime/currency.h"
+
+namespace printer {
+
+inline constexpr int twipsPerInch = 1440;
+inline constexpr int pointsPerInch = 72;
+inline constexpr int paperA4 = 9;
+
+struct FontStyle {
+    std::string name = "Courier New";
+    int charset = platform::charsetOem;
+    runtime::Currency size = runtime::Currency::fromUnits(120000);  // points
+    bool bold = false;
+    bool italic = false;
+    bool underline = false;
+
+    bool operator==(const FontStyle&) const = default;
+};
+
+// Positions are twips (1/1440 inch) from the top left corner of the printable area, y downwards. The document is opened
+// with the first question that needs the device; a page begins with the first thing drawn on it, so a page that
+// nothing was drawn on is printed only where NewPage() turns it. Failures are runtime::Error.
+class Printer {
+public:
+    // The title is the job's title.
+    Printer(platform::Spooler& spooler, std::string deviceName, std::string title);
+
+    const std::string& DeviceName() const { return deviceName_; }
+    const platform::Surface& Device();
+
+    float TwipsPerPixelX();
+    float TwipsPerPixelY();
+    // Size of the printable area in twips.
+    float ScaleWidth();
+    float ScaleHeight();
+
+    double CurrentX() const { return x_; }
+    double CurrentY() const { return y_; }
+    void CurrentX(double twips) { x_ = twips; }
+    void CurrentY(double twips) { y_ = twips; }
+
+    const FontStyle& Font() const { return font_; }
+    void FontSize(runtime::Currency points) { font_.size = points; }
+    void FontBold(bool on) { font_.bold = on; }
+    void FontItalic(bool on) { font_.italic = on; }
+    void FontUnderline(bool on) { font_.underline = on; }
+    // Takes the font for the following text; returns what the device has for it.
+    platform::FontFace Font(const FontStyle& font);
+
+    void ForeColor(platform::Color color) { color_ = color; }
+
+    // The driver's numbers; see platform::PageOption. Setting takes effect with the next page begun.
+    int Option(platform::PageOption option);
+    void Option(platform::PageOption option, int value);
+
+    // Draws the text at the current position, its cells' top left corner there, and moves x by its width.
+    void Print(std::string_view text, platform::TextRole role = platform::TextRole::content);
+
+    // Ends the page, an empty one too.
+    void NewPage();
+
+    // Ends the page where something was drawn on it, and hands the document to the printer.
+    void EndDoc();
+
+    // After a failure: hands over the pages that are finished, drops the one begun. Without a finished page nothing is
+    // left behind.
+    void Release();
+
+private:
+    platform::PrintDocument& document();
+    platform::Surface& surface() { return document().surface(); }
+    template <typename Step>
+    void attempt(Step step);
+    void beginPage();
+    void endPage();
+    void selectFont();
+
+    platform::Spooler& spooler_;
+    std::string deviceName_;
+    std::string title_;
+    std::unique_ptr<platform::PrintDocument> document_;
+    bool pageOpen_ = false;
+    int pagesEnded_ = 0;
+    double x_ = 0;
+    double y_ = 0;
+    FontStyle font_;
+    FontStyle selected_;
+    int selectedDpi_ = 0;
+    platform::Color color_;
+};
+
+}  // namespace printer

@@ -1,0 +1,197 @@
+#include "startup/MMain.h"
+
+#include <exception>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "report/DoReport.h"
+#include "runtime/error.h"
+#include "runtime/numbers.h"
+#include "runtime/text.h"
+#include "session/Session.h"
+#include "settings/MRegistry.h"
+#include "startup/clsArguments.h"
+
+namespace MMain {
+
+namespace {
+
+using platform::Buttons;
+using platform::Icon;
+
+struct Switches {
+    bool blnWait = false;
+    bool blnTwoPass = false;
+};
+
+// Takes the global switches out of the arguments. They count in upper case only; a removal takes every case variant.
+Switches takeSwitches(clsArguments& arguments, session::DebugLog& log) {
+    Switches switches;
+    const std::vector<std::string> given(arguments.begin(), arguments.end());
+    for (const std::string& argument : given) {
+        if (argument == "/DEBUG") {
+            log.debugging(true);
+        } else if (argument == "/DEBUG2") {
+            log.debugging(true);
+            log.level(session::DebugLog::details);
+        } else if (argument == "/WAIT") {
+            switches.blnWait = true;
+        } else if (argument == "/TWOPASS") {
+            switches.blnTwoPass = true;
+        } else {
+            continue;
+        }
+        arguments.Remove(argument);
+    }
+    return switches;
+}
+
+class StartUp {
+public:
+    explicit StartUp(platform::Platform& platform) : session_(platform), log_(session_.log) {}
+
+    void run();
+
+private:
+    void writeHeader();
+    void recordProgram();
+    void logEnvironment(const Switches& switches);
+    void dispatch(const clsArguments& arguments, const Switches& switches);
+    void showUsage();
+    void selectPrinter();
+    void notYet(const std::string& what);
+    void show(const std::string& text);
+
+    platform::System& system() { return session_.platform.system; }
+
+    session::Session session_;
+    session::DebugLog& log_;
+    std::string exePath_;
+};
+
+void StartUp::run() {
+    clsArguments arguments(system().commandTail());
+    const Switches switches = takeSwitches(arguments, log_);
+    writeHeader();
+    recordProgram();
+    logEnvironment(switches);
+    dispatch(arguments, switches);
+    log_.line("> Programm regulär beendet!");
+    log_.write("");
+}
+
+void StartUp::writeHeader() {
+    log_.write("");
+    log_.write("======= NEUER START ========");
+    log_.line("> ", runtime::hexText(56456523), runtime::hexText(34123453), runtime::hexText(23232545));
+    log_.line("> App.StartMode: ", "0", "  // 0=EXE, 1=ActiveX-EXE");
+}
+
+void StartUp::recordProgram() {
+    exePath_ = runtime::AddBackslash(system().programDirectory()) + session_.program.name;
+    const auto record = [this](std::string_view name, std::string_view value) {
+        MRegistry::SetRegistryValue(session_.platform.settings, MRegistry::productKey, name, value,
+                                    MRegistry::noDefault);
+    };
+    record("RunPath", system().currentDirectory());
+    record("EXEPath", exePath_);
+    record("EXEVersion", session_.program.version);
+}
+
+void StartUp::logEnvironment(const Switches& switches) {
+    if (!log_.writes()) {
+        return;
+    }
+    log_.line("> Debuglevel: ", std::to_string(log_.level()));
+    if (log_.level() == 1) {
+        log_.line("> für weitere Details /DEBUG2 verwenden ");
+    }
+    log_.line("> Registrydaten gesetzt");
+    log_.line("> RunPath: ", system().currentDirectory());
+    log_.line("> EXEPath: ", exePath_);
+    log_.line("> EXEVersion: ", session_.program.version);
+    log_.line("> LOGPixelsX: ", std::to_string(system().screenDpiX()));
+    log_.line("> LOGPixelsY: ", std::to_string(system().screenDpiY()));
+    log_.line("> TwoPass: ", switches.blnTwoPass ? "Ja" : "Nein");
+}
+
+void StartUp::dispatch(const clsArguments& arguments, const Switches& switches) {
+    if (arguments.Count() == 0) {
+        log_.line("> keine Argumente");
+        showUsage();
+        return;
+    }
+    const std::string mode = runtime::upperCase(arguments.Item(1));
+    if (mode == "/DRUCKERAUSWAHL") {
+        selectPrinter();
+    } else if (mode == "/VORSCHAU") {
+        log_.line("> Vorschaubeginn");
+        notYet("Die Vorschau");
+        log_.line("> Vorschauende");
+    } else if (mode == "/INVERT") {
+        log_.line("> Invertierungbeginn");
+        notYet("Das Invertieren einer Grafikdatei");
+        log_.line("> Invertierungende");
+    } else if (mode == "/PRINTGRAPHIC") {
+        log_.line("> Grafikdruckbeginn");
+        notYet("Der Druck einer einzelnen Grafik");
+        log_.line("> Grafikdruckende");
+    } else {
+        log_.line("> Reportbeginn");
+        MPrint::DoReport(session_, arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait,
+                         switches.blnTwoPass);
+        log_.line("> Reportende");
+    }
+}
+
+void StartUp::showUsage() {
+    show(session_.program.title + " V. " + session_.program.version + " - " + session_.program.description +
+         "\r\n\r\n"
+         "Parameter: KRVWinPr [/DRUCKERAUSWAHL| [/INVERT] [/PRINTGRAPHIC <Druckertreiber>] <Datei> "
+         "[<Grafikdatei>|KEINEGRAFIK] [<Druckertreiber>]] [/WAIT] [/TWOPASS]");
+}
+
+void StartUp::selectPrinter() {
+    log_.line("> Druckertreiberauswahlbeginn");
+    if (!session_.platform.spooler.hasPrinters()) {
+        log_.line("> keine Windowsdruckertreiber eingerichtet");
+        show("Es sind keine Druckertreiber unter Windows eingerichtet!");
+    } else {
+        log_.line("> Windowsdruckertreiber Auswahlformbeginn");
+        notYet("Die Druckerauswahl");
+        log_.line("> Windowsdruckertreiber Auswahlformende");
+    }
+    log_.line("> Druckertreiberauswahlende");
+}
+
+void StartUp::notYet(const std::string& what) {
+    show(what + " ist in Version " + session_.program.version + " von " + session_.program.title +
+         " noch nicht enthalten.");
+}
+
+void StartUp::show(const std::string& text) {
+    session_.platform.dialogs.messageBox(text, Buttons::ok, Icon::none, session_.program.title);
+}
+
+void showLastMessage(platform::Platform& platform, const runtime::Error& error) {
+    platform.dialogs.messageBox(
+        "Laufzeitfehler '" + std::to_string(error.number()) + "':\r\n\r\n" + error.message(), Buttons::ok,
+        Icon::critical, session::Program{}.title);
+}
+
+}  // namespace
+
+void Main(platform::Platform& platform) noexcept {
+    try {
+        StartUp(platform).run();
+    } catch (const runtime::Error& error) {
+        showLastMessage(platform, error);
+    } catch (const std::bad_alloc&) {
+        showLastMessage(platform, runtime::Error(runtime::errOutOfMemory));
+    } catch (const std::exception& error) {
+        showLastMessage(platform, runtime::Error(runtime::errInternal, error.what()));
+    }
+}
+
+}  // namespace MMain
