@@ -1,0 +1,8 @@
+krv_unit_test(core-tests LIBS krv-core SOURCES
+    unit/core/page_interpreter_test.cpp
+    unit/core/printer_test.cpp
+    unit/core/report_test.cpp
+    unit/core/runtime_test.cpp
+    unit/core/settings_test.cpp
+    unit/core/startup_test.cpp
+)

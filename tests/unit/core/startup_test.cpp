@@ -1,0 +1,114 @@
+#include <gtest/gtest.h>
+
+#include "startup/MMain.h"
+#include "startup/clsArguments.h"
+#include "unit/support/fake_platform.h"
+
+namespace {
+
+using testing_support::FakePlatform;
+using Arguments = std::vector<std::string>;
+
+Arguments split(std::string_view tail) {
+    const clsArguments arguments(tail);
+    return {arguments.begin(), arguments.end()};
+}
+
+TEST(Arguments, AreSplitAtSingleSpaces) {
+    EXPECT_EQ(split("  a b  "), (Arguments{"a", "b"}));
+    EXPECT_EQ(split("a  KEINEGRAFIK"), (Arguments{"a", "", "KEINEGRAFIK"}));
+    EXPECT_EQ(split(R"(a "Laser 1" b)"), (Arguments{"a", "Laser 1", "b"}));
+    EXPECT_EQ(split(R"(ab"cd ef"gh)"), (Arguments{"cd efgh"}));
+    EXPECT_EQ(split(R"(a "b c  )"), (Arguments{"a", "b c"}));
+    EXPECT_EQ(split(R"(a "" b "")"), (Arguments{"a", "", "b"}));
+    EXPECT_EQ(split(R"("a""b")"), (Arguments{"b"}));
+    EXPECT_EQ(split("a\tb"), (Arguments{"a\tb"}));
+    EXPECT_EQ(split("   "), Arguments{});
+}
+
+TEST(Arguments, AreReadAndRemovedByPositionAndName) {
+    clsArguments arguments("/WAIT a /wait b c");
+    arguments.Remove("/WAIT");
+    EXPECT_EQ(arguments.Count(), 3U);
+    EXPECT_EQ(arguments.Item(2), "b");
+    EXPECT_EQ(arguments.Item(0), "");
+    EXPECT_EQ(arguments.Item(4), "");
+    arguments.Remove(2);
+    arguments.Remove(9);
+    EXPECT_EQ(Arguments(arguments.begin(), arguments.end()), (Arguments{"a", "c"}));
+}
+
+class StartUpTest : public ::testing::Test {
+protected:
+    void start(const std::string& tail) {
+        host.system.tail = tail;
+        MMain::Main(host.ports);
+    }
+
+    FakePlatform host;
+};
+
+TEST_F(StartUpTest, WithoutArgumentsTheUsageIsShown) {
+    start("/DEBUG");
+    ASSERT_EQ(host.dialogs.boxes.size(), 1U);
+    const auto& box = host.dialogs.boxes[0];
+    EXPECT_EQ(box.text,
+              "KRVWinPr V. 3.0.0 - Druckertreiber für Korvano\r\n\r\n"
+              "Parameter: KRVWinPr [/DRUCKERAUSWAHL| [/INVERT] [/PRINTGRAPHIC <Druckertreiber>] <Datei> "
+              "[<Grafikdatei>|KEINEGRAFIK] [<Druckertreiber>]] [/WAIT] [/TWOPASS]");
+    EXPECT_EQ(box.title, "KRVWinPr");
+    EXPECT_EQ(box.icon, platform::Icon::none);
+    EXPECT_EQ(host.logLines(),
+              (std::vector<std::string>{"", "======= NEUER START ========", "> 35D754B208AEBD1628021", "> App.StartMode: 0  // 0=EXE, 1=ActiveX-EXE",
+                                        "> Debuglevel: 0", "> Registrydaten gesetzt", "> RunPath: C:\\KORVANO",
+                                        "> EXEPath: C:\\Programme\\KRVWinPr", "> EXEVersion: 3.0.0",
+                                        "> LOGPixelsX: 96", "> LOGPixelsY: 96", "> TwoPass: Nein", "> keine Argumente",
+                                        "> Programm regulär beendet!", ""}));
+    EXPECT_FALSE(host.system.files.contains("KRVWINPR.OK"));
+}
+
+TEST_F(StartUpTest, EveryStartRecordsTheProgramAndASilentOneTouchesNoFile) {
+    start("fehlt.out");
+    const auto root = platform::SettingsRoot::currentUser;
+    const char* key = "Software\\Velmora\\KRVWinPr\\3.0";
+    EXPECT_EQ(std::get<std::string>(*host.settings.value(root, key, "RunPath")), "C:\\KORVANO");
+    EXPECT_EQ(std::get<std::string>(*host.settings.value(root, key, "EXEPath")), "C:\\Programme\\KRVWinPr");
+    EXPECT_EQ(std::get<std::string>(*host.settings.value(root, key, "EXEVersion")), "3.0.0");
+    EXPECT_TRUE(host.system.files.empty());
+}
+
+TEST_F(StartUpTest, SwitchesCountInUpperCaseAnywhereOnTheLine) {
+    host.system.files["a.out"] = "x";
+    start("/wait a.out");  // a print file of that name
+    EXPECT_EQ(host.dialogs.diagnostics.size(), 1U);
+    start("a.out /DEBUG2 /TWOPASS /WAIT");
+    const auto lines = host.logLines();
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "> Debuglevel: 2"), lines.end());
+    EXPECT_NE(std::find(lines.begin(), lines.end(), "> TwoPass: Ja"), lines.end());
+    EXPECT_NE(std::find(lines.begin(), lines.end(),
+                        ">   DoReport (sDateiname='a.out', sGrafikname='', sDruckerTreiber='', blnWait='Wahr')"),
+              lines.end());
+}
+
+TEST_F(StartUpTest, ModesToComeSaySo) {
+    for (const char* tail : {"/druckerauswahl", "/VORSCHAU a.out", "/Invert bild.pcx", "/PRINTGRAPHIC Laser"}) {
+        host.dialogs.boxes.clear();
+        start(tail);
+        ASSERT_EQ(host.dialogs.boxes.size(), 1U) << tail;
+        EXPECT_NE(host.dialogs.boxes[0].text.find("noch nicht enthalten"), std::string::npos) << tail;
+    }
+    host.spooler.names.clear();
+    host.dialogs.boxes.clear();
+    start("/DRUCKERAUSWAHL");
+    ASSERT_EQ(host.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(host.dialogs.boxes[0].text, "Es sind keine Druckertreiber unter Windows eingerichtet!");
+}
+
+TEST_F(StartUpTest, ALogThatCannotBeWrittenEndsTheProgramWithAMessage) {
+    host.system.unwritable.insert("KRVWinPr.LOG");
+    start("a.out /DEBUG");
+    ASSERT_EQ(host.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(host.dialogs.boxes[0].text, "Laufzeitfehler '61':\r\n\r\nDatenträger voll: KRVWinPr.LOG");
+}
+
+}  // namespace

@@ -1,0 +1,157 @@
+// The ports in memory: files, clock, settings and dialogs that a test sets and reads.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/platform.h"
+#include "runtime/error.h"
+#include "runtime/text.h"
+#include "unit/support/recording_printer.h"
+
+namespace testing_support {
+
+class FakeSystem : public platform::System {
+public:
+    std::string tail;
+    std::map<std::string, std::string> files;
+    std::set<std::string> unwritable;
+    runtime::DateTime now{2026, 11, 21, 13, 45, 7, 0};
+    runtime::Locale userLocale;
+    int sleptMilliseconds = 0;
+
+    std::string commandTail() override { return tail; }
+    std::string programDirectory() override { return "C:\\Programme"; }
+    std::string programFileName() override { return "KRVWinPr.exe"; }
+    std::string currentDirectory() override { return "C:\\KORVANO"; }
+    std::string readFile(const std::string& path) override {
+        const auto file = files.find(path);
+        if (file == files.end()) {
+            throw runtime::Error(runtime::errFileNotFound, path);
+        }
+        return file->second;
+    }
+    void writeFile(const std::string& path, std::string_view content) override {
+        checkWritable(path);
+        files[path] = content;
+    }
+    void appendFile(const std::string& path, std::string_view content) override {
+        checkWritable(path);
+        files[path] += content;
+    }
+    bool fileExists(const std::string& path) override { return files.contains(path); }
+    runtime::DateTime localTime() override { return now; }
+    const runtime::Locale& locale() override { return userLocale; }
+    std::string toSystemCodePage(std::string_view text) override { return std::string(text); }
+    std::string fromDosCodePage(std::string_view bytes) override { return std::string(bytes); }
+    int screenDpiX() override { return 96; }
+    int screenDpiY() override { return 96; }
+    void sleep(int milliseconds) override {
+        sleptMilliseconds += milliseconds;
+        const int total = now.millisecond + milliseconds;
+        now.millisecond = total % 1000;
+        now.second += total / 1000;
+    }
+
+private:
+    void checkWritable(const std::string& path) const {
+        if (unwritable.contains(path)) {
+            throw runtime::Error(runtime::errDiskFull, path);
+        }
+    }
+};
+
+class MemorySettings : public platform::SettingsStore {
+public:
+    // By key and name, in upper case.
+    std::map<std::string, std::map<std::string, platform::SettingsValue>> keys;
+    int commits = 0;
+
+    void put(std::string_view key, std::string_view name, platform::SettingsValue value) {
+        keys[runtime::upperCase(key)][runtime::upperCase(name)] = std::move(value);
+    }
+
+    bool keyExists(platform::SettingsRoot, std::string_view key) override {
+        const std::string wanted = runtime::upperCase(key);
+        for (const auto& [name, values] : keys) {
+            if (name == wanted || name.starts_with(wanted + "\\")) {
+                return true;
+            }
+        }
+        return false;
+    }
+    std::optional<platform::SettingsValue> value(platform::SettingsRoot, std::string_view key,
+                                                 std::string_view name) override {
+        const auto found = keys.find(runtime::upperCase(key));
+        if (found == keys.end()) {
+            return std::nullopt;
+        }
+        const auto value = found->second.find(runtime::upperCase(name));
+        return value == found->second.end() ? std::nullopt : std::optional(value->second);
+    }
+    bool setText(platform::SettingsRoot, std::string_view key, std::string_view name, std::string_view text) override {
+        put(key, name, std::string(text));
+        return true;
+    }
+    bool commit() override {
+        ++commits;
+        return true;
+    }
+};
+
+class RecordingDialogs : public platform::Dialogs {
+public:
+    struct Box {
+        std::string text;
+        platform::Buttons buttons;
+        platform::Icon icon;
+        std::string title;
+        bool operator==(const Box&) const = default;
+    };
+    std::vector<Box> boxes;
+    std::vector<std::string> shownFiles;
+    std::vector<std::string> diagnostics;
+    platform::Answer answer = platform::Answer::yes;
+
+    platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
+                                const std::string& title) override {
+        boxes.push_back({text, buttons, icon, title});
+        return answer;
+    }
+    void processEvents() override {}
+    void showTextFile(const std::string& path) override { shownFiles.push_back(path); }
+    void diagnostic(const std::string& line) override { diagnostics.push_back(line); }
+};
+
+struct FakePlatform {
+    FakeSystem system;
+    MemorySettings settings;
+    FakeSpooler spooler;
+    RecordingDialogs dialogs;
+    platform::Platform ports{system, settings, spooler, dialogs};
+
+    // Lines of the debug log without their time stamp; a line that has none is kept whole.
+    std::vector<std::string> logLines() const {
+        static const std::string stamp = "21.11.2026 13:45:";
+        std::vector<std::string> lines;
+        const auto log = system.files.find("KRVWinPr.LOG");
+        if (log == system.files.end()) {
+            return lines;
+        }
+        std::string_view rest = log->second;
+        while (!rest.empty()) {
+            const std::size_t end = rest.find("\r\n");
+            std::string_view line = rest.substr(0, end);
+            rest.remove_prefix(end + 2);
+            if (line.starts_with(stamp)) {
+                line.remove_prefix(stamp.size() + 2);
+            }
+            lines.emplace_back(line);
+        }
+        return lines;
+    }
+};
+
+}  // namespace testing_support

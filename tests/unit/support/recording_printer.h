@@ -1,0 +1,160 @@
+// A printer that records what is drawn on it. Its device has 1440 pixels per inch, so a pixel is a twip.
+#pragma once
+
+#include <cmath>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/spooler.h"
+
+namespace testing_support {
+
+struct DrawnText {
+    int x = 0;
+    int y = 0;
+    std::string text;
+    platform::FontRequest font;
+    platform::Color color;
+    platform::TextRole role = platform::TextRole::content;
+};
+
+struct RecordedPage {
+    std::vector<DrawnText> texts;
+    std::map<platform::PageOption, int> options;
+};
+
+struct RecordedDocument {
+    std::string printer;
+    std::string title;
+    std::vector<RecordedPage> pages;  // ended ones
+    bool delivered = false;
+    bool aborted = false;
+};
+
+// What the tests set of a printer, and what its documents came to.
+struct RecordingDevice {
+    platform::DeviceCapabilities capabilities{11424, 16358, 1440, 1440, 11904, 16838, 240, 240};
+    std::map<platform::PageOption, int> options{{platform::PageOption::paperSize, 9},
+                                                {platform::PageOption::paperBin, 0},
+                                                {platform::PageOption::orientation, 1},
+                                                {platform::PageOption::colorMode, 2}};
+    std::string fontName;                            // found instead of the requested one, where not empty
+    std::function<void(platform::PageOption, int)> onSetOption;  // may throw
+    std::function<void(std::size_t)> onBeginPage;    // may throw; pages ended so far
+    std::vector<std::shared_ptr<RecordedDocument>> documents;
+
+    const std::vector<RecordedPage>& pages() const { return documents.back()->pages; }
+};
+
+class RecordingSurface : public platform::Surface {
+public:
+    explicit RecordingSurface(RecordingDevice& device) : device_(device) {}
+
+    platform::DeviceCapabilities capabilities() const override { return device_.capabilities; }
+    platform::FontFace setFont(const platform::FontRequest& font) override {
+        font_ = font;
+        return {device_.fontName.empty() ? font.name : device_.fontName, font.charset};
+    }
+    int textWidth(std::string_view text) const override {
+        return static_cast<int>(text.size()) * static_cast<int>(std::lround(font_.emHeight * 0.6));
+    }
+    void drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole role) override {
+        page.texts.push_back({x, y, std::string(text), font_, color, role});
+    }
+    void fillRectangle(int, int, int, int, platform::Color) override {}
+
+    RecordedPage page;
+
+private:
+    RecordingDevice& device_;
+    platform::FontRequest font_;
+};
+
+class RecordingDocument : public platform::PrintDocument {
+public:
+    RecordingDocument(RecordingDevice& device, std::shared_ptr<RecordedDocument> record)
+        : device_(device), record_(std::move(record)), surface_(device) {}
+    RecordingDocument(const RecordingDocument&) = delete;
+    RecordingDocument& operator=(const RecordingDocument&) = delete;
+    ~RecordingDocument() override { record_->aborted = !record_->delivered; }
+
+    platform::Surface& surface() override { return surface_; }
+    int option(platform::PageOption option) const override { return device_.options.at(option); }
+    void setOption(platform::PageOption option, int value) override {
+        if (device_.onSetOption) {
+            device_.onSetOption(option, value);
+        }
+        device_.options[option] = value;
+    }
+    void beginPage() override {
+        if (device_.onBeginPage) {
+            device_.onBeginPage(record_->pages.size());
+        }
+        surface_.page = {};
+        surface_.page.options = device_.options;
+    }
+    void endPage() override { record_->pages.push_back(std::move(surface_.page)); }
+    void end() override { record_->delivered = true; }
+    void abort() noexcept override {}
+
+private:
+    RecordingDevice& device_;
+    std::shared_ptr<RecordedDocument> record_;
+    RecordingSurface surface_;
+};
+
+class FakeSpooler : public platform::Spooler {
+public:
+    std::vector<std::string> names{"Laser 1"};
+    std::string byDefault = "Laser 1";
+    RecordingDevice device;
+    platform::PrinterRecord record;
+    std::uint32_t failWith = 0;      // every call that names a printer fails with this code
+    std::vector<int> jobCounts{0};   // one for each question, the last one for ever
+    bool running = true;
+
+    bool hasPrinters() override { return !names.empty(); }
+    std::vector<std::string> printerNames() override { return names; }
+    std::string defaultPrinter() override { return byDefault; }
+    void setDefaultPrinter(const std::string& name) override {
+        check();
+        byDefault = name;
+    }
+    platform::PrinterRecord printer(const std::string&) override {
+        check();
+        return record;
+    }
+    int jobCount(const std::string&) override {
+        check();
+        const int count = jobCounts.front();
+        if (jobCounts.size() > 1) {
+            jobCounts.erase(jobCounts.begin());
+        }
+        return count;
+    }
+    std::vector<platform::PaperBin> paperBins(const std::string&) override { return {}; }
+    bool canAdminister(const std::string&) override { return true; }
+    void purge(const std::string&) override { check(); }
+    void showProperties(const std::string&) override {}
+    bool serviceRunning() override { return running; }
+    std::string errorText(std::uint32_t code) override { return code == 5 ? "Zugriff verweigert" : ""; }
+    std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override {
+        check();
+        device.documents.push_back(std::make_shared<RecordedDocument>());
+        device.documents.back()->printer = name;
+        device.documents.back()->title = title;
+        return std::make_unique<RecordingDocument>(device, device.documents.back());
+    }
+
+private:
+    void check() const {
+        if (failWith != 0) {
+            throw platform::SpoolerError(failWith, "");
+        }
+    }
+};
+
+}  // namespace testing_support
