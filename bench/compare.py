@@ -1,0 +1,150 @@
+#!/usr/bin/env python3
+"""Measures KRVWinPr beside its peers in one run and prints the ratios of docs/PERFORMANCE.md.
+
+    bench/run.sh            installs the peers, builds, and calls this
+    bench/compare.py BUILD  with the build folder
+
+All times are medians over several rounds in which the candidates take turns."""
+
+import argparse
+import os
+import pathlib
+import shutil
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+TEXT_FILTER = "/usr/lib/cups/filter/texttopdf"
+PRINTER = "Korvano PDF"
+
+
+class Result:
+    def __init__(self, seconds: float, cpu: float, peak_kib: int):
+        self.seconds, self.cpu, self.peak_kib = seconds, cpu, peak_kib
+
+
+def run(command, folder, env=None, stdout=None) -> Result:
+    """Runs a command to its end; wall and processor seconds, peak memory of the process."""
+    begin = time.perf_counter()
+    process = subprocess.Popen(command, cwd=folder, env=env, stdout=stdout or subprocess.DEVNULL,
+                               stderr=subprocess.DEVNULL)
+    _, status, usage = os.wait4(process.pid, 0)
+    seconds = time.perf_counter() - begin
+    if status != 0:
+        sys.exit(f"{command[0]} failed with status {status}")
+    return Result(seconds, usage.ru_utime + usage.ru_stime, usage.ru_maxrss)
+
+
+class Bench:
+    def __init__(self, build: pathlib.Path, folder: pathlib.Path):
+        self.program = build / "KRVWinPr"
+        self.build = build
+        self.folder = folder
+        self.env = dict(os.environ, LANG="de_DE.UTF-8", XDG_CONFIG_HOME=str(folder / "config"),
+                        CUPS_SERVER=str(folder / "no-cups.sock"))
+        for name in ("DISPLAY", "WAYLAND_DISPLAY", "LC_ALL"):
+            self.env.pop(name, None)
+
+    def report(self, pages: int) -> pathlib.Path:
+        path = self.folder / f"R{pages}.OUT"
+        if not path.exists():
+            with path.open("wb") as out:
+                subprocess.run([sys.executable, ROOT / "samples/generate_report.py", str(pages)], stdout=out, check=True)
+        return path
+
+    def print_report(self, pages: int) -> tuple[Result, int]:
+        path = self.report(pages)
+        pdf = path.with_suffix(".pdf")
+        pdf.unlink(missing_ok=True)
+        result = run([self.program, path.name, "KEINEGRAFIK", PRINTER], self.folder, self.env)
+        size = pdf.stat().st_size
+        pdf.unlink()
+        return result, size
+
+    def text_filter(self, pages: int) -> tuple[Result, int]:
+        source = self.folder / f"R{pages}.txt"
+        if not source.exists():
+            source.write_text(self.report(pages).read_bytes().decode("cp850"), encoding="utf-8", newline="")
+        output = self.folder / "peer.pdf"
+        with output.open("wb") as out:
+            result = run([TEXT_FILTER, "1", "bench", "bench", "1", "media=A4 cpi=12 lpi=6.5", source], self.folder,
+                         dict(self.env, CHARSET="utf-8"), out)
+        return result, output.stat().st_size
+
+    def enscript(self, pages: int) -> tuple[Result, int]:
+        source = self.folder / f"R{pages}.latin1"
+        if not source.exists():
+            source.write_bytes(self.report(pages).read_bytes().decode("cp850").encode("latin-1", "replace"))
+        output = self.folder / "peer2.pdf"
+        begin = time.perf_counter()
+        subprocess.run(["sh", "-c", f"enscript -q -B -M A4 -f Courier10 -X 88591 -o - {source.name} | "
+                        f"gs -q -dBATCH -dNOPAUSE -sDEVICE=pdfwrite -sOutputFile={output.name} -"],
+                       cwd=self.folder, check=True, stderr=subprocess.DEVNULL)
+        return Result(time.perf_counter() - begin, 0, 0), output.stat().st_size
+
+    def throughput(self, pages: int, rounds: int) -> None:
+        ours, filters, enscripts = [], [], []
+        for _ in range(rounds):
+            ours.append(self.print_report(pages))
+            filters.append(self.text_filter(pages))
+            enscripts.append(self.enscript(pages))
+        own_time = statistics.median(result.seconds for result, _ in ours)
+        own_size = ours[0][1]
+        print(f"{pages} pages of 60 full lines: {own_time:.3f} s, {own_size / 1e6:.2f} MB")
+        for name, results in (("CUPS text filter", filters), ("enscript and Ghostscript", enscripts)):
+            seconds = statistics.median(result.seconds for result, _ in results)
+            size = results[0][1]
+            print(f"  against {name}: {seconds / own_time:.1f} times as fast ({seconds:.2f} s), "
+                  f"{own_size / size:.2f} of its size ({size / 1e6:.1f} MB)")
+
+    def memory(self, pages: int) -> None:
+        result, _ = self.print_report(pages)
+        file_mib = self.report(pages).stat().st_size / 2**20
+        peak_mib = result.peak_kib / 1024
+        print(f"peak memory of {pages} pages: the print file's {file_mib:.1f} MiB and {peak_mib - file_mib:.1f} MiB")
+
+    def cost_per_page(self, few: int, many: int, rounds: int) -> None:
+        """Start and end of a job, as one page has them, are not counted."""
+        def cost(pages: int, repeat: int) -> float:
+            times = [(self.print_report(pages)[0].cpu - self.print_report(1)[0].cpu) / (pages - 1)
+                     for _ in range(repeat)]
+            return statistics.median(times) * 1e6
+        few_cost, many_cost = cost(few, rounds * 20), cost(many, max(3, rounds // 2))
+        print(f"cost per page: {few_cost:.1f} µs in {few} pages, {many_cost:.1f} µs in {many} pages, "
+              f"ratio {many_cost / few_cost:.3f}")
+
+    def startup(self, rounds: int) -> None:
+        folder = self.folder / "startup"
+        folder.mkdir()
+        shutil.copy(self.report(1), folder / "R1.OUT")
+        output = subprocess.run([self.build / "startup-bench", str(rounds), self.build / "empty-program", self.program,
+                                 "R1.OUT", "KEINEGRAFIK", PRINTER],
+                                cwd=folder, env=self.env, check=True, capture_output=True, text=True).stdout
+        empty, handshake = (float(text) for text in output.split())
+        print(f"start to completion file: {handshake / empty:.2f} times an empty program "
+              f"({handshake:.0f} µs, {empty:.0f} µs)")
+
+
+def main() -> None:
+    parser = argparse.ArgumentParser(description="Measures KRVWinPr beside its peers.")
+    parser.add_argument("build", type=pathlib.Path)
+    parser.add_argument("--rounds", type=int, default=7)
+    parser.add_argument("--only", choices=("throughput", "startup", "memory", "pages"))
+    options = parser.parse_args()
+    with tempfile.TemporaryDirectory() as folder:
+        bench = Bench(options.build.resolve(), pathlib.Path(folder))
+        if options.only in (None, "throughput"):
+            bench.throughput(1000, options.rounds)
+        if options.only in (None, "startup"):
+            bench.startup(options.rounds * 40)
+        if options.only in (None, "memory"):
+            bench.memory(30000)
+        if options.only in (None, "pages"):
+            bench.cost_per_page(100, 30000, options.rounds)
+
+
+if __name__ == "__main__":
+    main()

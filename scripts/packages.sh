@@ -1,0 +1,23 @@
+# Installs the Debian packages that are missing; sourced by run.sh and test.sh.
+
+build_packages="g++ cmake ninja-build pkg-config libcups2-dev libharfbuzz-dev libdeflate-dev libfontconfig-dev
+qt6-base-dev libxcb1-dev fonts-liberation"
+
+test_packages="libgtest-dev python3 poppler-utils qpdf cups-daemon cups-client cups-filters ghostscript xvfb
+clang-format"
+
+as_root() {
+    if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# need_packages PACKAGE...: does nothing where all of them are installed.
+need_packages() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return
+    echo "Installing: ${missing[*]}"
+    as_root apt-get update -qq
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}"
+}
