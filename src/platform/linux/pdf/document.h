@@ -1,0 +1,49 @@
+// A PDF document as it grows, page by page. Its stages: the surface turns drawing into operators, the compressor packs
+// a page's operators, the object writer numbers what is written, the output hands it to the system.
+#pragma once
+
+#include <optional>
+
+#include "platform/linux/pdf/file_output.h"
+#include "platform/linux/pdf/font_collection.h"
+#include "platform/linux/pdf/object_writer.h"
+#include "platform/linux/pdf/page_surface.h"
+#include "platform/linux/pdf/page_tree.h"
+#include "platform/linux/pdf/pdf_document.h"
+
+namespace platform_linux::pdf {
+
+// Functions called out of order throw runtime::Error (errInvalidCall). Up to 64 KiB of what is written wait in a
+// buffer, so an error of the disk may be thrown some pages after the one it hits, in finish() at the latest.
+class Document final : public PdfDocument {
+public:
+    // The descriptor stays the caller's. Nothing is written to it yet.
+    Document(const PdfSettings& settings, int fileDescriptor);
+
+    // While a page is open it is for the next one. Throws errInvalidPropertyValue for a page without size or
+    // resolution.
+    void setPage(const PdfPage& page) override;
+    platform::Surface& surface() override { return surface_; }
+    void beginPage() override;
+    void endPage() override;
+    int pageCount() const override { return pages_.pageCount(); }
+    void finish() override;
+
+private:
+    void writeInformation(int number);
+
+    std::string title_;
+    std::string producer_;
+    std::time_t created_;
+    FileOutput output_;
+    ObjectWriter writer_;
+    PageTree pages_;
+    FontCollection fonts_;
+    PageSurface surface_;
+    std::optional<PdfPage> nextPage_;
+    bool pageSet_ = false;
+    bool pageOpen_ = false;
+    bool finished_ = false;
+};
+
+}  // namespace platform_linux::pdf

@@ -1,0 +1,195 @@
+#include "platform/linux/pdf/embedded_font.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+
+#include "platform/linux/pdf/number_text.h"
+#include "platform/linux/pdf/text_string.h"
+
+namespace platform_linux::pdf {
+
+namespace {
+
+constexpr int firstPrintable = 32;
+constexpr int missingAllowed = 8;
+
+void appendEntry(std::string& text, std::string_view name, std::int64_t value) {
+    text.append(name) += ' ';
+    appendInteger(text, value);
+}
+
+void appendHexByte(std::string& text, unsigned byte) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    text.append(1, '<').append(1, digits[byte >> 4]).append(1, digits[byte & 0xF]) += '>';
+}
+
+}  // namespace
+
+EmbeddedFont::EmbeddedFont(FontFile file, const CodePage& codePage, int resource)
+    : file_(std::move(file)), codePage_(codePage), resource_(resource) {
+    int missing = 0;
+    for (std::size_t byte = 0; byte < glyphs_.size(); ++byte) {
+        glyphs_[byte] = file_.glyph(codePage_[byte]);
+        advances_[byte] = std::max(0, file_.advance(glyphs_[byte]));
+        widths_[byte] = perMille(advances_[byte]);
+        const bool expected = byte >= firstPrintable && codePage_[byte] != 0;
+        missing += expected && glyphs_[byte] == 0 ? 1 : 0;
+    }
+    coversCodePage_ = missing <= missingAllowed;
+}
+
+bool EmbeddedFont::hasCourierMetrics() const {
+    const FontMeasures& measures = file_.measures();
+    const auto is = [&](int value, int of2048) { return value * 2048 == of2048 * measures.unitsPerEm; };
+    return is(measures.cellAscent, 1705) && is(measures.cellDescent, 615) &&
+           std::all_of(advances_.begin() + firstPrintable, advances_.end(),
+                       [&](int advance) { return is(advance, 1229); });
+}
+
+FontSize EmbeddedFont::atSize(int em, double stretch) const {
+    const FontMeasures& measures = file_.measures();
+    const double unit = static_cast<double>(em) / measures.unitsPerEm;
+    const auto pixels = [](double length) { return static_cast<std::int64_t>(std::floor(length + 0.5)); };
+    FontSize size;
+    size.resource = resource_;
+    size.em = em;
+    size.stretch = stretch;
+    for (std::size_t byte = 0; byte < advances_.size(); ++byte) {
+        size.advance[byte] = pixels(advances_[byte] * unit * stretch);
+        size.spacing[byte] =
+            static_cast<double>(size.advance[byte]) / stretch - static_cast<double>(widths_[byte]) * em / 1000;
+        size.even = size.even && std::abs(size.spacing[byte] - size.spacing[0]) < 1e-9;
+    }
+    size.ascent = pixels(measures.cellAscent * unit);
+    size.descent = pixels(measures.cellDescent * unit);
+    size.underlineTop = -pixels(measures.underlineTop * unit);
+    size.underlineThickness = std::max<std::int64_t>(1, pixels(measures.underlineThickness * unit));
+    return size;
+}
+
+void EmbeddedFont::use(std::string_view bytes) {
+    anyUsed_ = anyUsed_ || !bytes.empty();
+    for (const char byte : bytes) {
+        used_[static_cast<unsigned char>(byte)] = true;
+    }
+}
+
+int EmbeddedFont::write(ObjectWriter& writer) const {
+    std::size_t first = 0;
+    std::size_t last = used_.size() - 1;
+    while (first < last && !used_[first]) {
+        ++first;
+    }
+    while (last > first && !used_[last]) {
+        --last;
+    }
+    std::string font = "<</Type/Font/Subtype/TrueType/BaseFont/" + baseName();
+    appendEntry(font, "/FirstChar", static_cast<std::int64_t>(first));
+    appendEntry(font, "/LastChar", static_cast<std::int64_t>(last));
+    font += "/Widths[";
+    for (std::size_t byte = first; byte <= last; ++byte) {
+        appendInteger(font, widths_[byte]);
+        font += byte < last ? " " : "]/FontDescriptor ";
+    }
+    appendReference(font, writeDescriptor(writer));
+    font += "/ToUnicode ";
+    appendReference(font, writeUnicodeMap(writer));
+    font += ">>";
+    const int number = writer.allocate();
+    writer.object(number, font);
+    return number;
+}
+
+// A tag that differs where the subset differs, as ISO 32000-1, 9.6.4 wants it: the 64-bit FNV-1a hash of what is used.
+std::string EmbeddedFont::baseName() const {
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (std::size_t byte = 0; byte < used_.size(); ++byte) {
+        hash = (hash ^ (used_[byte] ? codePage_[byte] + 1U : 0U)) * 0x100000001B3U;
+    }
+    std::string name;
+    for (int letter = 0; letter < 6; ++letter, hash /= 26) {
+        name += static_cast<char>('A' + hash % 26);
+    }
+    return name + '+' + file_.postScriptName();
+}
+
+int EmbeddedFont::writeProgram(ObjectWriter& writer) const {
+    ByteGlyphs glyphs{};
+    for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
+        glyphs[byte] = used_[byte] ? glyphs_[byte] : 0;
+    }
+    const std::string program = fontSubset(file_, glyphs);
+    std::string entries;
+    appendEntry(entries, "/Length1", static_cast<std::int64_t>(program.size()));
+    const int number = writer.allocate();
+    writer.stream(number, entries, program);
+    return number;
+}
+
+int EmbeddedFont::writeDescriptor(ObjectWriter& writer) const {
+    const FontMeasures& measures = file_.measures();
+    constexpr int fixedPitch = 1;
+    constexpr int symbolic = 4;
+    constexpr int italic = 64;
+    const bool even = std::all_of(widths_.begin(), widths_.end(), [&](int width) { return width == widths_[0]; });
+    std::string text = "<</Type/FontDescriptor/FontName/" + baseName();
+    appendEntry(text, "/Flags", symbolic + (even ? fixedPitch : 0) + (measures.italicAngle != 0 ? italic : 0));
+    text += "/FontBBox[";
+    for (const int edge : {measures.left, measures.bottom, measures.right, measures.top}) {
+        appendInteger(text, perMille(edge));
+        text += ' ';
+    }
+    text.back() = ']';
+    text += "/ItalicAngle ";
+    appendReal(text, measures.italicAngle, 2);
+    appendEntry(text, "/Ascent", perMille(measures.lineAscent));
+    appendEntry(text, "/Descent", perMille(measures.lineDescent));
+    appendEntry(text, "/CapHeight", perMille(measures.capHeight));
+    // No table of a TrueType font holds the width of stems; readers use it for a substitute only.
+    appendEntry(text, "/StemV", measures.weight / 5);
+    text += "/FontFile2 ";
+    appendReference(text, writeProgram(writer));
+    text += ">>";
+    const int number = writer.allocate();
+    writer.object(number, text);
+    return number;
+}
+
+int EmbeddedFont::writeUnicodeMap(ObjectWriter& writer) const {
+    std::vector<std::size_t> bytes;
+    for (std::size_t byte = 0; byte < used_.size(); ++byte) {
+        if (used_[byte] && codePage_[byte] != 0) {
+            bytes.push_back(byte);
+        }
+    }
+    std::string map =
+        "/CIDInit/ProcSet findresource begin 12 dict begin begincmap\n"
+        "/CIDSystemInfo<</Registry(Adobe)/Ordering(UCS)/Supplement 0>>def\n"
+        "/CMapName/Adobe-Identity-UCS def/CMapType 2 def\n"
+        "1 begincodespacerange\n<00><FF>\nendcodespacerange\n";
+    constexpr std::size_t mostInBlock = 100;
+    for (std::size_t start = 0; start < bytes.size(); start += mostInBlock) {
+        const std::size_t end = std::min(bytes.size(), start + mostInBlock);
+        appendInteger(map, static_cast<std::int64_t>(end - start));
+        map += " beginbfchar\n";
+        for (std::size_t index = start; index < end; ++index) {
+            appendHexByte(map, static_cast<unsigned>(bytes[index]));
+            map += '<';
+            appendUtf16Hex(map, codePage_[bytes[index]]);
+            map += ">\n";
+        }
+        map += "endbfchar\n";
+    }
+    map += "endcmap CMapName currentdict/CMap defineresource pop end end\n";
+    const int number = writer.allocate();
+    writer.stream(number, {}, map);
+    return number;
+}
+
+int EmbeddedFont::perMille(double units) const {
+    return static_cast<int>(std::lround(1000 * units / file_.measures().unitsPerEm));
+}
+
+}  // namespace platform_linux::pdf

@@ -1,0 +1,57 @@
+// A font of a document: single-byte, its encoding the host's code page (ISO 32000-1, 9.6).
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "platform/linux/pdf/font_file.h"
+#include "platform/linux/pdf/font_size.h"
+#include "platform/linux/pdf/font_subset.h"
+#include "platform/linux/pdf/object_writer.h"
+
+namespace platform_linux::pdf {
+
+using CodePage = std::array<char32_t, 256>;
+
+class EmbeddedFont {
+public:
+    // The resource is the font's number among those of the document.
+    EmbeddedFont(FontFile file, const CodePage& codePage, int resource);
+
+    // Whether it has the characters of the code page; a few may be missing, control codes are not looked at.
+    bool coversCodePage() const noexcept { return coversCodePage_; }
+
+    // Whether its characters are as wide and its lines as high as those of the usual fixed-pitch screen and printer
+    // font of Windows, so that one can stand for the other.
+    bool hasCourierMetrics() const;
+
+    // The font with an em square of that many pixels, at least 1; the stretch is that of FontSize.
+    FontSize atSize(int em, double stretch) const;
+
+    // Notes that these bytes appear on a page.
+    void use(std::string_view bytes);
+    bool used() const noexcept { return anyUsed_; }
+
+    // Writes the font as far as it was used; returns the number of its object.
+    int write(ObjectWriter& writer) const;
+
+private:
+    std::string baseName() const;
+    int writeProgram(ObjectWriter& writer) const;
+    int writeDescriptor(ObjectWriter& writer) const;
+    int writeUnicodeMap(ObjectWriter& writer) const;
+    int perMille(double units) const;
+
+    FontFile file_;
+    CodePage codePage_;
+    int resource_;
+    ByteGlyphs glyphs_{};
+    std::array<int, 256> advances_{};  // units of the font
+    std::array<int, 256> widths_{};    // thousandths of the em
+    std::array<bool, 256> used_{};
+    bool anyUsed_ = false;
+    bool coversCodePage_ = false;
+};
+
+}  // namespace platform_linux::pdf

@@ -1,0 +1,32 @@
+// Finds font files by family name, through fontconfig.
+#pragma once
+
+#include <fontconfig/fontconfig.h>
+
+#include <string>
+#include <vector>
+
+#include "platform/linux/pdf/scoped.h"
+
+namespace platform_linux::pdf {
+
+struct FontLocation {
+    std::string path;
+    int index = 0;            // of the face in its file
+    std::string family;       // as the font itself names it
+    bool sameFamily = false;  // the family asked for is one of the font's own names
+    bool operator==(const FontLocation&) const = default;
+};
+
+// The first query loads the list of the installed fonts, about 9 ms.
+class FontFinder {
+public:
+    // TrueType fonts by how well they suit the request, the best first; one, or with "all" every one. Empty where there
+    // is none. Variable fonts are left out: of one outline they would give every weight.
+    std::vector<FontLocation> find(const std::string& family, bool bold, bool italic, bool all);
+
+private:
+    Scoped<FcConfig, FcConfigDestroy> config_;
+};
+
+}  // namespace platform_linux::pdf

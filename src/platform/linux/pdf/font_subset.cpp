@@ -1,0 +1,130 @@
+#include "platform/linux/pdf/font_subset.h"
+
+#include <hb-subset.h>
+
+#include <algorithm>
+
+#include "platform/linux/pdf/table_tag.h"
+#include "runtime/error.h"
+
+namespace platform_linux::pdf {
+
+namespace {
+
+using Blob = Scoped<hb_blob_t, hb_blob_destroy>;
+using Face = Scoped<hb_face_t, hb_face_destroy>;
+
+// What an embedded TrueType font without hints needs (ISO 32000-1, 9.9); the cmap is made anew.
+constexpr std::array neededTables = {tableTag("glyf"), tableTag("head"), tableTag("hhea"),
+                                     tableTag("hmtx"), tableTag("loca"), tableTag("maxp")};
+
+void append16(std::string& table, unsigned value) {
+    table += static_cast<char>((value >> 8) & 0xFF);
+    table += static_cast<char>(value & 0xFF);
+}
+
+void append32(std::string& table, unsigned value) {
+    append16(table, value >> 16);
+    append16(table, value & 0xFFFF);
+}
+
+// Format 6 serves platform 1, format 4 platform 3 (OpenType, "cmap"); not the byte-wide format 0, because parts of
+// composed glyphs can push a full code page's glyphs beyond number 255.
+std::string characterMap(const ByteGlyphs& glyphs) {
+    std::string map;
+    append16(map, 0);
+    append16(map, 2);
+    constexpr unsigned directorySize = 4 + 2 * 8;
+    constexpr unsigned macSize = 10 + 2 * 256;
+    append16(map, 1);
+    append16(map, 0);
+    append32(map, directorySize);
+    append16(map, 3);
+    append16(map, 0);
+    append32(map, directorySize + macSize);
+
+    append16(map, 6);
+    append16(map, macSize);
+    append16(map, 0);    // language
+    append16(map, 0);    // first code
+    append16(map, 256);  // codes
+    for (const unsigned glyph : glyphs) {
+        append16(map, glyph);
+    }
+
+    constexpr unsigned segments = 2;
+    append16(map, 4);
+    append16(map, 16 + 8 * segments + 2 * 256);
+    append16(map, 0);             // language
+    append16(map, 2 * segments);  // and the numbers for a binary search in it
+    append16(map, 4);
+    append16(map, 1);
+    append16(map, 0);
+    for (const unsigned value : {0xF0FFU, 0xFFFFU, 0U, 0xF000U, 0xFFFFU, 0U, 1U, 4U, 0U}) {
+        append16(map, value);  // last codes, a gap, first codes, deltas, offset of the glyphs from their own place
+    }
+    for (const unsigned glyph : glyphs) {
+        append16(map, glyph);
+    }
+    return map;
+}
+
+[[noreturn]] void fail(const FontFile& font) {
+    throw runtime::Error(runtime::errPrinter, "Der Zeichensatz '" + font.postScriptName() +
+                                                  "' lässt sich nicht in die PDF-Datei einbetten. Bitte seine "
+                                                  "Installation prüfen oder einen anderen Zeichensatz wählen.");
+}
+
+}  // namespace
+
+std::string fontSubset(const FontFile& font, const ByteGlyphs& glyphs) {
+    const Scoped<hb_subset_input_t, hb_subset_input_destroy> input(hb_subset_input_create_or_fail());
+    if (!input) {
+        fail(font);
+    }
+    // Hints are for screens of few pixels; viewers of today smooth instead, and without them the font is half the size.
+    hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING);
+    for (const unsigned glyph : glyphs) {
+        hb_set_add(hb_subset_input_glyph_set(input.get()), glyph);
+    }
+    hb_set_t* dropped = hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG);
+    hb_set_clear(dropped);
+    for (const hb_tag_t tag : neededTables) {
+        hb_set_add(dropped, tag);
+    }
+    hb_set_invert(dropped);
+
+    const Scoped<hb_subset_plan_t, hb_subset_plan_destroy> plan(
+        hb_subset_plan_create_or_fail(font.face(), input.get()));
+    const Face subset(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
+    if (!subset) {
+        fail(font);
+    }
+    const hb_map_t* numbers = hb_subset_plan_old_to_new_glyph_mapping(plan.get());
+    ByteGlyphs mapped{};
+    std::transform(glyphs.begin(), glyphs.end(), mapped.begin(), [&](unsigned glyph) {
+        const hb_codepoint_t number = glyph != 0 ? hb_map_get(numbers, glyph) : 0;
+        return number != HB_MAP_VALUE_INVALID ? number : 0;
+    });
+
+    const Face program(hb_face_builder_create());
+    const std::string map = characterMap(mapped);
+    const Blob mapBlob(
+        hb_blob_create(map.data(), static_cast<unsigned>(map.size()), HB_MEMORY_MODE_DUPLICATE, nullptr, nullptr));
+    hb_face_builder_add_table(program.get(), tableTag("cmap"), mapBlob.get());
+    for (const hb_tag_t tag : neededTables) {
+        const Blob table(hb_face_reference_table(subset.get(), tag));
+        if (hb_blob_get_length(table.get()) > 0) {
+            hb_face_builder_add_table(program.get(), tag, table.get());
+        }
+    }
+    const Blob file(hb_face_reference_blob(program.get()));
+    unsigned size = 0;
+    const char* data = hb_blob_get_data(file.get(), &size);
+    if (size == 0) {
+        fail(font);
+    }
+    return {data, size};
+}
+
+}  // namespace platform_linux::pdf

@@ -1,0 +1,58 @@
+// The content stream of one page: drawing operators (ISO 32000-1, 8 and 9) in device pixels.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/linux/pdf/font_size.h"
+#include "platform/surface.h"
+
+namespace platform_linux::pdf {
+
+// Name of a font in the page's resources, behind the slash: "F0".
+std::string fontResourceName(int resource);
+
+// Coordinates are pixels from the sheet's top left corner, y downwards; the caller clips. One buffer serves page after
+// page. Operators that set what is set already are left out.
+class PageContent {
+public:
+    // Starts an empty page: points per pixel, and the height of the sheet in points. The colour is black.
+    void begin(double pointsPerPixelX, double pointsPerPixelY, double heightPoints);
+
+    // Colour of what follows.
+    void setColor(platform::Color color);
+
+    // Shows a run, its first cell's left edge at x, all of it on one baseline, and of the width given.
+    void showText(const FontSize& font, std::string_view text, std::int64_t x, std::int64_t baseline,
+                  std::int64_t width, platform::TextRole role);
+
+    void fillRectangle(std::int64_t x, std::int64_t y, std::int64_t width, std::int64_t height);
+
+    // The whole stream; valid until the next call of begin().
+    std::string_view finish();
+
+private:
+    void openText();
+    void closeText();
+    void moveTo(std::int64_t x, std::int64_t baseline);
+    void setFont(const FontSize& font);
+    void setSpacing(double spacing);
+    void showEvenly(std::string_view text);
+    void showAdjusted(const FontSize& font, std::string_view text);
+    void appendString(std::string_view bytes);
+
+    std::string content_;
+    bool inText_ = false;
+    std::int64_t lineX_ = 0;  // start of the current line of text
+    std::int64_t lineY_ = 0;
+    std::int64_t penX_ = 0;  // where the next glyph would appear on it
+    int resource_ = -1;
+    std::int64_t size_ = 0;
+    double stretch_ = 1;
+    double spacing_ = 0;
+    platform::Color color_;
+};
+
+}  // namespace platform_linux::pdf

@@ -1,0 +1,117 @@
+#include "platform/linux/pdf/text_string.h"
+
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cstdint>
+
+namespace platform_linux::pdf {
+
+namespace {
+
+constexpr char32_t replacement = 0xFFFD;
+
+// What stands behind the backslash for a byte that a literal string cannot hold as it is; 0 for all others.
+constexpr std::array<char, 256> escapes = [] {
+    std::array<char, 256> table{};
+    table['\\'] = '\\';
+    table['('] = '(';
+    table[')'] = ')';
+    table['\r'] = 'r';
+    table['\n'] = 'n';
+    return table;
+}();
+
+void appendUnit(std::string& text, char32_t unit) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    for (int shift = 12; shift >= 0; shift -= 4) {
+        text += digits[(unit >> shift) & 0xF];
+    }
+}
+
+// Takes one character off the front of a UTF-8 text that is not empty.
+char32_t takeCharacter(std::string_view& utf8) {
+    const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(utf8[index]); };
+    const unsigned char lead = byteAt(0);
+    std::size_t length = 0;
+    if (lead < 0x80) {
+        length = 1;
+    } else if (lead >= 0xC2 && lead < 0xE0) {
+        length = 2;
+    } else if (lead >= 0xE0 && lead < 0xF0) {
+        length = 3;
+    } else if (lead >= 0xF0 && lead < 0xF5) {
+        length = 4;
+    }
+    char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
+    bool valid = length > 0 && length <= utf8.size();
+    for (std::size_t index = 1; valid && index < length; ++index) {
+        valid = (byteAt(index) & 0xC0) == 0x80;
+        character = (character << 6) | (byteAt(index) & 0x3FU);
+    }
+    constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
+    valid =
+        valid && character >= smallest[length] && character <= 0x10FFFF && (character < 0xD800 || character > 0xDFFF);
+    utf8.remove_prefix(valid ? length : 1);
+    return valid ? character : replacement;
+}
+
+void appendPadded(std::string& text, std::int64_t value, std::size_t width) {
+    const std::string digits = std::to_string(value);
+    text.append(width - std::min(width, digits.size()), '0').append(digits);
+}
+
+}  // namespace
+
+void appendUtf16Hex(std::string& text, char32_t character) {
+    if (character > 0xFFFF) {
+        appendUnit(text, 0xD800 + ((character - 0x10000) >> 10));
+        appendUnit(text, 0xDC00 + ((character - 0x10000) & 0x3FF));
+    } else {
+        appendUnit(text, character);
+    }
+}
+
+void appendEscaped(std::string& text, std::string_view bytes) {
+    const auto escapeOf = [](char byte) { return escapes[static_cast<unsigned char>(byte)]; };
+    auto plain = bytes.begin();
+    for (auto byte = bytes.begin(); byte != bytes.end(); ++byte) {
+        if (escapeOf(*byte) != 0) {
+            text.append(plain, byte).append(1, '\\').append(1, escapeOf(*byte));
+            plain = byte + 1;
+        }
+    }
+    text.append(plain, bytes.end());
+}
+
+std::string textString(std::string_view utf8) {
+    std::string text;
+    if (std::all_of(utf8.begin(), utf8.end(), [](char byte) { return byte >= ' ' && byte <= '~'; })) {
+        text += '(';
+        appendEscaped(text, utf8);
+        return text += ')';
+    }
+    text += "<FEFF";
+    while (!utf8.empty()) {
+        appendUtf16Hex(text, takeCharacter(utf8));
+    }
+    return text += '>';
+}
+
+std::string dateString(std::time_t moment) {
+    using namespace std::chrono;
+    const sys_seconds time{seconds{moment}};
+    const auto day = floor<days>(time);
+    const year_month_day date{day};
+    const hh_mm_ss clock{time - day};
+    std::string text = "(D:";
+    appendPadded(text, static_cast<int>(date.year()), 4);
+    appendPadded(text, static_cast<unsigned>(date.month()), 2);
+    appendPadded(text, static_cast<unsigned>(date.day()), 2);
+    appendPadded(text, clock.hours().count(), 2);
+    appendPadded(text, clock.minutes().count(), 2);
+    appendPadded(text, clock.seconds().count(), 2);
+    return text += "Z)";
+}
+
+}  // namespace platform_linux::pdf

@@ -1,0 +1,184 @@
+// Content streams: operators by hand from the measures of Liberation Mono (units per em 2048, advance 1229, usWinAscent
+// 1705, usWinDescent 615, underline at -393, 84 thick), which stands for Courier New.
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <string>
+
+#include "platform/linux/pdf/number_text.h"
+#include "platform/linux/pdf/page_surface.h"
+#include "platform/linux/pdf/text_string.h"
+#include "runtime/error.h"
+#include "unit/pdf_support.h"
+
+namespace {
+
+using platform::Color;
+using platform::TextRole;
+using platform_linux::pdf::FontCollection;
+using platform_linux::pdf::PageSurface;
+
+constexpr Color black{};
+const std::string pageStart = ".12 0 0 .12 0 841.89 cm\n";
+
+class PdfContent : public testing::Test {
+protected:
+    void SetUp() override { begin(pdf_support::a4Page()); }
+
+    void begin(const platform_linux::PdfPage& page) {
+        surface_.setPage(page);
+        surface_.setFont(font_);
+        surface_.begin();
+    }
+    void setFont(int em, bool underline = false) {
+        font_.emHeight = em;
+        font_.underline = underline;
+        surface_.setFont(font_);
+    }
+    void draw(int x, int y, std::string_view text, Color color = black, TextRole role = TextRole::content) {
+        surface_.drawText(x, y, text, color, role);
+    }
+    std::string finish() { return std::string(surface_.finish()); }
+
+    platform::FontRequest font_{"Courier New", platform::charsetOem, 78, false, false, false};
+    FontCollection fonts_{pdf_support::codePage850()};
+    PageSurface surface_{fonts_};
+};
+
+TEST_F(PdfContent, WritesOperatorsOnlyWhereSomethingChanges) {
+    draw(0, 0, "Hallo");      // baseline round(64.94) = 65 below the margin of 100
+    draw(5 * 47, 0, "Welt");  // goes on where the run before ended
+    draw(0, 83, "rot", {255, 0, 0});
+    setFont(156);  // advance round(93.61) = 94, baseline round(129.87) = 130
+    draw(10, 83, "gro\xE1", {255, 0, 0});
+    EXPECT_EQ(finish(), pageStart +
+                            "BT\n/F0 78 Tf\n.2 Tc\n100 -165 Td\n(Hallo)Tj\n(Welt)Tj\n"
+                            "1 0 0 rg\n0 -83 Td\n(rot)Tj\n"
+                            "/F0 156 Tf\n.4 Tc\n10 -65 Td\n(gro\xE1)Tj\nET\n");
+    EXPECT_EQ(surface_.textWidth("abc"), 3 * 94);
+
+    surface_.begin();  // nothing is left over from the page before
+    draw(0, 0, "x");
+    EXPECT_EQ(finish(), pageStart + "BT\n/F0 156 Tf\n.4 Tc\n100 -230 Td\n(x)Tj\nET\n");
+}
+
+TEST_F(PdfContent, UnderlinesBlanksTooAndGoesOnWithAbsolutePositions) {
+    setFont(78, true);
+    draw(0, 0, "a b ", {51, 51, 51});
+    setFont(78);
+    draw(0, 100, "c", {0, 51, 255});
+    EXPECT_EQ(finish(), pageStart +
+                            ".2 g\nBT\n/F0 78 Tf\n.2 Tc\n100 -165 Td\n(a b )Tj\nET\n100 -183 188 3 re f\n"
+                            "0 .2 1 rg\nBT\n100 -265 Td\n(c)Tj\nET\n");
+    surface_.begin();
+    setFont(8, true);
+    draw(0, 0, "f");  // baseline 107, line 2 below it, round(.33) thick, but a pixel at least
+    EXPECT_NE(finish().find("100 -110 5 1 re f\n"), std::string::npos);
+}
+
+TEST_F(PdfContent, MarksEffectsAndEscapesBytes) {
+    draw(2, 2, "(\\)\r\n\t\x01", black, TextRole::effect);
+    draw(0, 0, "x");
+    EXPECT_EQ(finish(), pageStart +
+                            "BT\n/F0 78 Tf\n.2 Tc\n102 -167 Td\n/Artifact BMC/Span<</ActualText()>>BDC\n"
+                            "(\\(\\\\\\)\\r\\n\t\x01)Tj\nEMC EMC\n-2 2 Td\n(x)Tj\nET\n");
+}
+
+TEST_F(PdfContent, DrawsGreyOnPagesWithoutColor) {
+    auto page = pdf_support::a4Page();
+    page.color = false;
+    begin(page);
+    draw(0, 0, "r", {255, 0, 0});
+    surface_.fillRectangle(0, 0, 1, 1, {0, 255, 0});
+    const std::string content = finish();
+    EXPECT_NE(content.find(".298 g\n"), std::string::npos);
+    EXPECT_NE(content.find(".588 g\n"), std::string::npos);
+    EXPECT_EQ(content.find("rg"), std::string::npos);
+}
+
+TEST_F(PdfContent, ClipsRunsToTheSheet) {
+    const std::string million(1'000'000, 'x');
+    draw(0, 0, million);
+    EXPECT_EQ(finish(), pageStart + "BT\n/F0 78 Tf\n.2 Tc\n100 -165 Td\n(" + std::string(104, 'x') + ")Tj\nET\n");
+
+    surface_.begin();
+    draw(-100 - 47 * 1000 - 5, 0, std::string(1000, 'a') + "bcd");  // b's cell ends within the sheet
+    EXPECT_NE(finish().find("-5 -165 Td\n(bcd)Tj"), std::string::npos);
+
+    surface_.begin();
+    for (const int x : {INT_MIN, -100 - 47, 4861, INT_MAX}) {
+        draw(x, 0, "x");
+    }
+    for (const int y : {INT_MIN, -100 - 65 - 23, 6916, INT_MAX}) {
+        draw(0, y, million);
+        surface_.fillRectangle(0, y, 10, 50, black);
+    }
+    surface_.fillRectangle(INT_MAX, 0, INT_MAX, INT_MAX, black);
+    surface_.fillRectangle(0, 0, 0, 5, black);
+    surface_.fillRectangle(0, 0, 5, -5, black);
+    draw(0, 0, "");
+    EXPECT_EQ(finish(), pageStart);
+
+    surface_.begin();
+    setFont(INT_MAX, true);
+    draw(INT_MAX, INT_MAX, million);
+    draw(INT_MIN, 0, million);
+    surface_.fillRectangle(INT_MIN, INT_MIN, INT_MAX, INT_MAX, black);
+    surface_.fillRectangle(-200, 50, INT_MAX, 10, black);
+    EXPECT_NE(finish().find("0 -160 4961 10 re f\n"), std::string::npos);
+    EXPECT_EQ(surface_.textWidth(million), INT_MAX);
+}
+
+TEST_F(PdfContent, SplitsLongStrings) {
+    auto page = pdf_support::a4Page();
+    page.device.physicalWidth = 40000;
+    begin(page);
+    setFont(1);
+    draw(0, 0, std::string(50000, 'x'));
+    const std::string content = finish();
+    EXPECT_NE(content.find("(" + std::string(32000, 'x') + ")Tj\n(" + std::string(7900, 'x') + ")Tj\n"),
+              std::string::npos);
+}
+
+TEST_F(PdfContent, KeepsTheShapeOfCharactersOnOblongPixels) {
+    auto page = pdf_support::a4Page();
+    page.device.logPixelsY = 1200;
+    begin(page);
+    setFont(156);  // 156 pixels down are as long as 78 across
+    draw(0, 0, "ab");
+    EXPECT_EQ(surface_.textWidth("ab"), 94);
+    EXPECT_EQ(finish(), ".12 0 0 .06 0 841.89 cm\nBT\n/F0 156 Tf\n50 Tz\n.4 Tc\n100 -230 Td\n(ab)Tj\nET\n");
+}
+
+TEST_F(PdfContent, RefusesWhatHasNoMeaning) {
+    PageSurface fresh(fonts_);
+    EXPECT_THROW(fresh.textWidth("x"), runtime::Error);
+    EXPECT_THROW(fresh.drawText(0, 0, "x", black, TextRole::content), runtime::Error);
+    auto page = pdf_support::a4Page();
+    page.device.logPixelsX = 0;
+    EXPECT_THROW(PageSurface::check(page), runtime::Error);
+}
+
+TEST(PdfText, WritesNumbersInTheirShortestForm) {
+    const auto real = [](double value, int decimals) {
+        std::string text;
+        platform_linux::pdf::appendReal(text, value, decimals);
+        return text;
+    };
+    EXPECT_EQ(real(0, 3) + ' ' + real(-0.0001, 3) + ' ' + real(-0.5, 3) + ' ' + real(100, 3) + ' ' + real(10, 0),
+              "0 0 -.5 100 10");
+    EXPECT_EQ(real(0.9996, 3) + ' ' + real(72.0 / 203, 7) + ' ' + real(-12.340, 4), "1 .3546798 -12.34");
+}
+
+TEST(PdfText, WritesTextStringsAndDates) {
+    using platform_linux::pdf::textString;
+    EXPECT_EQ(textString("a(b)\\"), "(a\\(b\\)\\\\)");
+    EXPECT_EQ(textString("\u00E4\u20AC\U0001F600"), "<FEFF00E420ACD83DDE00>");
+    // A lone lead byte, an overlong form, a surrogate, a text cut off.
+    EXPECT_EQ(textString("\xC3x\xC0\x80"), "<FEFFFFFD0078FFFDFFFD>");
+    EXPECT_EQ(textString("\xED\xA0\x80\xE2\x82"), "<FEFFFFFDFFFDFFFDFFFDFFFD>");
+    EXPECT_EQ(platform_linux::pdf::dateString(0), "(D:19700101000000Z)");
+    EXPECT_EQ(platform_linux::pdf::dateString(1795268707), "(D:20261121134507Z)");
+}
+
+}  // namespace

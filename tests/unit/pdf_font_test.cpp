@@ -1,0 +1,74 @@
+// Embedded font programs: every byte leads to the shape that the font file has for its character.
+#include <gtest/gtest.h>
+#include <hb-ot.h>
+
+#include <optional>
+#include <string>
+#include <tuple>
+
+#include "platform/linux/pdf/font_finder.h"
+#include "platform/linux/pdf/font_subset.h"
+#include "platform/linux/pdf/table_tag.h"
+#include "unit/pdf_support.h"
+
+namespace {
+
+using namespace platform_linux::pdf;
+
+std::tuple<int, int, int, int, int> shape(hb_font_t* font, unsigned glyph) {
+    hb_glyph_extents_t box{};
+    hb_font_get_glyph_extents(font, glyph, &box);
+    return {box.x_bearing, box.y_bearing, box.width, box.height, hb_font_get_glyph_h_advance(font, glyph)};
+}
+
+TEST(PdfFont, LeadsEveryByteToItsShape) {
+    const auto codePage = pdf_support::codePage850();
+    const auto found = FontFinder().find("Courier New", false, true, false);
+    ASSERT_EQ(found.size(), 1U);
+    const std::optional<FontFile> file = FontFile::open(found[0].path, found[0].index);
+    ASSERT_TRUE(file);
+    ByteGlyphs glyphs{};
+    for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
+        glyphs[byte] = byte == 'X' ? 0 : file->glyph(codePage[byte]);
+    }
+    const std::string program = fontSubset(*file, glyphs);
+    EXPECT_LT(program.size(), 40000U);
+
+    const Scoped<hb_blob_t, hb_blob_destroy> blob(hb_blob_create(program.data(), static_cast<unsigned>(program.size()),
+                                                                 HB_MEMORY_MODE_READONLY, nullptr, nullptr));
+    const Scoped<hb_face_t, hb_face_destroy> face(hb_face_create(blob.get(), 0));
+    const Scoped<hb_font_t, hb_font_destroy> font(hb_font_create(face.get()));
+    const Scoped<hb_font_t, hb_font_destroy> original(hb_font_create(file->face()));
+    const Scoped<hb_blob_t, hb_blob_destroy> map(hb_face_reference_table(face.get(), tableTag("cmap")));
+    unsigned size = 0;
+    const std::string mapBytes(hb_blob_get_data(map.get(), &size), hb_blob_get_length(map.get()));
+    const auto number = [&](std::size_t offset) {
+        return static_cast<unsigned char>(mapBytes.at(offset)) * 256U +
+               static_cast<unsigned char>(mapBytes.at(offset + 1));
+    };
+    const unsigned macTable = number(10);  // the first entry's offset, low half
+    EXPECT_EQ(number(4) * 1000 + number(macTable), 1006U);
+    EXPECT_EQ(number(macTable + 6) * 1000 + number(macTable + 8), 256U);
+
+    for (unsigned byte = 0; byte < 256; ++byte) {
+        hb_codepoint_t glyph = 0;
+        hb_font_get_nominal_glyph(font.get(), 0xF000 + byte, &glyph);
+        EXPECT_EQ(number(macTable + 10 + 2 * byte), glyph) << byte;
+        EXPECT_EQ(glyph == 0, byte == 0 || byte == 'X') << byte;
+        if (glyph != 0) {
+            EXPECT_EQ(shape(font.get(), glyph), shape(original.get(), glyphs[byte])) << byte;
+        }
+    }
+    EXPECT_EQ(std::get<2>(shape(font.get(), 0)), 0) << "a byte without a glyph would show a box";
+    EXPECT_NE(std::get<2>(shape(original.get(), 0)), 0);
+}
+
+TEST(PdfFont, RefusesFilesThatAreNoTrueTypeFonts) {
+    const pdf_support::TemporaryFile file;
+    EXPECT_FALSE(FontFile::open(file.path(), 0));
+    std::ofstream(file.path()) << std::string("\0\1\0\0\0\x10", 6) << std::string(300, '\xFF');
+    EXPECT_FALSE(FontFile::open(file.path(), 0));
+    EXPECT_FALSE(FontFile::open(file.path() + "/none", 0));
+}
+
+}  // namespace
