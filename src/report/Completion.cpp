@@ -19,8 +19,8 @@ void WriteOKFile(session::Session& session) {
         system.writeFile(okFile, system.toSystemCodePage("Alles OK, Korvano kann weitermachen!\r\n"));
     } catch (const runtime::Error& error) {
         session.platform.dialogs.diagnostic(error.message());
-        session.log.line(">     Fehler in WriteOKFile beim Zugriff auf ", okFile, " ", std::to_string(error.number()), " ",
-                         error.description());
+        session.log.line(">     Fehler in WriteOKFile beim Zugriff auf ", okFile, " ", std::to_string(error.number()),
+                         " ", error.description());
     }
 }
 

@@ -1,4 +1,5 @@
-// The handshake with the host, which waits until the completion file is there, and what has to do with the end of a job.
+// The handshake with the host, which waits until the completion file is there, and what has to do with the end of a
+// job.
 #pragma once
 
 #include <string>

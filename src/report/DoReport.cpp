@@ -46,8 +46,7 @@ struct JobOrder {
 
 class ReportJob {
 public:
-    ReportJob(session::Session& session, const JobOrder& order)
-        : session_(session), log_(session.log), order_(order) {}
+    ReportJob(session::Session& session, const JobOrder& order) : session_(session), log_(session.log), order_(order) {}
 
     void run();
 
@@ -186,8 +185,8 @@ void ReportJob::logGeometry() {
 
 void ReportJob::loadSettings() {
     log_.line(">   Registry verarbeiten");
-    const auto settings = MRegistry::DruckerEinstellungenLaden(session_, printer().DeviceName(),
-                                                               printer().Option(PageOption::colorMode));
+    const auto settings =
+        MRegistry::DruckerEinstellungenLaden(session_, printer().DeviceName(), printer().Option(PageOption::colorMode));
     state_.lngZeilenabstand = settings.lngZeilenabstand;
     state_.lngKopfabstand = settings.lngKopfabstand;
     state_.lngLinkerRand = settings.lngLinkerRand;
@@ -337,8 +336,8 @@ void ReportJob::reportNoPrinters() {
                                          session_.program.title);
 }
 
-// Each step of a report is tried, whatever becomes of the others: the host must get its file, and the user what has been
-// printed, also when the log cannot be written.
+// Each step of a report is tried, whatever becomes of the others: the host must get its file, and the user what has
+// been printed, also when the log cannot be written.
 template <typename Step>
 void ReportJob::attempt(Step step) {
     try {
@@ -384,8 +383,8 @@ void ReportJob::reportDriver(const Error& error) {
 }
 
 void ReportJob::reportBackground(const Error& error) {
-    const std::string text = "Fehler beim Laden der Grafikdatei " + order_.sGrafikname + " auf.\r\nNummer: " +
-                             std::to_string(error.number()) + ", " + error.description();
+    const std::string text = "Fehler beim Laden der Grafikdatei " + order_.sGrafikname +
+                             " auf.\r\nNummer: " + std::to_string(error.number()) + ", " + error.description();
     log_.line(">     Hintergrundbild laden ", text);
     session_.platform.dialogs.messageBox("Es trat ein " + text, Buttons::ok, Icon::critical, errorBoxTitle);
 }

@@ -1,5 +1,5 @@
-// The state of one print job: what the job driver sets and the page interpreter reads and changes. It lasts for the whole
-// job, from pass to pass and from page to page.
+// The state of one print job: what the job driver sets and the page interpreter reads and changes. It lasts for the
+// whole job, from pass to pass and from page to page.
 #pragma once
 
 #include <cstdint>
@@ -22,13 +22,13 @@ struct JobState {
     bool blnTextAusgeben = true;
 
     // Type state, changed by the macros. Bold, italic, underline, the size in effect and the colour are the printer's.
-    runtime::Currency curFontSize;       // points
-    bool blnBreitschrift = false;        // wide type
-    std::int16_t intHochTief = 0;        // 1 superscript, -1 subscript, 0 normal
-    double dblSchatten = 0;              // shadow depth, 0 to 3
-    std::int16_t intEinzug = 0;          // blanks before every line
-    double dblEinzugFontSize = 0;        // points, of those blanks
-    bool blnZeileBegonnen = false;       // the line has had its first run of text
+    runtime::Currency curFontSize;  // points
+    bool blnBreitschrift = false;   // wide type
+    std::int16_t intHochTief = 0;   // 1 superscript, -1 subscript, 0 normal
+    double dblSchatten = 0;         // shadow depth, 0 to 3
+    std::int16_t intEinzug = 0;     // blanks before every line
+    double dblEinzugFontSize = 0;   // points, of those blanks
+    bool blnZeileBegonnen = false;  // the line has had its first run of text
 };
 
 }  // namespace MPrint

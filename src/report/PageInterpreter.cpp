@@ -30,8 +30,8 @@ constexpr int barMultiplier = 2;
 // The bytes that end a run of text.
 constexpr std::array<bool, 256> runEnds = [] {
     std::array<bool, 256> ends{};
-    for (const unsigned char byte : std::string_view("^\n\r\f\x1B")) {
-        ends[byte] = true;
+    for (const char byte : {'^', '\n', '\r', '\f', '\x1B'}) {
+        ends[static_cast<unsigned char>(byte)] = true;
     }
     return ends;
 }();
@@ -53,7 +53,7 @@ struct Pitch {
 };
 
 constexpr std::array pitches = {
-    Pitch{"10", 12_cur, 6_cur, 24_cur},        Pitch{"12", 9.36_cur, 20.04_cur, 20.04_cur},
+    Pitch{"10", 12_cur, 6_cur, 24_cur},          Pitch{"12", 9.36_cur, 20.04_cur, 20.04_cur},
     Pitch{"15", 7.92_cur, 15.84_cur, 15.84_cur}, Pitch{"17", 6.72_cur, 14.04_cur, 14.04_cur},
     Pitch{"20", 6_cur, 12_cur, 12_cur},
 };
@@ -74,8 +74,8 @@ struct ColorCode {
 };
 
 constexpr std::array colors = {
-    ColorCode{"CS", {0, 0, 0}},     ColorCode{"CR", {255, 0, 0}},   ColorCode{"CG", {0, 255, 0}},
-    ColorCode{"CH", {255, 255, 0}}, ColorCode{"CB", {0, 0, 255}},   ColorCode{"CM", {255, 0, 255}},
+    ColorCode{"CS", {0, 0, 0}},     ColorCode{"CR", {255, 0, 0}}, ColorCode{"CG", {0, 255, 0}},
+    ColorCode{"CH", {255, 255, 0}}, ColorCode{"CB", {0, 0, 255}}, ColorCode{"CM", {255, 0, 255}},
     ColorCode{"CC", {0, 255, 255}},
 };
 
@@ -262,7 +262,8 @@ void PageInterpreter::barcode() {
                       runtime::singleText(barRatio, locale), ", Multiplier ", std::to_string(barMultiplier));
     if (!barcodeNoticeGiven_) {
         barcodeNoticeGiven_ = true;
-        session_.platform.dialogs.diagnostic("Strichcodes kann diese Fassung noch nicht drucken; der Text wird gedruckt.");
+        session_.platform.dialogs.diagnostic(
+            "Strichcodes kann diese Fassung noch nicht drucken; der Text wird gedruckt.");
     }
 }
 
@@ -273,7 +274,8 @@ void PageInterpreter::graphics(std::string_view code) {
         ++position_;
     }
     if (code == "GR") {
-        session_.log.line(single ? ">       Grafik " + std::string(next) + " ausgeben" : ">       alle Grafiken ausgeben");
+        session_.log.line(single ? ">       Grafik " + std::string(next) + " ausgeben"
+                                 : ">       alle Grafiken ausgeben");
     }
 }
 

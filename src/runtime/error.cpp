@@ -42,8 +42,7 @@ constexpr std::array descriptions = {
 std::string describe(std::int32_t number) {
     const auto* found = std::find_if(descriptions.begin(), descriptions.end(),
                                      [number](const Description& entry) { return entry.number == number; });
-    return std::string(found != descriptions.end() ? found->text
-                                                   : "Anwendungs- oder objektdefinierter Fehler");
+    return std::string(found != descriptions.end() ? found->text : "Anwendungs- oder objektdefinierter Fehler");
 }
 
 Error::Error(std::int32_t number, std::string detail) : Error(number, {}, describe(number), std::move(detail)) {}

@@ -184,8 +184,8 @@ std::string realText(Real value, int precision, const Locale& locale) {
         return result + (power < 10 ? "0" : "") + std::to_string(power);
     }
     if (decimal.exponent < 0) {
-        return result + "0" + locale.decimalSeparator + std::string(static_cast<std::size_t>(-decimal.exponent - 1), '0') +
-               decimal.digits;
+        return result + "0" + locale.decimalSeparator +
+               std::string(static_cast<std::size_t>(-decimal.exponent - 1), '0') + decimal.digits;
     }
     const std::size_t whole = static_cast<std::size_t>(decimal.exponent) + 1;
     if (decimal.digits.size() <= whole) {
@@ -197,13 +197,13 @@ std::string realText(Real value, int precision, const Locale& locale) {
 }  // namespace
 
 std::int32_t roundToLong(double value) {
-    return static_cast<std::int32_t>(roundWithin(value, std::numeric_limits<std::int32_t>::min(),
-                                                 std::numeric_limits<std::int32_t>::max()));
+    return static_cast<std::int32_t>(
+        roundWithin(value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
 std::int16_t roundToInteger(double value) {
-    return static_cast<std::int16_t>(roundWithin(value, std::numeric_limits<std::int16_t>::min(),
-                                                 std::numeric_limits<std::int16_t>::max()));
+    return static_cast<std::int16_t>(
+        roundWithin(value, std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()));
 }
 
 std::int32_t addLong(std::int32_t left, std::int32_t right) { return within<std::int32_t>(std::int64_t{left} + right); }
@@ -212,7 +212,9 @@ std::int32_t subtractLong(std::int32_t left, std::int32_t right) {
     return within<std::int32_t>(std::int64_t{left} - right);
 }
 
-std::int16_t addInteger(std::int16_t left, std::int16_t right) { return within<std::int16_t>(std::int64_t{left} + right); }
+std::int16_t addInteger(std::int16_t left, std::int16_t right) {
+    return within<std::int16_t>(std::int64_t{left} + right);
+}
 
 Currency Currency::fromDouble(double value) {
     constexpr double limit = 9.2233720368547758e18;

@@ -26,7 +26,9 @@ public:
     std::int16_t integerValue(std::string_view name, std::int16_t byDefault) const {
         return number(name, byDefault, runtime::roundToInteger);
     }
-    float singleValue(std::string_view name, float byDefault) const { return number(name, byDefault, runtime::toSingle); }
+    float singleValue(std::string_view name, float byDefault) const {
+        return number(name, byDefault, runtime::toSingle);
+    }
 
 private:
     template <typename Number>

@@ -175,9 +175,8 @@ void StartUp::show(const std::string& text) {
 }
 
 void showLastMessage(platform::Platform& platform, const runtime::Error& error) {
-    platform.dialogs.messageBox(
-        "Laufzeitfehler '" + std::to_string(error.number()) + "':\r\n\r\n" + error.message(), Buttons::ok,
-        Icon::critical, session::Program{}.title);
+    platform.dialogs.messageBox("Laufzeitfehler '" + std::to_string(error.number()) + "':\r\n\r\n" + error.message(),
+                                Buttons::ok, Icon::critical, session::Program{}.title);
 }
 
 }  // namespace

@@ -78,12 +78,24 @@ TEST_F(PageInterpreterTest, PitchAndWideTypeChooseExactSizes) {
         int emHeight;  // twips
         int y;
     };
-    for (const Row& row : {Row{"^10", 240, 500},         {"^12", 187, 500},          {"^15", 158, 500},
-                           {"^17", 134, 500},            {"^20", 120, 500},          {"^10^BE", 480, 300},
-                           {"^12^BE", 401, 300},         {"^15^BE", 317, 300},       {"^17^BE", 281, 300},
-                           {"^20^BE", 240, 300},         {"^10^BE^10", 120, 300},    {"^10^BE^20", 240, 300},
-                           {"^10^BE^12", 401, 300},      {"^10^BE^BE", 480, 300},    {"^10^BE^BA", 240, 500},
-                           {"^12^BA", 187, 500},         {"^10^BE^10^BA", 120, 500}, {"^12^BE^BA", 187, 500}}) {
+    for (const Row& row : {Row{"^10", 240, 500},
+                           {"^12", 187, 500},
+                           {"^15", 158, 500},
+                           {"^17", 134, 500},
+                           {"^20", 120, 500},
+                           {"^10^BE", 480, 300},
+                           {"^12^BE", 401, 300},
+                           {"^15^BE", 317, 300},
+                           {"^17^BE", 281, 300},
+                           {"^20^BE", 240, 300},
+                           {"^10^BE^10", 120, 300},
+                           {"^10^BE^20", 240, 300},
+                           {"^10^BE^12", 401, 300},
+                           {"^10^BE^BE", 480, 300},
+                           {"^10^BE^BA", 240, 500},
+                           {"^12^BA", 187, 500},
+                           {"^10^BE^10^BA", 120, 500},
+                           {"^12^BE^BA", 187, 500}}) {
         const auto texts = print(std::string("^BA^10") + row.macros + "x^BA^10");
         ASSERT_EQ(texts.size(), 1U) << row.macros;
         EXPECT_EQ(texts[0].font.emHeight, row.emHeight) << row.macros;
@@ -102,8 +114,8 @@ TEST_F(PageInterpreterTest, AttributesAndColors) {
     const auto texts = print("^KE^UEa^KA^UAb^CRc^CGd^CHe^CBf^CMg^CCh^CSi^EEj^EAk");
     EXPECT_TRUE(texts[0].font.italic && texts[0].font.underline && !texts[0].font.bold);
     EXPECT_FALSE(texts[1].font.italic || texts[1].font.underline);
-    const std::vector<Color> expected{{255, 0, 0}, {0, 255, 0},   {255, 255, 0}, {0, 0, 255},
-                                      {255, 0, 255}, {0, 255, 255}, {0, 0, 0},     {0, 0, 0}, {0, 0, 0}};
+    const std::vector<Color> expected{{255, 0, 0},   {0, 255, 0}, {255, 255, 0}, {0, 0, 255}, {255, 0, 255},
+                                      {0, 255, 255}, {0, 0, 0},   {0, 0, 0},     {0, 0, 0}};
     for (std::size_t i = 0; i < expected.size(); ++i) {
         EXPECT_EQ(texts[i + 2].color, expected[i]) << texts[i + 2].text;
     }
@@ -128,7 +140,10 @@ TEST_F(PageInterpreterTest, ScriptsShadowsAndDoubleStrike) {
 }
 
 TEST_F(PageInterpreterTest, IndentationStartsWithTheNextLineInTheSizeItWasSetIn) {
-    const auto texts = print("^UEa^LR\x05" "b\r\n^20c\rd\ne^LR" + std::string(1, '\0') + "\nf");
+    const auto texts = print(
+        "^UEa^LR\x05"
+        "b\r\n^20c\rd\ne^LR" +
+        std::string(1, '\0') + "\nf");
     EXPECT_EQ(places(texts), (std::vector<Place>{{100, 500, "a"},
                                                  {244, 500, "b"},
                                                  {100, 722, "     "},
@@ -148,11 +163,25 @@ TEST_F(PageInterpreterTest, UnknownMacrosPrintTheirCodeAndParametersAreConsumed)
         const char* page;
         const char* printed;
     };
-    for (const Row& row :
-         {Row{"^feX", "feX"}, {"^XY", "XY"}, {"a^", "a"}, {"a^F", "aF"}, {"^^FEx^FA", "xx"}, {"^PLabc", "bc"},
-          {"^TR2x", "x"}, {"^LSx", "x"}, {"^GZ0", "0"}, {"^GY7x", "x"}, {"^GRGR", "GR"}, {"^GA1^GZ9a", "a"},
-          {"^BC1,2,\\x", "x"}, {"^BC1,2,A\nB\\x", "x"}, {"^BC1,2,ABC", ""}, {"^LR", ""}, {"^BCx", ""},
-          {"a\fb", "a"}, {"a^LR\x0Cx^LR", "ax"}}) {
+    for (const Row& row : {Row{"^feX", "feX"},
+                           {"^XY", "XY"},
+                           {"a^", "a"},
+                           {"a^F", "aF"},
+                           {"^^FEx^FA", "xx"},
+                           {"^PLabc", "bc"},
+                           {"^TR2x", "x"},
+                           {"^LSx", "x"},
+                           {"^GZ0", "0"},
+                           {"^GY7x", "x"},
+                           {"^GRGR", "GR"},
+                           {"^GA1^GZ9a", "a"},
+                           {"^BC1,2,\\x", "x"},
+                           {"^BC1,2,A\nB\\x", "x"},
+                           {"^BC1,2,ABC", ""},
+                           {"^LR", ""},
+                           {"^BCx", ""},
+                           {"a\fb", "a"},
+                           {"a^LR\x0Cx^LR", "ax"}}) {
         std::string printed;
         for (const DrawnText& text : print(row.page)) {
             printed += text.text;
@@ -192,8 +221,8 @@ TEST_F(PageInterpreterTest, MacrosAndBarcodesAreLogged) {
     EXPECT_EQ(host.logLines(),
               (std::vector<std::string>{">       ^BC", ">       Barcodeausgabe: (Y,X) 1,5,2 Text: 'ABC'",
                                         ">       Barcodeparameter: XFactor 3, Ratio 3, Multiplier 2", ">       ^GR",
-                                        ">       alle Grafiken ausgeben", ">       ^GR",
-                                        ">       Grafik 3 ausgeben", ">       ^Q"}));
+                                        ">       alle Grafiken ausgeben", ">       ^GR", ">       Grafik 3 ausgeben",
+                                        ">       ^Q"}));
 }
 
 TEST_F(PageInterpreterTest, RandomBytesNeitherCrashNorHang) {
@@ -223,8 +252,12 @@ TEST(BarcodeMacro, CommasSplitTheFieldsAndLeaveTheData) {
         float x;
         const char* data;
     };
-    for (const Row& row : {Row{"1.5,2,ABC", 1.5F, 2, "ABC"}, {"1,5,2,ABC", 1, 5, "2ABC"}, {",,A", 0, 0, "A"},
-                           {"x,2y,A,,B", 0, 2, "AB"}, {"1", 1, 0, ""}, {"", 0, 0, ""}}) {
+    for (const Row& row : {Row{"1.5,2,ABC", 1.5F, 2, "ABC"},
+                           {"1,5,2,ABC", 1, 5, "2ABC"},
+                           {",,A", 0, 0, "A"},
+                           {"x,2y,A,,B", 0, 2, "AB"},
+                           {"1", 1, 0, ""},
+                           {"", 0, 0, ""}}) {
         const auto macro = MPrint::readBarcodeMacro(row.fields);
         EXPECT_EQ(macro.y, row.y) << row.fields;
         EXPECT_EQ(macro.x, row.x) << row.fields;

@@ -296,11 +296,11 @@ TEST_F(ReportTest, WaitWritesTheFileWhenTheQueueIsEmpty) {
     EXPECT_TRUE(logged(">   KRVWINPR.OK übersprungen wegen /WAIT-Parameter"));
     const Lines lines = host.logLines();
     const Lines tail(lines.end() - 9, lines.end());
-    EXPECT_EQ(tail, (Lines{">   Druckende", ">   Warte auf leeren Druckerspooler", ">     Überprüfe: Laser 1",
-                           ">     Anzahl Jobs: 2", ">     nach DoEvents, Timer: 49507,1",
-                           ">     nach DoEvents, Timer: 49507,2", ">     Ende durch Jobs.Count = 0",
-                           ">     WaitForSpoolerFinished Ende",
-                           ">   KRVWINPR.OK wegen /WAIT-Parameter am Ende ausgegeben"}));
+    EXPECT_EQ(tail,
+              (Lines{">   Druckende", ">   Warte auf leeren Druckerspooler", ">     Überprüfe: Laser 1",
+                     ">     Anzahl Jobs: 2", ">     nach DoEvents, Timer: 49507,1",
+                     ">     nach DoEvents, Timer: 49507,2", ">     Ende durch Jobs.Count = 0",
+                     ">     WaitForSpoolerFinished Ende", ">   KRVWINPR.OK wegen /WAIT-Parameter am Ende ausgegeben"}));
     EXPECT_EQ(host.system.sleptMilliseconds, 200);
 }
 

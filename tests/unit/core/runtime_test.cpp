@@ -69,8 +69,19 @@ TEST(Numbers, PrefixReadsAsFarAsItIsANumber) {
         const char* text;
         double value;
     };
-    for (const Row& row : {Row{"1,5", 1.5}, {" 2,25 cm", 2.25}, {",5", 0.5}, {"3,", 3}, {"-1,5e2x", -150}, {"1d2", 100},
-                           {"1e", 1}, {"1.5", 1}, {"", 0}, {"abc", 0}, {"-", 0}, {",", 0}, {"1,2,3", 1.2}}) {
+    for (const Row& row : {Row{"1,5", 1.5},
+                           {" 2,25 cm", 2.25},
+                           {",5", 0.5},
+                           {"3,", 3},
+                           {"-1,5e2x", -150},
+                           {"1d2", 100},
+                           {"1e", 1},
+                           {"1.5", 1},
+                           {"", 0},
+                           {"abc", 0},
+                           {"-", 0},
+                           {",", 0},
+                           {"1,2,3", 1.2}}) {
         EXPECT_DOUBLE_EQ(runtime::numberPrefix(row.text, ','), row.value) << row.text;
     }
     EXPECT_EQ(errorNumber([] { runtime::numberPrefix("1e999", ','); }), 6);
@@ -94,9 +105,19 @@ TEST(Numbers, TextHasSevenOrFifteenSignificantDigits) {
         float value;
         const char* text;
     };
-    for (const Row& row : {Row{5.5F, "5,5"}, {2.4F, "2,4"}, {0.42333333F, "0,4233333"}, {20.997334F, "20,99733"},
-                           {600.0F, "600"}, {-0.25F, "-0,25"}, {1234567.0F, "1234567"}, {12345678.0F, "1,234568E+07"},
-                           {0.0F, "0"}, {0.0001F, "0,0001"}, {1.5e-10F, "1,5E-10"}, {1e30F, "1E+30"}, {9999999.6F, "1E+07"}}) {
+    for (const Row& row : {Row{5.5F, "5,5"},
+                           {2.4F, "2,4"},
+                           {0.42333333F, "0,4233333"},
+                           {20.997334F, "20,99733"},
+                           {600.0F, "600"},
+                           {-0.25F, "-0,25"},
+                           {1234567.0F, "1234567"},
+                           {12345678.0F, "1,234568E+07"},
+                           {0.0F, "0"},
+                           {0.0001F, "0,0001"},
+                           {1.5e-10F, "1,5E-10"},
+                           {1e30F, "1E+30"},
+                           {9999999.6F, "1E+07"}}) {
         EXPECT_EQ(runtime::singleText(row.value, german), row.text);
     }
     EXPECT_EQ(runtime::singleText(5.5F, english()), "5.5");

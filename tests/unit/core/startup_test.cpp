@@ -58,12 +58,13 @@ TEST_F(StartUpTest, WithoutArgumentsTheUsageIsShown) {
               "[<Grafikdatei>|KEINEGRAFIK] [<Druckertreiber>]] [/WAIT] [/TWOPASS]");
     EXPECT_EQ(box.title, "KRVWinPr");
     EXPECT_EQ(box.icon, platform::Icon::none);
-    EXPECT_EQ(host.logLines(),
-              (std::vector<std::string>{"", "======= NEUER START ========", "> 35D754B208AEBD1628021", "> App.StartMode: 0  // 0=EXE, 1=ActiveX-EXE",
-                                        "> Debuglevel: 0", "> Registrydaten gesetzt", "> RunPath: C:\\KORVANO",
-                                        "> EXEPath: C:\\Programme\\KRVWinPr", "> EXEVersion: 3.0.0",
-                                        "> LOGPixelsX: 96", "> LOGPixelsY: 96", "> TwoPass: Nein", "> keine Argumente",
-                                        "> Programm regulär beendet!", ""}));
+    EXPECT_EQ(
+        host.logLines(),
+        (std::vector<std::string>{
+            "", "======= NEUER START ========", "> 35D754B208AEBD1628021",
+            "> App.StartMode: 0  // 0=EXE, 1=ActiveX-EXE", "> Debuglevel: 0", "> Registrydaten gesetzt",
+            "> RunPath: C:\\KORVANO", "> EXEPath: C:\\Programme\\KRVWinPr", "> EXEVersion: 3.0.0", "> LOGPixelsX: 96",
+            "> LOGPixelsY: 96", "> TwoPass: Nein", "> keine Argumente", "> Programm regulär beendet!", ""}));
     EXPECT_FALSE(host.system.files.contains("KRVWINPR.OK"));
 }
 

@@ -41,9 +41,9 @@ struct RecordingDevice {
                                                 {platform::PageOption::paperBin, 0},
                                                 {platform::PageOption::orientation, 1},
                                                 {platform::PageOption::colorMode, 2}};
-    std::string fontName;                            // found instead of the requested one, where not empty
+    std::string fontName;                                        // found instead of the requested one, where not empty
     std::function<void(platform::PageOption, int)> onSetOption;  // may throw
-    std::function<void(std::size_t)> onBeginPage;    // may throw; pages ended so far
+    std::function<void(std::size_t)> onBeginPage;                // may throw; pages ended so far
     std::vector<std::shared_ptr<RecordedDocument>> documents;
 
     const std::vector<RecordedPage>& pages() const { return documents.back()->pages; }
@@ -112,8 +112,8 @@ public:
     std::string byDefault = "Laser 1";
     RecordingDevice device;
     platform::PrinterRecord record;
-    std::uint32_t failWith = 0;      // every call that names a printer fails with this code
-    std::vector<int> jobCounts{0};   // one for each question, the last one for ever
+    std::uint32_t failWith = 0;     // every call that names a printer fails with this code
+    std::vector<int> jobCounts{0};  // one for each question, the last one for ever
     bool running = true;
 
     bool hasPrinters() override { return !names.empty(); }
