@@ -12,7 +12,7 @@ namespace platform_linux {
 
 // A queue's page, as its driver has it.
 struct QueueMedia {
-    std::string keyword;        // standard media name of the size, "iso_a4_210x297mm"
+    std::string keyword;  // standard media name of the size, "iso_a4_210x297mm"
     double widthPoints = 595.276;
     double heightPoints = 841.890;
     double marginLeft = 0;  // unprintable margins in points

@@ -1,0 +1,96 @@
+#include "platform/linux/cups/connection.h"
+
+#include <cups/cups.h>
+
+#include <cerrno>
+#include <utility>
+
+#include "platform/linux/cups/cups_error.h"
+
+namespace platform_linux::cups {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int connectMilliseconds = 3000;
+constexpr double answerSeconds = 3;
+// A document may have to wait for the server's disk.
+constexpr double documentSeconds = 10;
+constexpr auto silence = 15s;
+// The server closes a connection that is idle for half a minute; libcups would then reconnect in its own time.
+constexpr auto longestIdle = 10s;
+
+}  // namespace
+
+Connection::Connection() {
+    cupsSetPasswordCB2([](const char*, http_t*, const char*, const char*, void*) -> const char* { return nullptr; },
+                       nullptr);
+}
+
+void Connection::lost(const std::string& queue, bool silent) {
+    http_.reset();
+    if (silent) {
+        silentUntil_ = Clock::now() + silence;
+        throw failure(ETIMEDOUT, queue, "");
+    }
+    throw failure(ECONNREFUSED, queue, "");
+}
+
+void Connection::connect(const std::string& queue, double timeout) {
+    if (http_ != nullptr && Clock::now() - lastUse_ > longestIdle) {
+        http_.reset();
+    }
+    if (http_ == nullptr) {
+        const Clock::time_point start = Clock::now();
+        http_.reset(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, connectMilliseconds,
+                                 nullptr));
+        if (http_ == nullptr) {
+            lost(queue, Clock::now() - start >= std::chrono::milliseconds(connectMilliseconds));
+        }
+    }
+    httpSetTimeout(
+        http_.get(), timeout, [](http_t*, void*) { return 0; }, nullptr);
+    lastUse_ = Clock::now();
+}
+
+http_t* Connection::connected(const std::string& queue) {
+    if (Clock::now() < silentUntil_) {
+        throw failure(ETIMEDOUT, queue, "");
+    }
+    connect(queue, answerSeconds);
+    return http_.get();
+}
+
+IppMessage Connection::request(const std::string& queue, IppMessage message, int fileDescriptor) {
+    if (fileDescriptor < 0) {
+        connected(queue);
+    } else {
+        connect(queue, documentSeconds);
+    }
+    const std::string resource = queue.empty() ? "/" : "/printers/" + queue;
+    IppMessage answer(cupsDoIORequest(http_.get(), message.release(), resource.c_str(), fileDescriptor, -1));
+    const ipp_status_t status = cupsLastError();
+    const std::string said = cupsLastErrorString() != nullptr ? cupsLastErrorString() : "";
+    const bool denied = status == IPP_STATUS_ERROR_FORBIDDEN || status == IPP_STATUS_ERROR_NOT_AUTHENTICATED ||
+                        status == IPP_STATUS_ERROR_NOT_AUTHORIZED ||
+                        status == IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED;
+    if (answer == nullptr && !denied) {
+        lost(queue, Clock::now() - lastUse_ >= std::chrono::duration<double>(answerSeconds));
+    }
+    lastUse_ = Clock::now();
+    if (status >= IPP_STATUS_ERROR_BAD_REQUEST) {
+        throw failure(static_cast<std::uint32_t>(status), queue, said);
+    }
+    return answer;
+}
+
+bool Connection::fetch(const std::string& resource, int fileDescriptor) {
+    const bool fetched = cupsGetFd(connected({}), resource.c_str(), fileDescriptor) == HTTP_STATUS_OK;
+    if (!fetched) {
+        http_.reset();
+    }
+    return fetched;
+}
+
+}  // namespace platform_linux::cups

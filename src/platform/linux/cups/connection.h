@@ -1,0 +1,46 @@
+// The connection to the CUPS scheduler: one, kept between requests, and never waited for longer than a few seconds.
+#pragma once
+
+#include <cups/http.h>
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "platform/linux/cups/ipp_message.h"
+
+namespace platform_linux::cups {
+
+// The server is the one that CUPS_SERVER or client.conf names, otherwise the local one. Nobody is ever asked for a
+// password: what the server does not grant to the user as he is, it refuses.
+class Connection {
+public:
+    Connection();
+
+    // Sends a request, with the content of a file from its start where a descriptor is given, and returns the answer.
+    // Throws platform::SpoolerError, which names the queue, when the server cannot be reached, does not answer in time
+    // or refuses. A server that did not answer in time is not asked again for a while, but for a request with a file.
+    IppMessage request(const std::string& queue, IppMessage message, int fileDescriptor = -1);
+
+    // Fetches a resource of the server into a file; false where it cannot be had.
+    bool fetch(const std::string& resource, int fileDescriptor);
+
+    // For calls of libcups that speak to the server themselves: connected; throws as request() does.
+    http_t* connected(const std::string& queue);
+
+private:
+    struct Close {
+        void operator()(http_t* http) const noexcept { httpClose(http); }
+    };
+    using Clock = std::chrono::steady_clock;
+
+    void connect(const std::string& queue, double timeout);
+    [[noreturn]] void lost(const std::string& queue, bool silent);
+
+    std::unique_ptr<http_t, Close> http_;
+    Clock::time_point lastUse_;
+    Clock::time_point silentUntil_;  // the server is taken for hanging until then
+};
+
+}  // namespace platform_linux::cups

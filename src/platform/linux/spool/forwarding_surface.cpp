@@ -1,0 +1,30 @@
+#include "platform/linux/spool/forwarding_surface.h"
+
+namespace platform_linux::spool {
+
+void ForwardingSurface::forwardTo(platform::Surface& surface) {
+    surface_ = &surface;
+    if (font_) {
+        surface.setFont(*font_);
+    }
+}
+
+platform::DeviceCapabilities ForwardingSurface::capabilities() const { return surface_->capabilities(); }
+
+platform::FontFace ForwardingSurface::setFont(const platform::FontRequest& font) {
+    platform::FontFace face = surface_->setFont(font);
+    font_ = font;
+    return face;
+}
+
+int ForwardingSurface::textWidth(std::string_view text) const { return surface_->textWidth(text); }
+
+void ForwardingSurface::drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole role) {
+    surface_->drawText(x, y, text, color, role);
+}
+
+void ForwardingSurface::fillRectangle(int x, int y, int width, int height, platform::Color color) {
+    surface_->fillRectangle(x, y, width, height, color);
+}
+
+}  // namespace platform_linux::spool

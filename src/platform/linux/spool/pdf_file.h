@@ -1,0 +1,55 @@
+// A PDF that becomes a file in a folder, and is seen there only when it is complete.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/spool/document_target.h"
+
+namespace platform_linux::spool {
+
+// A folder that stays the same one when the current directory changes.
+struct Folder {
+    FileDescriptor descriptor;
+    std::string path;  // for messages
+
+    // The current directory.
+    static Folder current();
+};
+
+// How a file is kept out of sight until it is complete: without any name, so that not even a killed process leaves
+// it, or under a hidden name where the file system cannot do that.
+enum class Concealment { unnamed, hidden };
+
+// Makes the file with the first page, as "NAME.pdf", or "NAME (2).pdf" and so on where that is taken at the moment of
+// delivery; never replaces anything.
+class PdfFile : public PdfOutput {
+public:
+    PdfFile(std::shared_ptr<const Folder> folder, std::string name, Concealment concealment);
+    ~PdfFile() override;
+    PdfFile(const PdfFile&) = delete;
+    PdfFile& operator=(const PdfFile&) = delete;
+
+    int descriptor() const override { return file_.get(); }
+    void pageBegins() override;
+    void deliver(const PageOptions& firstPage) override;
+    runtime::Error failure(const runtime::Error& cause) override;
+
+private:
+    FileDescriptor makeUnnamed() const;
+    FileDescriptor makeHidden();
+    bool putInPlace(const std::string& name);
+    void remove() noexcept;
+    [[noreturn]] void fail(int systemError);
+    std::string subject() const;
+
+    std::shared_ptr<const Folder> folder_;
+    std::string name_;
+    Concealment concealment_;
+    FileDescriptor file_;     // memory until the first page begins
+    bool made_ = false;       // file_ is the file
+    std::string hiddenName_;  // while it exists
+};
+
+}  // namespace platform_linux::spool

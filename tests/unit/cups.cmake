@@ -1,0 +1,16 @@
+krv_unit_test(spool-tests LIBS krv-linux-spool krv-linux SOURCES
+    unit/spool_file_test.cpp
+    unit/spool_queue_test.cpp
+)
+krv_unit_test(cups-tests LIBS krv-cups SOURCES unit/cups_attributes_test.cpp)
+
+# Drives the adapter's printers, with its modules, for the tests that need a print server.
+add_executable(krv-printers e2e/cups/printers.cpp)
+target_link_libraries(krv-printers PRIVATE krv-linux-spool krv-linux)
+set_target_properties(krv-printers PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+add_dependencies(krv-printers krvwinpr-cups krvwinpr-pdf)
+
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_test(NAME printers COMMAND ${Python3_EXECUTABLE} -B -m unittest printers_test
+    WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/e2e)
+set_tests_properties(printers PROPERTIES ENVIRONMENT KRV_BUILD=${CMAKE_BINARY_DIR} TIMEOUT 180)

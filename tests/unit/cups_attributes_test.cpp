@@ -1,0 +1,103 @@
+// What the attributes of CUPS mean.
+#include <cups/cups.h>
+#include <gtest/gtest.h>
+
+#include <array>
+
+#include "platform/linux/cups/bin_names.h"
+#include "platform/linux/cups/cups_error.h"
+#include "platform/linux/cups/printer_state.h"
+#include "platform/linux/cups/queue_device.h"
+#include "platform/spooler.h"
+
+namespace {
+
+using namespace platform_linux::cups;
+namespace flag = platform::printer_status;
+using Strings = std::vector<std::string>;
+
+TEST(PrinterState, ReasonsBecomeFlagsAndAnIdleQueueIsReady) {
+    EXPECT_EQ(printerStatus(3, {"none"}, true), flag::ready);
+    EXPECT_EQ(printerStatus(3, {"cups-missing-filter-warning", "media-low-report", "wifi-not-configured-report"}, true),
+              flag::ready);
+    EXPECT_EQ(printerStatus(4, {"toner-low-report"}, true), flag::printing | flag::tonerLow);
+    EXPECT_EQ(printerStatus(5, {"paused", "media-jam-error", "media-empty"}, true),
+              flag::paused | flag::paperJam | flag::paperOut);
+    EXPECT_EQ(printerStatus(3, {"cover-open-warning", "marker-supply-empty-error", "offline-report"}, false),
+              flag::doorOpen | flag::noToner | flag::offline | flag::notAvailable);
+    EXPECT_EQ(printerStatus(3, {"vendor-lamp-broken-error"}, true), flag::error);
+}
+
+TEST(BinNames, AreTheDriversTextsInTheUsersLanguage) {
+    const std::string ppd =
+        "*PPD-Adobe: \"4.3\"\r\n*OpenUI *InputSlot/Zufuhr: PickOne\r\n*DefaultInputSlot: Auto\r\n"
+        "*InputSlot Auto/Ger\xE4t w\xE4hlt: \"<</ManualFeed false>>setpagedevice\"\r\n"
+        "*InputSlot  Tray1/Fach <C3BC> : \"\"\r\n*InputSlot Tray2: \"\"\r\n*en.InputSlot Tray1/Tray 1: \"\"\r\n"
+        "*InputSlotExtra Foo/Bar: \"\"\r\n*InputSlot\r\n*InputSlot :\r\n*InputSlot Cut";
+    EXPECT_EQ(binNames(ppd, "de"), (Strings{"Gerät wählt", "Fach ü", "Tray2"}));
+    EXPECT_EQ(binNames(ppd, "en"), (Strings{"Gerät wählt", "Tray 1", "Tray2"}));
+    EXPECT_EQ(binNames(ppd, ""), (Strings{"Gerät wählt", "Fach ü", "Tray2"}));
+    EXPECT_EQ(binNames("<html>*InputSlot A/B: \"\"</html>", "de"), Strings());
+}
+
+ipp_t* sheet(int width, int height, int margin) {
+    ipp_t* size = ippNew();
+    ippAddInteger(size, IPP_TAG_ZERO, IPP_TAG_INTEGER, "x-dimension", width);
+    ippAddInteger(size, IPP_TAG_ZERO, IPP_TAG_INTEGER, "y-dimension", height);
+    ipp_t* media = ippNew();
+    ippAddCollection(media, IPP_TAG_ZERO, "media-size", size);
+    ippDelete(size);
+    for (const char* side : {"media-left-margin", "media-top-margin", "media-right-margin", "media-bottom-margin"}) {
+        ippAddInteger(media, IPP_TAG_ZERO, IPP_TAG_INTEGER, side, margin++);
+    }
+    return media;
+}
+
+TEST(QueueDevice, FindsA4WithMarginsAmongTheSizes) {
+    const IppMessage message(ippNew());
+    const IppMessage own(sheet(21590, 27940, 635));
+    const IppMessage borderless(sheet(21000, 29700, -3));
+    const IppMessage a4(sheet(20990, 29704, 423));
+    std::array<const ipp_t*, 3> sizes = {own.get(), borderless.get(), a4.get()};
+    ippAddCollection(message.get(), IPP_TAG_PRINTER, "media-col-default", own.get());
+    ippAddCollections(message.get(), IPP_TAG_PRINTER, "media-col-database", 3, sizes.data());
+    ippAddString(message.get(), IPP_TAG_PRINTER, IPP_TAG_KEYWORD, "media-supported", nullptr, "iso_a4_210x297mm");
+    ippAddResolution(message.get(), IPP_TAG_PRINTER, "printer-resolution-default", IPP_RES_PER_CM, 236, 118);
+    ippAddString(message.get(), IPP_TAG_PRINTER, IPP_TAG_KEYWORD, "print-color-mode-supported", nullptr, "monochrome");
+    ippAddInteger(message.get(), IPP_TAG_PRINTER, IPP_TAG_ENUM, "orientation-requested-default", IPP_ORIENT_LANDSCAPE);
+    const platform_linux::QueueDevice device = queueDevice(message.get());
+    EXPECT_EQ(device.own.keyword, "na_letter_8.5x11in");
+    EXPECT_NEAR(device.own.widthPoints, 612, 0.01);
+    EXPECT_NEAR(device.own.marginBottom, 18.085, 0.001);
+    EXPECT_EQ(device.a4.keyword, "iso_a4_210x297mm");
+    EXPECT_NEAR(device.a4.heightPoints, 842.0, 0.01);
+    EXPECT_NEAR(device.a4.marginLeft, 11.991, 0.001);
+    EXPECT_EQ(device.resolutionX, 599);
+    EXPECT_EQ(device.resolutionY, 300);
+    EXPECT_FALSE(device.color);
+    EXPECT_EQ(device.defaultColorMode, 1);
+    EXPECT_EQ(device.defaultOrientation, 2);
+}
+
+TEST(QueueDevice, NonsenseGivesAPageThatCanBePrinted) {
+    const IppMessage message(ippNew());
+    const IppMessage swallowed(sheet(21000, 29700, 20000));
+    ippAddCollection(message.get(), IPP_TAG_PRINTER, "media-col-default", swallowed.get());
+    ippAddResolution(message.get(), IPP_TAG_PRINTER, "printer-resolution-default", IPP_RES_PER_INCH, 0, 0);
+    ippAddInteger(message.get(), IPP_TAG_PRINTER, IPP_TAG_INTEGER, "print-color-mode-default", 7);
+    const platform_linux::QueueDevice device = queueDevice(message.get());
+    EXPECT_EQ(device.own.marginLeft, 0);
+    EXPECT_EQ(device.resolutionX, 600);
+    EXPECT_TRUE(device.color);
+    EXPECT_EQ(device.defaultColorMode, 2);
+}
+
+TEST(CupsError, TextsAreForTheCodesThatHaveOne) {
+    EXPECT_EQ(statusText(0x506), "Der Drucker nimmt keine Aufträge an.");
+    EXPECT_EQ(statusText(0x40B), "client-error-attributes-or-values-not-supported");
+    EXPECT_EQ(statusText(2), "No such file or directory");
+    EXPECT_EQ(statusText(0), "");
+    EXPECT_EQ(statusText(0x4FFF), "");
+}
+
+}  // namespace

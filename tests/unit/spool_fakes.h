@@ -1,0 +1,165 @@
+// What the documents of the spooler stand on, for tests: a PDF that can be read as text and queues that remember.
+#pragma once
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <set>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "platform/linux/cups/print_queues.h"
+#include "platform/linux/pdf/pdf_document.h"
+#include "runtime/error.h"
+
+namespace spool_test {
+
+// What the fake PDFs of a test share: errors to throw, and what the last one was told.
+struct PdfScript {
+    std::string failAt;  // "endPage" or "finish"
+    int number = runtime::errDiskFull;
+    int atPage = 1;
+    platform_linux::PdfPage page;
+    std::vector<std::string> fonts;  // selected, "/" for each new PDF
+};
+
+class FakeSurface : public platform::Surface {
+public:
+    explicit FakeSurface(PdfScript& script) : script_(script) {}
+    platform::DeviceCapabilities capabilities() const override { return script_.page.device; }
+    platform::FontFace setFont(const platform::FontRequest& font) override {
+        script_.fonts.push_back(font.name);
+        return {font.name, font.charset};
+    }
+    int textWidth(std::string_view text) const override { return static_cast<int>(text.size()); }
+    void drawText(int, int, std::string_view text, platform::Color, platform::TextRole) override {
+        drawn += std::string(text) + ' ';
+    }
+    void fillRectangle(int, int, int, int, platform::Color) override {}
+
+    std::string drawn;
+
+private:
+    PdfScript& script_;
+};
+
+// "head", the pages in brackets, "end": all written at once, the head before there is any page.
+class FakePdf : public platform_linux::PdfDocument {
+public:
+    FakePdf(PdfScript& script, int descriptor) : script_(script), descriptor_(descriptor), surface_(script) {
+        script_.fonts.emplace_back("/");
+        put("head ");
+    }
+    void setPage(const platform_linux::PdfPage& page) override { script_.page = page; }
+    platform::Surface& surface() override { return surface_; }
+    void beginPage() override { surface_.drawn.clear(); }
+    void endPage() override {
+        failIfAsked("endPage");
+        put("[" + surface_.drawn + "] ");
+        ++pages_;
+    }
+    int pageCount() const override { return pages_; }
+    void finish() override {
+        failIfAsked("finish");
+        put("end");
+    }
+
+private:
+    void put(const std::string& text) const {
+        if (::write(descriptor_, text.data(), text.size()) != static_cast<ssize_t>(text.size())) {
+            throw runtime::Error(runtime::errDeviceIo);
+        }
+    }
+    void failIfAsked(const std::string& step) const {
+        if (script_.failAt == step && pages_ + 1 >= script_.atPage) {
+            throw runtime::Error(script_.number, "Kein Platz.");
+        }
+    }
+
+    PdfScript& script_;
+    int descriptor_;
+    FakeSurface surface_;
+    int pages_ = 0;
+};
+
+// Queues "Links" and "Rechts"; jobs are remembered as "bin paper orientation colour: content".
+class FakeQueues : public platform_linux::PrintQueues {
+public:
+    std::vector<std::string> names() override { return {"Rechts", "Links"}; }
+    std::string defaultName() override { return standard; }
+    void setDefaultName(const std::string& queue) override { standard = queue; }
+    platform::PrinterRecord record(const std::string& queue) override {
+        platform::PrinterRecord record;
+        record.name = queue;
+        return record;
+    }
+    int jobCount(const std::string&) override { return static_cast<int>(jobs.size()); }
+    std::vector<platform::PaperBin> bins(const std::string&) override { return {{1, "Oben"}, {2, "Unten"}}; }
+    platform_linux::QueueDevice device(const std::string&) override { return hardware; }
+    std::map<std::string, std::string> options(const std::string&, const platform_linux::QueueMedia& media, int bin,
+                                               int orientation, int colorMode) override {
+        std::ostringstream text;
+        text << bin << ' ' << media.keyword << ' ' << orientation << ' ' << colorMode;
+        return {{"all", text.str()}};
+    }
+    bool canAdminister(const std::string&) override { return false; }
+    void purge(const std::string&) override { jobs.clear(); }
+    bool running() override { return true; }
+    std::string errorText(std::uint32_t) override { return "Text"; }
+    int submit(const platform_linux::QueueJob& job, int fileDescriptor) override {
+        if (++submits == refused) {
+            throw platform::SpoolerError(0x506, "Warteschlange „" + job.queue + "“ nimmt nichts an.");
+        }
+        std::string content(1000, '\0');
+        const ssize_t size = ::pread(fileDescriptor, content.data(), content.size(), 0);
+        content.resize(static_cast<std::size_t>(size));
+        jobs.push_back(job.queue + '/' + job.title + ' ' + job.options.at("all") + ": " + content);
+        return submits;
+    }
+
+    std::string standard;
+    platform_linux::QueueDevice hardware;
+    std::vector<std::string> jobs;
+    int submits = 0;
+    int refused = 0;  // the number of the submit that fails
+};
+
+// A new folder as the current directory; the one before comes back, and the folder goes, with the object.
+class ScratchFolder {
+public:
+    ScratchFolder() : before_(std::filesystem::current_path()) {
+        std::string name = (std::filesystem::temp_directory_path() / "krv-spool-XXXXXX").string();
+        path_ = ::mkdtemp(name.data());
+        std::filesystem::current_path(path_);
+    }
+    ~ScratchFolder() {
+        std::filesystem::current_path(before_);
+        std::filesystem::remove_all(path_);
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+    const std::filesystem::path& path() const { return path_; }
+    std::set<std::string> files() const {
+        std::set<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
+            names.insert(entry.path().filename().string());
+        }
+        return names;
+    }
+    std::string content(const std::string& name) const {
+        std::ostringstream text;
+        text << std::ifstream(path_ / name).rdbuf();
+        return text.str();
+    }
+    void write(const std::string& name, const std::string& text) const { std::ofstream(path_ / name) << text; }
+
+private:
+    std::filesystem::path before_;
+    std::filesystem::path path_;
+};
+
+}  // namespace spool_test
