@@ -115,7 +115,7 @@ class PrivateCups:
                 raise RuntimeError(f"cupsd ended at once: {self.log()}")
             return self._lp("lpstat", "-r", check=False).returncode == 0 and self.socket.exists()
 
-        self._wait(ready, "the print server to start")
+        self.wait_until(ready, "the print server to start")
 
     def stop(self):
         """Ends the server; its queues and jobs stay, start() brings them back."""
@@ -193,7 +193,7 @@ class PrivateCups:
 
     def wait_for_jobs(self, name, count):
         """Waits until so many jobs were printed, and returns them."""
-        self._wait(lambda: len(self.jobs(name)) >= count, f"{count} jobs in {name}")
+        self.wait_until(lambda: len(self.jobs(name)) >= count, f"{count} jobs in {name}")
         return self.jobs(name)
 
     def waiting(self, name):
@@ -210,7 +210,7 @@ class PrivateCups:
             raise RuntimeError(f"{' '.join(command)}: {result.stdout.strip()}")
         return result
 
-    def _wait(self, condition, what):
+    def wait_until(self, condition, what):
         end = time.monotonic() + self.timeout
         while not condition():
             if time.monotonic() > end:

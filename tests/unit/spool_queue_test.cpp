@@ -13,7 +13,7 @@ using Strings = std::vector<std::string>;
 class QueueSpooler : public testing::Test {
 protected:
     QueueSpooler()
-        : spooler_({}, "Test",
+        : spooler_([] { return CodePage{}; }, "Test",
                    {[this]() -> std::unique_ptr<PrintQueues> {
                         ++loaded_;
                         if (!installed_) {

@@ -110,7 +110,7 @@ void call(platform::Spooler& spooler, const Words& words) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    platform_linux::LinuxSpooler spooler(platform_linux::dosCodePage(850), "Test");
+    platform_linux::LinuxSpooler spooler([] { return platform_linux::dosCodePage(850); }, "Test");
     for (int i = 1; i < count; ++i) {
         try {
             call(spooler, split(arguments[i], '|'));

@@ -19,8 +19,8 @@ bool isBuiltin(const std::string& name) { return name == spool::builtinPrinterNa
 
 }  // namespace
 
-LinuxSpooler::LinuxSpooler(const CodePage& codePage, std::string producer, spool::Modules modules)
-    : codePage_(codePage), producer_(std::move(producer)), modules_(std::move(modules)) {}
+LinuxSpooler::LinuxSpooler(std::function<CodePage()> codePage, std::string producer, spool::Modules modules)
+    : codePage_(std::move(codePage)), producer_(std::move(producer)), modules_(std::move(modules)) {}
 
 std::shared_ptr<PrintQueues> LinuxSpooler::queues() {
     if (!queuesTried_) {
@@ -128,7 +128,7 @@ std::unique_ptr<platform::PrintDocument> LinuxSpooler::openDocument(const std::s
     settings.title = spool::documentName(title);
     settings.producer = producer_;
     settings.created = spool::creationTime();
-    settings.codePage = codePage_;
+    settings.codePage = codePage_();
     return std::make_unique<spool::PdfPrintDocument>(std::move(target), std::move(settings), modules_.makePdf);
 }
 

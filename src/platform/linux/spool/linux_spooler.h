@@ -1,6 +1,7 @@
 // The printers of a Linux system: the queues of CUPS in their order, then the built-in printer "Korvano PDF".
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,8 +17,10 @@ namespace platform_linux {
 // whether there are printers, loads nothing.
 class LinuxSpooler : public platform::Spooler {
 public:
-    // The code page is that of the documents' texts, the producer the program as a PDF names it ("KRVWinPr 3.0.0").
-    LinuxSpooler(const CodePage& codePage, std::string producer, spool::Modules modules = spool::loadedModules());
+    // The code page is that of the documents' texts, asked for when one is opened; the producer is the program as a PDF
+    // names it ("KRVWinPr 3.0.0").
+    LinuxSpooler(std::function<CodePage()> codePage, std::string producer,
+                 spool::Modules modules = spool::loadedModules());
 
     bool hasPrinters() override { return true; }
     std::vector<std::string> printerNames() override;
@@ -43,7 +46,7 @@ private:
     // Throws where CUPS is not installed.
     PrintQueues& queuesFor(const std::string& name);
 
-    CodePage codePage_;
+    std::function<CodePage()> codePage_;
     std::string producer_;
     spool::Modules modules_;
     std::shared_ptr<PrintQueues> queues_;
