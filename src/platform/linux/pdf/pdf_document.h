@@ -21,7 +21,7 @@ struct PdfSettings {
 // Sheet and device of the coming page. Pixels of the device map to points as 72 / pixels per inch, the sheet's top
 // left corner being exact.
 struct PdfPage {
-    double widthPoints = 0;   // of the sheet as it is read, orientation applied
+    double widthPoints = 0;  // of the sheet as it is read, orientation applied
     double heightPoints = 0;
     platform::DeviceCapabilities device;
     bool color = true;  // false: everything drawn is turned into shades of grey

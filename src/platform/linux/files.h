@@ -1,0 +1,31 @@
+// Whole files, read and written without surprises. Paths are native ones. The functions return 0 or an errno value and
+// throw nothing but std::bad_alloc; ENODEV stands for something that is no regular file (a pipe, a device), EISDIR for
+// a folder. None of them waits for the other end of a pipe.
+#pragma once
+
+#include <sys/types.h>
+
+#include <string>
+#include <string_view>
+
+namespace platform_linux {
+
+int readWholeFile(const std::string& path, std::string& content);
+
+struct Replacement {
+    mode_t mode = 0666;       // of the new file
+    bool exactMode = false;   // false: the process's mask takes its bits away
+    uid_t owner = uid_t(-1);  // kept where the process may do so; -1: whoever writes
+    gid_t group = gid_t(-1);
+    bool durable = false;  // survives a power failure from the moment of return; costs milliseconds
+};
+
+// The file of that name has the whole content afterwards or, where that fails, is as it was before. A link is replaced,
+// not followed.
+int replaceFile(const std::string& path, std::string_view content, const Replacement& how);
+
+// Appends, creating the file first where there is none. Where not everything could be written, nothing is (unless
+// somebody else appended meanwhile).
+int appendToFile(const std::string& path, std::string_view content);
+
+}  // namespace platform_linux

@@ -1,0 +1,214 @@
+#include "platform/linux/linux_dialogs.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <csignal>
+#include <cstdlib>
+#include <exception>
+#include <string_view>
+
+#include "platform/linux/forked_call.h"
+#include "platform/linux/module.h"
+#include "platform/linux/paths.h"
+#include "runtime/text.h"
+
+namespace platform_linux {
+
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+
+constexpr std::string_view programName = "KRVWinPr";
+
+bool isSet(const char* variable) {
+    const char* value = ::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+bool desktopNamed() { return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY"); }
+
+std::unique_ptr<Desktop> openDesktop() {
+    constexpr std::chrono::seconds limit{10};
+    const auto create = [] { return reinterpret_cast<DesktopFactory>(moduleEntry("qt"))(); };
+    const auto tryOut = [&create] {
+        // Never destroyed, as taking Qt down again may hang as well as setting it up.
+        return create().release() != nullptr ? 1 : 0;
+    };
+    if (!desktopNamed() || forkedCall(tryOut, limit).value_or(0) == 0) {
+        return nullptr;
+    }
+    try {
+        return create();
+    } catch (const std::exception&) {
+        return nullptr;
+    }
+}
+
+// One line of what may be several: line ends, and whatever could disturb a terminal, become single blanks.
+std::string oneLine(std::string_view text) {
+    constexpr unsigned char firstPrintable = 0x20;
+    constexpr unsigned char deleteCode = 0x7F;
+    std::string line;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        const bool blank = code <= firstPrintable || code == deleteCode;
+        if (!blank) {
+            line += c;
+        } else if (!line.empty() && line.back() != ' ') {
+            line += ' ';
+        }
+    }
+    return std::string(runtime::trimRight(line));
+}
+
+// Gives up rather than wait for a reader that does not read.
+void writeToStandardError(std::string_view text) {
+    constexpr int patience = 1000;  // milliseconds
+    while (!text.empty()) {
+        pollfd output{STDERR_FILENO, POLLOUT, 0};
+        if (::poll(&output, 1, patience) <= 0 || (output.revents & POLLOUT) == 0) {
+            return;
+        }
+        const ssize_t count = ::write(STDERR_FILENO, text.data(), std::min<std::size_t>(text.size(), PIPE_BUF));
+        if (count > 0) {
+            text.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
+
+// Keeps a reader that has gone away from ending the process, where nobody has seen to that yet.
+class NoBrokenPipeSignal {
+public:
+    NoBrokenPipeSignal() {
+        struct sigaction ignore {};
+        ignore.sa_handler = SIG_IGN;
+        ::sigaction(SIGPIPE, &ignore, &before_);
+    }
+    NoBrokenPipeSignal(const NoBrokenPipeSignal&) = delete;
+    NoBrokenPipeSignal& operator=(const NoBrokenPipeSignal&) = delete;
+    ~NoBrokenPipeSignal() { ::sigaction(SIGPIPE, &before_, nullptr); }
+
+private:
+    struct sigaction before_ {};
+};
+
+Answer firstButton(Buttons buttons) { return buttons == Buttons::yesNo ? Answer::yes : Answer::ok; }
+
+std::string_view answerTaken(Buttons buttons) {
+    switch (buttons) {
+        case Buttons::okCancel:
+            return " [Antwort: OK]";
+        case Buttons::yesNo:
+            return " [Antwort: Ja]";
+        default:
+            return "";
+    }
+}
+
+// Owner of what a started program gets along: no terminal, no pipe of ours that somebody may wait for the end of, and
+// the usual signals.
+class DetachedStart {
+public:
+    DetachedStart() {
+        ::posix_spawn_file_actions_init(&files_);
+        ::posix_spawnattr_init(&attributes_);
+        for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+            ::posix_spawn_file_actions_addopen(&files_, descriptor, "/dev/null", O_RDWR, 0);
+        }
+        sigset_t usual;
+        ::sigemptyset(&usual);
+        ::sigaddset(&usual, SIGPIPE);
+        ::sigaddset(&usual, SIGXFSZ);
+        ::posix_spawnattr_setsigdefault(&attributes_, &usual);
+        ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID);
+    }
+    DetachedStart(const DetachedStart&) = delete;
+    DetachedStart& operator=(const DetachedStart&) = delete;
+    ~DetachedStart() {
+        ::posix_spawn_file_actions_destroy(&files_);
+        ::posix_spawnattr_destroy(&attributes_);
+    }
+
+    bool start(std::string program, std::string argument) const {
+        const std::array<char*, 3> arguments = {program.data(), argument.data(), nullptr};
+        pid_t child = 0;
+        return ::posix_spawnp(&child, program.c_str(), &files_, &attributes_, arguments.data(), environ) == 0;
+    }
+
+private:
+    posix_spawn_file_actions_t files_{};
+    posix_spawnattr_t attributes_{};
+};
+
+// The user's own choice of a program first, then the editors that desktops come with.
+bool openInEditor(const std::string& file) {
+    const char* visual = ::getenv("VISUAL");
+    const std::array<std::string, 9> programs = {
+        "xdg-open", visual != nullptr ? visual : "", "gnome-text-editor", "gedit", "kate", "kwrite", "mousepad", "xed",
+        "pluma"};
+    const DetachedStart detached;
+    return std::any_of(programs.begin(), programs.end(),
+                       [&](const std::string& program) { return !program.empty() && detached.start(program, file); });
+}
+
+std::string absolute(const std::string& path) {
+    struct Free {
+        void operator()(char* text) const { std::free(text); }
+    };
+    const std::unique_ptr<char, Free> whole(::realpath(path.c_str(), nullptr));
+    return whole ? std::string(whole.get()) : path;
+}
+
+}  // namespace
+
+Desktop* LinuxDialogs::desktop() {
+    if (!desktop_) {
+        desktop_ = openDesktop();
+    }
+    return desktop_->get();
+}
+
+Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platform::Icon icon,
+                                const std::string& title) {
+    const bool ownTitle = !title.empty() && runtime::upperCase(title) != runtime::upperCase(programName);
+    if (Desktop* windows = desktop()) {
+        return windows->messageBox(text, buttons, icon, title.empty() ? std::string(programName) : title);
+    }
+    diagnostic((ownTitle ? title + ": " : "") + oneLine(text) + std::string(answerTaken(buttons)));
+    return firstButton(buttons);
+}
+
+void LinuxDialogs::processEvents() {
+    if (desktop_ && *desktop_) {
+        (*desktop_)->processEvents();
+    }
+}
+
+void LinuxDialogs::showTextFile(const std::string& path) {
+    const ResolvedPath file = findPath(path);
+    if (file.error != 0) {
+        diagnostic("Die Datei " + path + " ist nicht vorhanden.");
+        return;
+    }
+    const std::string whole = absolute(file.path);
+    if (!desktopNamed() || !openInEditor(whole)) {
+        diagnostic("Bitte lesen Sie die Datei " + whole);
+    }
+}
+
+void LinuxDialogs::diagnostic(const std::string& line) {
+    const NoBrokenPipeSignal quiet;
+    writeToStandardError(std::string(programName) + ": " + oneLine(line) + "\n");
+}
+
+}  // namespace platform_linux

@@ -1,0 +1,29 @@
+// The port Dialogs on Linux: boxes on the desktop where there is one, otherwise lines on standard error.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "platform/dialogs.h"
+#include "platform/linux/qt/qt_desktop.h"
+
+namespace platform_linux {
+
+// There is a desktop where DISPLAY or WAYLAND_DISPLAY is set and the module "qt" can open windows there; this is found
+// out, and Qt loaded, with the first box. On standard error a box is one line, "KRVWinPr: title: text", the title left
+// out where it is the program's name; behind a question stands the answer taken for it.
+class LinuxDialogs : public platform::Dialogs {
+public:
+    platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
+                                const std::string& title) override;
+    void processEvents() override;
+    void showTextFile(const std::string& path) override;
+    void diagnostic(const std::string& line) override;
+
+private:
+    Desktop* desktop();
+
+    std::optional<std::unique_ptr<Desktop>> desktop_;  // nothing: not tried yet; a null pointer: there is none
+};
+
+}  // namespace platform_linux

@@ -1,0 +1,204 @@
+#include "platform/linux/linux_settings_store.h"
+
+#include <fcntl.h>
+#include <pwd.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <exception>
+#include <thread>
+
+#include "platform/linux/file_descriptor.h"
+#include "platform/linux/files.h"
+
+namespace platform_linux {
+
+namespace {
+
+using platform::SettingsRoot;
+using platform::SettingsValue;
+
+constexpr mode_t privateFile = 0600;
+constexpr mode_t privateFolder = 0700;
+
+constexpr std::string_view explanation =
+    R"(# Einstellungen von KRVWinPr. Diese Datei darf von Hand geändert werden, am besten, wenn gerade nichts gedruckt wird.
+#
+# Unter jedem [Schlüssel] stehen Zeilen der Form Name=Wert; Groß- und Kleinschreibung der Namen ist gleichgültig.
+#   Name=Text                  Leerzeichen am Anfang und am Ende zählen nicht
+#   Name=" Text "              genau dieser Text; darin \" \\ \n \r \t für Anführungszeichen, \, Zeilenende und Tabulator
+#   Name=REG_DWORD:2           Zahl, auch hexadezimal: 0x2
+#   Name=REG_SZ:REG_x:         Text, der wie eine Typangabe beginnt
+# Zeilen, die mit # oder ; beginnen, sind Kommentare. Was nicht zu verstehen ist, bleibt stehen und wird überlesen.
+#
+# Drei Einstellungen eines Druckers lassen sich nur hier eintragen, unter
+# [HKCU\Software\Velmora\KRVWinPr\3.0\Drucker\<Name des Druckers, ohne \\ am Anfang>]:
+#   Schacht4=<Nummer>          Papierschacht des Treibers für Schacht 4 von Korvano (-1 = keiner)
+#   ColorMode=0, 1 oder 2      0 = wie der Treiber, 1 = schwarzweiß, 2 = farbig
+#   IgnorePaperSize=1          Papiergröße des Druckers nicht umstellen (0 = umstellen)
+)";
+
+std::string homeFolder() {
+    if (const char* home = ::getenv("HOME"); home != nullptr && *home == '/') {
+        return home;
+    }
+    const passwd* user = ::getpwuid(::geteuid());
+    return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "";
+}
+
+std::string folderOf(const std::string& path) {
+    const std::size_t slash = path.rfind('/');
+    return slash == std::string::npos ? std::string() : path.substr(0, slash);
+}
+
+void makeFolders(const std::string& path) {
+    for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
+        // One that cannot be made is noticed when the file is written.
+        ::mkdir(path.substr(0, end).c_str(), privateFolder);
+    }
+}
+
+// The file that a link leads to, which need not exist; the path itself where it is no link.
+std::string linkTarget(std::string path) {
+    constexpr int deepest = 40;
+    for (int i = 0; i < deepest; ++i) {
+        std::array<char, PATH_MAX> target;
+        const ssize_t length = ::readlink(path.c_str(), target.data(), target.size());
+        if (length <= 0) {
+            break;
+        }
+        const std::string_view next(target.data(), static_cast<std::size_t>(length));
+        const std::string folder = folderOf(path);
+        path = next.front() == '/' || folder.empty() ? std::string(next) : folder + "/" + std::string(next);
+    }
+    return path;
+}
+
+// The lock is gone when the descriptor is closed, however the process ends; the file stays, as removing it would give
+// two processes a lock each.
+FileDescriptor lockedFile(const std::string& path, std::chrono::milliseconds wait) {
+    constexpr std::chrono::milliseconds pause{10};
+    FileDescriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, privateFile));
+    const auto end = std::chrono::steady_clock::now() + wait;
+    while (file && ::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
+        if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() >= end) {
+            return {};
+        }
+        std::this_thread::sleep_for(pause);
+    }
+    return file;
+}
+
+Replacement likeOldFile(const std::string& path) {
+    Replacement how{.mode = privateFile, .exactMode = true, .durable = true};
+    struct stat old {};
+    if (::stat(path.c_str(), &old) == 0) {
+        constexpr mode_t permissions = 07777;
+        how.mode = old.st_mode & permissions;
+        if (old.st_uid != ::geteuid() || old.st_gid != ::getegid()) {
+            how.owner = old.st_uid;
+            how.group = old.st_gid;
+        }
+    }
+    return how;
+}
+
+struct Loaded {
+    bool readable = false;
+    std::string text;
+};
+
+Loaded load(const std::string& path) {
+    Loaded result;
+    try {
+        const int error = path.empty() ? ENOENT : readWholeFile(path, result.text);
+        result.readable = error == 0 || error == ENOENT || error == ENOTDIR;
+    } catch (const std::exception&) {
+        result.text.clear();
+    }
+    if (result.readable && result.text.empty()) {
+        result.text = explanation;
+    }
+    return result;
+}
+
+}  // namespace
+
+LinuxSettingsStore::LinuxSettingsStore(std::string path, std::chrono::milliseconds lockWait)
+    : path_(std::move(path)), lockWait_(lockWait) {}
+
+LinuxSettingsStore::~LinuxSettingsStore() { commit(); }
+
+std::string LinuxSettingsStore::usualPath() {
+    const char* configured = ::getenv("XDG_CONFIG_HOME");
+    const bool usable = configured != nullptr && *configured == '/';
+    const std::string folder = usable ? std::string(configured) : homeFolder() + "/.config";
+    return folder.front() == '/' && folder != "/.config" ? folder + "/KRVWinPr/settings.ini" : std::string();
+}
+
+SettingsFile& LinuxSettingsStore::file() {
+    if (!file_) {
+        const Loaded loaded = load(path_);
+        readable_ = loaded.readable;
+        file_.emplace(loaded.text);
+    }
+    return *file_;
+}
+
+bool LinuxSettingsStore::keyExists(SettingsRoot root, std::string_view key) { return file().keyExists(root, key); }
+
+std::optional<SettingsValue> LinuxSettingsStore::value(SettingsRoot root, std::string_view key, std::string_view name) {
+    return file().value(root, key, name);
+}
+
+bool LinuxSettingsStore::setText(SettingsRoot root, std::string_view key, std::string_view name,
+                                 std::string_view text) {
+    const SettingsFile::Change change = file().setText(root, key, name, text);
+    if (change == SettingsFile::Change::made) {
+        pending_.push_back({root, std::string(key), std::string(name), std::string(text)});
+    }
+    return readable_ && change != SettingsFile::Change::impossible;
+}
+
+bool LinuxSettingsStore::commit() {
+    if (pending_.empty()) {
+        return true;
+    }
+    try {
+        return !path_.empty() && commitTo(path_);
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+bool LinuxSettingsStore::commitTo(const std::string& path) {
+    makeFolders(path);
+    const std::string target = linkTarget(path);
+    const FileDescriptor lock = lockedFile(target + ".lock", lockWait_);
+    if (!lock) {
+        return false;
+    }
+    const Loaded loaded = load(target);
+    if (!loaded.readable) {
+        return false;
+    }
+    SettingsFile fresh(loaded.text);
+    for (const Setting& setting : pending_) {
+        fresh.setText(setting.root, setting.key, setting.name, setting.text);
+    }
+    const std::string text = fresh.text();
+    if (text != loaded.text && replaceFile(target, text, likeOldFile(target)) != 0) {
+        return false;
+    }
+    file_ = std::move(fresh);
+    readable_ = true;
+    pending_.clear();
+    return true;
+}
+
+}  // namespace platform_linux

@@ -1,0 +1,209 @@
+#include "platform/linux/linux_system.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <charconv>
+#include <cstdlib>
+#include <ctime>
+#include <memory>
+#include <new>
+#include <stdexcept>
+
+#include "platform/linux/files.h"
+#include "platform/linux/forked_call.h"
+#include "platform/linux/linux_error.h"
+#include "platform/linux/linux_locale.h"
+#include "platform/linux/module.h"
+#include "platform/linux/paths.h"
+#include "platform/linux/screen/screen.h"
+
+namespace platform_linux {
+
+namespace {
+
+const char* environment(const char* name) { return ::getenv(name); }
+
+int numberIn(std::string_view text) {
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc{} && end == text.data() + text.size() ? number : 0;
+}
+
+int codePageOfSettings(platform::SettingsStore& settings) {
+    const auto value = settings.value(platform::SettingsRoot::localMachine,
+                                      R"(SYSTEM\CurrentControlSet\Control\Nls\CodePage)", "OEMCP");
+    if (!value) {
+        return 0;
+    }
+    if (const auto* text = std::get_if<std::string>(&*value)) {
+        return numberIn(*text);
+    }
+    constexpr std::uint32_t largest = 0xFFFF;
+    const std::uint32_t number = std::get<std::uint32_t>(*value);
+    return number <= largest ? static_cast<int>(number) : 0;
+}
+
+// The file that is to be written.
+std::string fileToWrite(const std::string& path) {
+    ResolvedPath file = findFolderOf(path);
+    if (file.error != 0) {
+        throwFileError(file.error, file.path);
+    }
+    return std::move(file.path);
+}
+
+// A folder on the way that went away, or never was one, is no missing file.
+int writeError(int error) { return error == ENOENT ? ENOTDIR : error; }
+
+}  // namespace
+
+LinuxSystem::LinuxSystem(int argumentCount, const char* const* arguments, platform::SettingsStore& settings)
+    : argumentCount_(argumentCount), arguments_(arguments), settings_(settings) {}
+
+std::string LinuxSystem::commandTail() {
+    std::string tail;
+    for (int i = 1; i < argumentCount_; ++i) {
+        const std::string_view argument = arguments_[i];
+        const bool quoted = argument.find('"') != std::string_view::npos;
+        const bool needsQuotes = !quoted && (argument.empty() || argument.find(' ') != std::string_view::npos);
+        const std::string_view quote = needsQuotes ? "\"" : "";
+        tail += i > 1 ? " " : "";
+        tail.append(quote).append(argument).append(quote);
+    }
+    return tail;
+}
+
+std::string LinuxSystem::programDirectory() {
+    const std::string file = programFile();
+    const std::size_t slash = file.rfind('/');
+    return slash == 0 ? "/" : file.substr(0, slash == std::string::npos ? 0 : slash);
+}
+
+std::string LinuxSystem::programFileName() {
+    const std::string file = programFile();
+    return file.substr(file.rfind('/') + 1);
+}
+
+std::string LinuxSystem::currentDirectory() {
+    struct Free {
+        void operator()(char* text) const { std::free(text); }
+    };
+    const std::unique_ptr<char, Free> folder(::getcwd(nullptr, 0));
+    if (!folder) {
+        throwFileError(errno == ENOENT ? ENOTDIR : errno, ".");
+    }
+    return folder.get();
+}
+
+std::string LinuxSystem::readFile(const std::string& path) {
+    const ResolvedPath file = findPath(path);
+    std::string content;
+    int error = file.error;
+    try {
+        error = error != 0 ? error : readWholeFile(file.path, content);
+    } catch (const std::bad_alloc&) {
+        error = ENOMEM;
+    } catch (const std::length_error&) {
+        error = ENOMEM;
+    }
+    if (error != 0) {
+        throwFileError(error, file.path);
+    }
+    return content;
+}
+
+void LinuxSystem::writeFile(const std::string& path, std::string_view content) {
+    const std::string file = fileToWrite(path);
+    if (const int error = replaceFile(file, content, {}); error != 0) {
+        throwFileError(writeError(error), file);
+    }
+}
+
+void LinuxSystem::appendFile(const std::string& path, std::string_view content) {
+    const std::string file = fileToWrite(path);
+    if (const int error = appendToFile(file, content); error != 0) {
+        throwFileError(writeError(error), file);
+    }
+}
+
+bool LinuxSystem::fileExists(const std::string& path) {
+    const ResolvedPath file = findPath(path);
+    struct stat status {};
+    return file.error == 0 && ::stat(file.path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+runtime::DateTime LinuxSystem::localTime() {
+    timespec now{};
+    ::clock_gettime(CLOCK_REALTIME, &now);
+    tm local{};
+    ::localtime_r(&now.tv_sec, &local);
+    constexpr long nanosecondsPerMillisecond = 1'000'000;
+    return {.year = local.tm_year + 1900,
+            .month = local.tm_mon + 1,
+            .day = local.tm_mday,
+            .hour = local.tm_hour,
+            .minute = local.tm_min,
+            .second = local.tm_sec > 59 ? 59 : local.tm_sec,
+            .millisecond = static_cast<int>(now.tv_nsec / nanosecondsPerMillisecond)};
+}
+
+const runtime::Locale& LinuxSystem::locale() {
+    if (!locale_) {
+        locale_ = localeOf(localeNames(environment));
+    }
+    return *locale_;
+}
+
+std::string LinuxSystem::toSystemCodePage(std::string_view text) { return std::string(text); }
+
+std::string LinuxSystem::fromDosCodePage(std::string_view bytes) { return textOf(bytes, codePage()); }
+
+void LinuxSystem::sleep(int milliseconds) {
+    constexpr int perSecond = 1000;
+    constexpr long nanosecondsPerMillisecond = 1'000'000;
+    if (milliseconds <= 0) {
+        return;
+    }
+    timespec left{milliseconds / perSecond, (milliseconds % perSecond) * nanosecondsPerMillisecond};
+    while (::nanosleep(&left, &left) != 0 && errno == EINTR) {
+    }
+}
+
+int LinuxSystem::dosCodePageNumber() {
+    if (!codePageNumber_) {
+        const char* variable = environment("KRVWINPR_CODEPAGE");
+        int number = variable != nullptr ? numberIn(variable) : 0;
+        if (!isDosCodePage(number)) {
+            number = codePageOfSettings(settings_);
+        }
+        codePageNumber_ = isDosCodePage(number) ? number : dosCodePageOf(localeNames(environment).characters);
+    }
+    return *codePageNumber_;
+}
+
+const CodePage& LinuxSystem::codePage() {
+    if (!codePage_) {
+        codePage_ = dosCodePage(dosCodePageNumber());
+    }
+    return *codePage_;
+}
+
+int LinuxSystem::screenDpi() {
+    constexpr int usual = 96;
+    constexpr int least = 24;
+    constexpr int most = 2400;
+    constexpr std::chrono::seconds limit{2};
+    if (!screenDpi_) {
+        screenDpi_ = usual;
+        if (const char* display = environment("DISPLAY"); display != nullptr && *display != '\0') {
+            const auto ask = [] { return reinterpret_cast<ScreenDpi>(moduleEntry("screen"))(); };
+            const int dpi = forkedCall(ask, limit).value_or(0);
+            screenDpi_ = dpi >= least && dpi <= most ? dpi : usual;
+        }
+    }
+    return *screenDpi_;
+}
+
+}  // namespace platform_linux

@@ -1,0 +1,57 @@
+#include "platform/linux/module.h"
+
+#include <dlfcn.h>
+#include <unistd.h>
+
+#include <array>
+
+#include "platform/linux/paths.h"
+#include "runtime/error.h"
+
+namespace platform_linux {
+
+namespace {
+
+std::string loaderText() {
+    const char* text = ::dlerror();
+    return text != nullptr ? text : "unbekannter Fehler";
+}
+
+[[noreturn]] void refuse(const std::string& reason) {
+    throw runtime::Error(runtime::errFileNotFound, reason + "; KRVWinPr bitte vollständig neu installieren");
+}
+
+// The loader keeps account of what is loaded, so asking it twice loads once.
+void* entryOf(const std::string& file, const std::string& entryName) {
+    void* library = ::dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (library == nullptr) {
+        refuse("Das Modul lässt sich nicht laden (" + loaderText() + ")");
+    }
+    const auto* version = static_cast<const int*>(::dlsym(library, "krvwinpr_interface"));
+    if (version == nullptr || *version != moduleInterface) {
+        refuse("Das Modul " + file + " gehört zu einer anderen Fassung des Programms");
+    }
+    void* entry = ::dlsym(library, entryName.c_str());
+    if (entry == nullptr) {
+        refuse("Im Modul fehlt der Einsprung (" + loaderText() + ")");
+    }
+    return entry;
+}
+
+}  // namespace
+
+void* moduleEntry(const std::string& name) {
+    const std::string program = programFile();
+    const std::string folder = program.substr(0, program.rfind('/') + 1);
+    const std::array<std::string, 2> places = {folder, folder + "../lib/krvwinpr/"};
+    const std::string fileName = "krvwinpr-" + name + ".so";
+    for (const std::string& place : places) {
+        const std::string file = place + fileName;
+        if (::access(file.c_str(), F_OK) == 0) {
+            return entryOf(file, "krvwinpr_" + name);
+        }
+    }
+    refuse("Das Modul " + fileName + " fehlt in " + places[0] + " und " + places[1]);
+}
+
+}  // namespace platform_linux

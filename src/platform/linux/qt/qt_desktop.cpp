@@ -1,0 +1,134 @@
+#include "platform/linux/qt/qt_desktop.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <algorithm>
+#include <array>
+#include <clocale>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+using platform::Icon;
+
+struct Choice {
+    const char* label;
+    QMessageBox::ButtonRole role;
+    Answer answer;
+};
+
+std::vector<Choice> choicesOf(Buttons buttons) {
+    const Choice ok{"OK", QMessageBox::AcceptRole, Answer::ok};
+    switch (buttons) {
+        case Buttons::okCancel:
+            return {ok, {"Abbrechen", QMessageBox::RejectRole, Answer::cancel}};
+        case Buttons::yesNo:
+            return {{"Ja", QMessageBox::YesRole, Answer::yes}, {"Nein", QMessageBox::NoRole, Answer::no}};
+        default:
+            return {ok};
+    }
+}
+
+QMessageBox::Icon iconOf(Icon icon) {
+    switch (icon) {
+        case Icon::critical:
+            return QMessageBox::Critical;
+        case Icon::information:
+            return QMessageBox::Information;
+        default:
+            return QMessageBox::NoIcon;
+    }
+}
+
+// What fits on a screen with the buttons below it.
+QString shortened(QString text) {
+    constexpr qsizetype most = 3000;
+    constexpr qsizetype mostLines = 40;
+    const qsizetype firstLines = text.section('\n', 0, mostLines - 1).size();
+    const qsizetype size = std::min(most, firstLines);
+    if (text.size() > size) {
+        text.truncate(size);
+        text += "…";
+    }
+    return text;
+}
+
+QString linesOf(const std::string& text) {
+    QString lines = QString::fromStdString(text);
+    lines.replace("\r\n", "\n").replace('\r', '\n').remove(QChar::Null);
+    return shortened(lines);
+}
+
+// What Qt says of its surroundings is of no use to the user of a printer driver; why it ends the process may be.
+void onlyFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
+    if (type == QtFatalMsg) {
+        std::fputs(qPrintable(message + '\n'), stderr);
+    }
+}
+
+class QtDesktop : public platform_linux::Desktop {
+public:
+    QtDesktop() {
+        QCoreApplication::setApplicationName("KRVWinPr");
+        QGuiApplication::setQuitOnLastWindowClosed(false);
+    }
+
+    Answer messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) override {
+        const std::vector<Choice> choices = choicesOf(buttons);
+        QMessageBox box;
+        box.setTextFormat(Qt::PlainText);
+        box.setText(linesOf(text));
+        box.setWindowTitle(QString::fromStdString(title));
+        box.setIcon(iconOf(icon));
+        std::vector<QAbstractButton*> shown;
+        shown.reserve(choices.size());
+        for (const Choice& choice : choices) {
+            shown.push_back(box.addButton(QString(choice.label), choice.role));
+        }
+        box.setDefaultButton(qobject_cast<QPushButton*>(shown.front()));
+        box.setEscapeButton(shown.back());
+        box.show();
+        box.raise();
+        box.activateWindow();
+        box.exec();
+        for (std::size_t i = 0; i < choices.size(); ++i) {
+            if (box.clickedButton() == shown[i]) {
+                return choices[i].answer;
+            }
+        }
+        return choices.back().answer;
+    }
+
+    void processEvents() override { QCoreApplication::processEvents(); }
+
+private:
+    // Qt keeps references to both as long as the application lives.
+    std::array<char, 9> name_{"KRVWinPr"};
+    std::array<char*, 2> arguments_{name_.data(), nullptr};
+    int argumentCount_ = 1;
+    QApplication application_{argumentCount_, arguments_.data()};
+};
+
+}  // namespace
+
+extern "C" {
+// NOLINTNEXTLINE(clang-diagnostic-return-type-c-linkage): program and module are of one compiler
+[[gnu::visibility("default")]] std::unique_ptr<platform_linux::Desktop> krvwinpr_qt();
+}
+
+std::unique_ptr<platform_linux::Desktop> krvwinpr_qt() {
+    qInstallMessageHandler(onlyFatal);
+    auto desktop = std::make_unique<QtDesktop>();
+    // Qt takes over the locale of the environment; numbers are no business of the process's locale here.
+    std::setlocale(LC_NUMERIC, "C");
+    // On these nobody would ever see a box, let alone answer it.
+    const QString screen = QGuiApplication::platformName();
+    if (screen == "offscreen" || screen == "minimal") {
+        return nullptr;
+    }
+    return desktop;
+}

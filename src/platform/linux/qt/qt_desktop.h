@@ -1,0 +1,26 @@
+// Interface of the module "qt": windows on the user's desktop.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/dialogs.h"
+
+namespace platform_linux {
+
+class Desktop {
+public:
+    virtual ~Desktop() = default;
+
+    // As in the port Dialogs; the user answers with a button, or by closing the box: that means the last button, and
+    // "ok" where there is no other.
+    virtual platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
+                                        const std::string& title) = 0;
+    virtual void processEvents() = 0;
+};
+
+// The module's entry function; nothing where Qt has no screen to show windows on. Where it cannot reach the display it
+// ends the process, so it is tried in another one first. To be called once.
+using DesktopFactory = std::unique_ptr<Desktop> (*)();
+
+}  // namespace platform_linux
