@@ -1,8 +1,8 @@
 # The program from end to end: each file of tests in Python is one test of ctest. They read PDFs back with poppler-utils
-# and qpdf.
+# and qpdf; queues are those of a private cupsd.
 find_package(Python3 3.10 REQUIRED COMPONENTS Interpreter)
 
-foreach(name pdf log faults)
+foreach(name pdf log faults queues)
     add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
              COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     set_tests_properties(e2e.${name} PROPERTIES
