@@ -3,7 +3,7 @@
 build_packages="g++ cmake ninja-build pkg-config libcups2-dev libharfbuzz-dev libdeflate-dev libfontconfig-dev
 qt6-base-dev libxcb1-dev fonts-liberation"
 
-test_packages="libgtest-dev python3 poppler-utils qpdf cups-daemon cups-client cups-filters ghostscript xvfb
+test_packages="libgtest-dev python3 poppler-utils qpdf cups-daemon cups-client cups-filters ghostscript xvfb xdotool
 clang-format"
 
 as_root() {
