@@ -38,6 +38,9 @@ public:
     // Makes what was set durable, as one step: afterwards the store holds all of it or, where it could not be written,
     // what it held before (false). Values that others wrote meanwhile stay. The destructor does the same.
     virtual bool commit() = 0;
+
+    // Where the settings are kept, as a message names it to the user.
+    virtual std::string place() = 0;
 };
 
 }  // namespace platform

@@ -143,7 +143,7 @@ void ReportJob::earlyHandshake() {
     }
     WriteOKFile(session_);
     log_.line(">   KRVWINPR.OK ausgegeben");
-    session_.platform.settings.commit();
+    session_.storeSettings();
 }
 
 void ReportJob::choosePrinter() {

@@ -263,7 +263,7 @@ void PageInterpreter::barcode() {
     if (!barcodeNoticeGiven_) {
         barcodeNoticeGiven_ = true;
         session_.platform.dialogs.diagnostic(
-            "Strichcodes kann diese Fassung noch nicht drucken; der Text wird gedruckt.");
+            "Strichcodes kann diese Fassung noch nicht drucken; sie fehlen auf der Seite.");
     }
 }
 

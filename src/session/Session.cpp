@@ -11,4 +11,12 @@ Session::Session(platform::Platform& ports) : platform(ports), log(ports.system)
     program.name = fileName.substr(0, fileName.rfind('.'));
 }
 
+void Session::storeSettings() {
+    if (!platform.settings.commit() && !settingsFailureTold_) {
+        settingsFailureTold_ = true;
+        platform.dialogs.diagnostic("Die Einstellungen konnten nicht gespeichert werden (" + platform.settings.place() +
+                                    "); bitte Rechte und freien Platz prüfen.");
+    }
+}
+
 }  // namespace session

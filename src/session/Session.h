@@ -23,6 +23,12 @@ struct Session {
     explicit Session(platform::Platform& ports);
 
     const runtime::Locale& locale() const { return platform.system.locale(); }
+
+    // Makes the settings set so far durable. That this failed is no error of the job; it is told once.
+    void storeSettings();
+
+private:
+    bool settingsFailureTold_ = false;
 };
 
 }  // namespace session

@@ -77,6 +77,7 @@ void StartUp::run() {
     recordProgram();
     logEnvironment(switches);
     dispatch(arguments, switches);
+    session_.storeSettings();
     log_.line("> Programm regulär beendet!");
     log_.write("");
 }

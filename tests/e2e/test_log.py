@@ -145,8 +145,8 @@ class DebugLog(JobTest):
 
     def test_every_line_of_a_detailed_log(self):
         run = self.job.run("A.OUT", "/DEBUG2")
-        self.assertEqual(run.errors, "KRVWinPr: Strichcodes kann diese Fassung noch nicht drucken; der Text wird "
-                                     "gedruckt.\n")
+        self.assertEqual(run.errors, "KRVWinPr: Strichcodes kann diese Fassung noch nicht drucken; sie fehlen auf "
+                                     "der Seite.\n")
         self.assert_log(START, HANDSHAKE, SET_UP, DETAILED_PAGES, PRINTED, END, level=2, file="A.OUT")
 
     def test_every_start_appends(self):

@@ -255,7 +255,7 @@ TEST(PdfDocument, SaysThatItCouldNotBeWritten) {
             document.finish();
         } catch (const runtime::Error& error) {
             number = error.number();
-            EXPECT_NE(error.detail().find('('), std::string::npos) << error.detail();
+            EXPECT_NE(error.detail().find(": "), std::string::npos) << error.detail();
         }
         close(descriptor);
         return number;

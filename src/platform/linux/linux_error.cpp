@@ -3,10 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <cstring>
 #include <string_view>
-
-#include "runtime/error.h"
+#include <system_error>
 
 namespace platform_linux {
 
@@ -15,7 +13,7 @@ namespace {
 struct Meaning {
     int error;
     runtime::ErrorNumber number;
-    std::string_view reason;  // and remedy, as a clause behind the path; may be empty
+    std::string_view reason;  // and remedy, as a clause
 };
 
 constexpr std::string_view noRights = "keine Berechtigung; die Rechte der Datei und ihrer Ordner prüfen";
@@ -24,7 +22,7 @@ constexpr std::string_view badName = "so darf eine Datei nicht heißen";
 constexpr std::string_view tooManyOpen = "zu viele Dateien sind geöffnet; andere Programme beenden";
 
 constexpr std::array meanings = {
-    Meaning{ENOENT, runtime::errFileNotFound, ""},
+    Meaning{ENOENT, runtime::errFileNotFound, "die Datei oder ihr Ordner fehlt"},
     Meaning{ENOTDIR, runtime::errPathNotFound, "der Ordner fehlt; den Pfad prüfen oder den Ordner anlegen"},
     Meaning{EACCES, runtime::errPermissionDenied, noRights},
     Meaning{EPERM, runtime::errPermissionDenied, noRights},
@@ -43,19 +41,33 @@ constexpr std::array meanings = {
     Meaning{ENOMEM, runtime::errOutOfMemory, "die Datei ist größer als der freie Speicher"},
 };
 
-}  // namespace
-
-void throwFileError(int error, const std::string& path) {
+const Meaning* meaningOf(int error) {
     const auto* found =
         std::find_if(meanings.begin(), meanings.end(), [error](const Meaning& m) { return m.error == error; });
-    const bool known = found != meanings.end();
-    const std::string reason =
-        known ? std::string(found->reason) : std::string("das System meldet: ") + std::strerror(error);
+    return found != meanings.end() ? found : nullptr;
+}
+
+}  // namespace
+
+runtime::ErrorNumber errorNumber(int error) {
+    const Meaning* meaning = meaningOf(error);
+    return meaning != nullptr ? meaning->number : runtime::errDeviceIo;
+}
+
+std::string errorReason(int error) {
+    const Meaning* meaning = meaningOf(error);
+    return meaning != nullptr ? std::string(meaning->reason)
+                              : "das System meldet: " + std::generic_category().message(error);
+}
+
+void throwFileError(int error, const std::string& path) {
+    // That the file is missing is what the error's own description says.
+    const std::string reason = error == ENOENT ? std::string() : errorReason(error);
     std::string detail = path;
     if (!reason.empty()) {
         detail += path.empty() ? reason : " (" + reason + ")";
     }
-    throw runtime::Error(known ? found->number : runtime::errDeviceIo, detail);
+    throw runtime::Error(errorNumber(error), detail);
 }
 
 }  // namespace platform_linux

@@ -34,6 +34,7 @@ public:
                  std::string_view text) override;
     // Waits for others who are writing, up to the limit.
     bool commit() override;
+    std::string place() override { return path_; }
 
 private:
     struct Setting {

@@ -78,6 +78,16 @@ TEST_F(StartUpTest, EveryStartRecordsTheProgramAndASilentOneTouchesNoFile) {
     EXPECT_TRUE(host.system.files.empty());
 }
 
+TEST_F(StartUpTest, SettingsThatCannotBeStoredAreMentionedOnce) {
+    host.settings.writable = false;
+    host.system.files["a.out"] = "x";
+    start("a.out");
+    EXPECT_EQ(host.dialogs.diagnostics,
+              (Arguments{"Die Einstellungen konnten nicht gespeichert werden (settings); bitte Rechte und freien Platz "
+                         "prüfen."}));
+    EXPECT_TRUE(host.spooler.device.documents.back()->delivered);
+}
+
 TEST_F(StartUpTest, SwitchesCountInUpperCaseAnywhereOnTheLine) {
     host.system.files["a.out"] = "x";
     start("/wait a.out");  // a print file of that name

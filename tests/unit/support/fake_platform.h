@@ -68,6 +68,7 @@ public:
     // By key and name, in upper case.
     std::map<std::string, std::map<std::string, platform::SettingsValue>> keys;
     int commits = 0;
+    bool writable = true;
 
     void put(std::string_view key, std::string_view name, platform::SettingsValue value) {
         keys[runtime::upperCase(key)][runtime::upperCase(name)] = std::move(value);
@@ -97,8 +98,9 @@ public:
     }
     bool commit() override {
         ++commits;
-        return true;
+        return writable;
     }
+    std::string place() override { return "settings"; }
 };
 
 class RecordingDialogs : public platform::Dialogs {

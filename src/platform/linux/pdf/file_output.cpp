@@ -3,9 +3,8 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <system_error>
 
-#include "runtime/error.h"
+#include "platform/linux/linux_error.h"
 
 namespace platform_linux::pdf {
 
@@ -14,12 +13,8 @@ namespace {
 constexpr std::size_t bufferSize = std::size_t{64} * 1024;
 
 [[noreturn]] void fail(int systemError) {
-    const bool full = systemError == ENOSPC || systemError == EDQUOT;
-    const std::string reason =
-        "Die PDF-Datei konnte nicht geschrieben werden (" + std::generic_category().message(systemError) + "). ";
-    throw runtime::Error(full ? runtime::errDiskFull : runtime::errDeviceIo,
-                         reason + (full ? "Bitte Speicherplatz freigeben und erneut drucken."
-                                        : "Bitte den Zielordner und den Datenträger prüfen und erneut drucken."));
+    throw runtime::Error(errorNumber(systemError),
+                         "Die PDF-Datei konnte nicht geschrieben werden: " + errorReason(systemError) + ".");
 }
 
 }  // namespace

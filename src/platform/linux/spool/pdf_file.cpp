@@ -10,9 +10,9 @@
 #include <cstdio>
 #include <filesystem>
 #include <random>
-#include <system_error>
 #include <utility>
 
+#include "platform/linux/linux_error.h"
 #include "platform/linux/spool/document_name.h"
 
 namespace platform_linux::spool {
@@ -50,8 +50,6 @@ std::string randomLetters() {
     }
     return result;
 }
-
-bool isFull(int systemError) { return systemError == ENOSPC || systemError == EDQUOT || systemError == EFBIG; }
 
 }  // namespace
 
@@ -160,20 +158,12 @@ runtime::Error PdfFile::failure(const runtime::Error& cause) {
 }
 
 void PdfFile::fail(int systemError) {
-    const std::string reason = std::generic_category().message(systemError);
-    if (isFull(systemError)) {
-        throw failure(runtime::Error(runtime::errDiskFull, "Auf dem Datenträger ist kein Platz mehr (" + reason +
-                                                               "). Bitte Platz schaffen und erneut drucken."));
-    }
-    std::string advice = "Bitte den Ordner und den Datenträger prüfen und erneut drucken.";
-    if (systemError == EACCES || systemError == EPERM || systemError == EROFS) {
-        advice = "Bitte die Rechte des Ordners prüfen oder das Programm in einem anderen Ordner starten.";
-    } else if (systemError == ENOENT) {
-        advice = "Der Ordner ist nicht mehr vorhanden; bitte das Programm in einem anderen Ordner starten.";
-    }
     remove();
-    throw runtime::Error(runtime::errPrinter, subject() + " konnte nicht angelegt werden (" + reason + "). " + advice +
-                                                  (made_ ? " Die unvollständige Datei wurde entfernt." : ""));
+    const bool full = errorNumber(systemError) == runtime::errDiskFull;
+    throw runtime::Error(full ? runtime::errDiskFull : runtime::errPrinter,
+                         subject() + " konnte nicht angelegt werden: " + errorReason(systemError) + "." +
+                             (full ? "" : " Sonst das Programm in einem anderen Ordner starten.") +
+                             (made_ ? " Die unvollständige Datei wurde entfernt." : ""));
 }
 
 std::string PdfFile::subject() const {

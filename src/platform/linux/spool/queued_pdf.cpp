@@ -1,4 +1,5 @@
 #include "platform/linux/spool/queued_pdf.h"
+#include "platform/linux/linux_error.h"
 
 #include <fcntl.h>
 #include <sys/mman.h>
@@ -6,9 +7,10 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <system_error>
 #include <utility>
 #include <vector>
+
+#include "platform/linux/linux_error.h"
 
 namespace platform_linux::spool {
 
@@ -42,9 +44,8 @@ QueuedPdf::QueuedPdf(std::string queue, Send send) : queue_(std::move(queue)), s
     place_ = "im Speicher";
     file_ = FileDescriptor(::memfd_create("krvwinpr-pdf", MFD_CLOEXEC));
     if (!file_) {
-        throw runtime::Error(runtime::errPrinter, "Der Auftrag für den Drucker „" + queue_ + "“ hat keinen Platz (" +
-                                                      std::generic_category().message(errno) +
-                                                      "). Bitte andere Programme beenden und erneut drucken.");
+        throw runtime::Error(runtime::errPrinter, "Der Auftrag für den Drucker „" + queue_ + "“ hat keinen Platz: " +
+                                                      errorReason(errno) + ". Andere Programme beenden.");
     }
 }
 
