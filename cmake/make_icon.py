@@ -1,0 +1,88 @@
+#!/usr/bin/env python3
+"""Draws the program's icon, a printer whose sheet shows a caret: make_icon.py src/platform/windows/krvwinpr.ico"""
+import struct
+import sys
+
+SIZES = (48, 32, 16)
+SAMPLES = 4  # per pixel, in each direction
+
+INK = (0x26, 0x32, 0x3E)
+BODY = (0x4A, 0x61, 0x78)
+SLOT = (0x1B, 0x25, 0x2F)
+SHEET = (0xFB, 0xFB, 0xF8)
+CARET = (0xD2, 0x45, 0x1E)
+LAMP = (0x6F, 0xD0, 0x5C)
+
+
+def box(left, top, right, bottom):
+    return lambda x, y: left <= x < right and top <= y < bottom
+
+
+def stroke(x0, y0, x1, y1, width):
+    def inside(x, y):
+        dx, dy = x1 - x0, y1 - y0
+        along = max(0.0, min(1.0, ((x - x0) * dx + (y - y0) * dy) / (dx * dx + dy * dy)))
+        return (x - x0 - along * dx) ** 2 + (y - y0 - along * dy) ** 2 <= (width / 2) ** 2
+    return inside
+
+
+# In a square of 48 units, from back to front.
+SHAPES = (
+    (box(11, 2, 37, 22), INK), (box(13, 4, 35, 22), SHEET),
+    (stroke(18, 16, 24, 8, 3.6), CARET), (stroke(24, 8, 30, 16, 3.6), CARET),
+    (box(3, 19, 45, 40), INK), (box(5, 21, 43, 38), BODY),
+    (box(37, 24, 40, 27), LAMP),
+    (box(9, 29, 39, 33), SLOT),
+    (box(11, 31, 37, 46), INK), (box(13, 31, 35, 44), SHEET),
+    (box(16, 35, 32, 37), INK), (box(16, 39, 27, 41), INK),
+)
+
+
+def colour_at(x, y):
+    found = None
+    for inside, colour in SHAPES:
+        if inside(x, y):
+            found = colour
+    return found
+
+
+def pixel(column, row, size):
+    """Blue, green, red, opacity: the mean of the samples."""
+    total, hits = [0, 0, 0], 0
+    for i in range(SAMPLES * SAMPLES):
+        x = (column + (i % SAMPLES + 0.5) / SAMPLES) * 48 / size
+        y = (row + (i // SAMPLES + 0.5) / SAMPLES) * 48 / size
+        colour = colour_at(x, y)
+        if colour:
+            hits += 1
+            total = [sum(pair) for pair in zip(total, colour)]
+    red, green, blue = (round(part / hits) if hits else 0 for part in total)
+    return bytes((blue, green, red, round(255 * hits / SAMPLES ** 2)))
+
+
+def picture(size):
+    """A bitmap of 32 bits, rows from the bottom, and the mask that old systems want behind it."""
+    header = struct.pack('<IiiHHIIiiII', 40, size, 2 * size, 1, 32, 0, 0, 0, 0, 0, 0)
+    colours = b''.join(pixel(column, row, size) for row in reversed(range(size)) for column in range(size))
+    stride = (size + 31) // 32 * 4
+    mask = bytearray(stride * size)
+    for row in range(size):
+        for column in range(size):
+            if colours[(row * size + column) * 4 + 3] < 128:
+                mask[row * stride + column // 8] |= 0x80 >> column % 8
+    return header + colours + bytes(mask)
+
+
+def main(path):
+    pictures = [picture(size) for size in SIZES]
+    offset = 6 + 16 * len(pictures)
+    directory = struct.pack('<HHH', 0, 1, len(pictures))
+    for size, data in zip(SIZES, pictures):
+        directory += struct.pack('<BBBBHHII', size, size, 0, 0, 1, 32, len(data), offset)
+        offset += len(data)
+    with open(path, 'wb') as file:
+        file.write(directory + b''.join(pictures))
+
+
+if __name__ == '__main__':
+    main(sys.argv[1])

@@ -1,0 +1,293 @@
+#include "platform/windows/files.h"
+
+#include <algorithm>
+#include <array>
+
+#include "platform/windows/handle.h"
+#include "platform/windows/system_error.h"
+#include "platform/windows/wide_text.h"
+
+namespace platform_windows {
+
+namespace {
+
+// What begins a path of any length, and one on a server.
+constexpr std::wstring_view longPath = LR"(\\?\)";
+constexpr std::wstring_view longShare = LR"(\\?\UNC\)";
+
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+struct Opened {
+    FileHandle file;
+    DWORD error = 0;
+};
+
+bool hasAttribute(const std::wstring& path, DWORD attribute) {
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute) != 0;
+}
+
+// "\\.\NUL" and its like; "CON" in any folder becomes one of them.
+bool isDevice(const std::wstring& path) { return path.starts_with(LR"(\\.\)"); }
+
+Opened openFile(const std::wstring& path, DWORD access, DWORD disposition) {
+    Opened result;
+    if (isDevice(path)) {
+        result.error = ERROR_BAD_FILE_TYPE;
+        return result;
+    }
+    result.file =
+        FileHandle(::CreateFileW(path.c_str(), access, shareAll, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!result.file) {
+        const DWORD error = ::GetLastError();
+        result.error = hasAttribute(path, FILE_ATTRIBUTE_DIRECTORY) ? errorDirectoryNotSupported : error;
+    } else if (::GetFileType(result.file.get()) != FILE_TYPE_DISK) {
+        result.error = ERROR_BAD_FILE_TYPE;
+    }
+    return result;
+}
+
+// Servers refuse to move very much at once.
+DWORD portion(std::size_t size) {
+    constexpr std::size_t most = std::size_t{16} << 20;
+    return static_cast<DWORD>(std::min(size, most));
+}
+
+// Bytes read into the buffer; fewer than asked for only at the end of the file.
+DWORD readUpTo(HANDLE file, char* to, std::size_t size, std::size_t& done) {
+    done = 0;
+    while (done < size) {
+        DWORD count = 0;
+        if (::ReadFile(file, to + done, portion(size - done), &count, nullptr) == 0) {
+            return ::GetLastError();
+        }
+        if (count == 0) {
+            break;
+        }
+        done += count;
+    }
+    return 0;
+}
+
+// Writes at the file's position, or always behind the end of the file.
+enum class Where { atPosition, atEnd };
+
+DWORD writeAll(HANDLE file, std::string_view content, Where where, std::size_t& written) {
+    constexpr DWORD endOfFile = 0xFFFFFFFF;
+    written = 0;
+    while (written < content.size()) {
+        OVERLAPPED end{};
+        end.Offset = endOfFile;
+        end.OffsetHigh = endOfFile;
+        DWORD count = 0;
+        if (::WriteFile(file, content.data() + written, portion(content.size() - written), &count,
+                        where == Where::atEnd ? &end : nullptr) == 0) {
+            return ::GetLastError();
+        }
+        if (count == 0) {
+            return ERROR_HANDLE_DISK_FULL;
+        }
+        written += count;
+    }
+    return 0;
+}
+
+LONGLONG sizeOf(HANDLE file) {
+    LARGE_INTEGER size{};
+    return ::GetFileSizeEx(file, &size) != 0 ? size.QuadPart : -1;
+}
+
+DWORD setSize(HANDLE file, LONGLONG size) {
+    LARGE_INTEGER position{};
+    position.QuadPart = size;
+    const bool set = ::SetFilePointerEx(file, position, nullptr, FILE_BEGIN) != 0 && ::SetEndOfFile(file) != 0;
+    return set ? 0 : ::GetLastError();
+}
+
+// A new file beside the one that it will replace; removed again unless it took that one's place.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::wstring& target) {
+        constexpr int attempts = 100;  // names left behind by processes that died
+        const std::wstring folder = target.substr(0, target.find_last_of(LR"(\/)") + 1);
+        const std::wstring name = folder + L"krvwinpr-" + std::to_wstring(::GetCurrentProcessId()) + L"-";
+        for (int i = 0; i < attempts && !opened_.file; ++i) {
+            path_ = name + std::to_wstring(i) + L".tmp";
+            opened_ = openFile(path_, GENERIC_WRITE, CREATE_NEW);
+            if (opened_.error != 0 && opened_.error != ERROR_FILE_EXISTS) {
+                break;
+            }
+        }
+        exists_ = static_cast<bool>(opened_.file);
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (exists_) {
+            opened_.file.reset();
+            ::DeleteFileW(path_.c_str());
+        }
+    }
+
+    DWORD error() const { return opened_.error; }
+
+    DWORD write(std::string_view content) {
+        std::size_t written = 0;
+        const DWORD error = writeAll(opened_.file.get(), content, Where::atPosition, written);
+        opened_.file.reset();
+        return error;
+    }
+
+    DWORD moveTo(const std::wstring& target) {
+        exists_ = ::MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) == 0;
+        return exists_ ? ::GetLastError() : 0;
+    }
+
+private:
+    std::wstring path_;
+    Opened opened_;
+    bool exists_ = false;
+};
+
+bool isHeldOpen(DWORD error, const std::wstring& target) {
+    const bool refused = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
+    return refused && ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES &&
+           !hasAttribute(target, FILE_ATTRIBUTE_DIRECTORY);
+}
+
+DWORD overwrite(const std::wstring& path, std::string_view content) {
+    Opened opened = openFile(path, GENERIC_WRITE, OPEN_EXISTING);
+    if (opened.error != 0) {
+        return opened.error;
+    }
+    const HANDLE file = opened.file.get();
+    const LONGLONG before = sizeOf(file);
+    const auto size = static_cast<LONGLONG>(content.size());
+    if (size > before) {
+        if (const DWORD error = setSize(file, size); error != 0) {
+            setSize(file, before);
+            return error;
+        }
+    }
+    const LARGE_INTEGER start{};
+    std::size_t written = 0;
+    const DWORD error = ::SetFilePointerEx(file, start, nullptr, FILE_BEGIN) != 0
+                            ? writeAll(file, content, Where::atPosition, written)
+                            : ::GetLastError();
+    return error != 0 ? error : setSize(file, size);
+}
+
+}  // namespace
+
+std::wstring nativePath(const std::string& path) {
+    const std::wstring given = widen(path);
+    if (given.empty() || given.find(L'\0') != std::wstring::npos) {
+        throwFileError(ERROR_INVALID_NAME, path.substr(0, path.find('\0')));
+    }
+    if (given.starts_with(longPath)) {
+        return given;
+    }
+    std::wstring whole(MAX_PATH, L'\0');
+    DWORD length = ::GetFullPathNameW(given.c_str(), MAX_PATH, whole.data(), nullptr);
+    if (length >= MAX_PATH) {
+        whole.resize(length);
+        length = ::GetFullPathNameW(given.c_str(), length, whole.data(), nullptr);
+    }
+    if (length == 0) {
+        throwFileError(::GetLastError(), path);
+    }
+    whole.resize(length);
+    // Short enough for the temporary file beside it, too.
+    constexpr std::size_t longest = MAX_PATH - 40;
+    if (whole.size() <= longest || isDevice(whole)) {
+        return whole;
+    }
+    return whole.starts_with(LR"(\\)") ? std::wstring(longShare) + whole.substr(2) : std::wstring(longPath) + whole;
+}
+
+std::string shownPath(std::wstring_view path) {
+    if (path.starts_with(longShare)) {
+        return R"(\\)" + narrow(path.substr(longShare.size()));
+    }
+    return narrow(path.starts_with(longPath) ? path.substr(longPath.size()) : path);
+}
+
+DWORD readWholeFile(const std::wstring& path, std::string& content) {
+    const Opened opened = openFile(path, GENERIC_READ, OPEN_EXISTING);
+    if (opened.error != 0) {
+        return opened.error;
+    }
+    const HANDLE file = opened.file.get();
+    const LONGLONG size = sizeOf(file);
+    if (size < 0) {
+        return ::GetLastError();
+    }
+    if (static_cast<ULONGLONG>(size) > content.max_size()) {
+        return ERROR_NOT_ENOUGH_MEMORY;
+    }
+    std::string text(static_cast<std::size_t>(size), '\0');
+    std::size_t count = 0;
+    DWORD error = readUpTo(file, text.data(), text.size(), count);
+    text.resize(count);
+
+    // The file may have grown meanwhile.
+    std::array<char, 4096> more;
+    do {
+        error = error != 0 ? error : readUpTo(file, more.data(), more.size(), count);
+        if (error != 0) {
+            return error;
+        }
+        text.append(more.data(), count);
+    } while (count == more.size());
+    content = std::move(text);
+    return 0;
+}
+
+DWORD replaceFile(const std::wstring& path, std::string_view content) {
+    constexpr int attempts = 26;
+    constexpr DWORD pause = 20;  // milliseconds
+    if (isDevice(path)) {
+        return ERROR_BAD_FILE_TYPE;
+    }
+    if (hasAttribute(path, FILE_ATTRIBUTE_DIRECTORY)) {
+        return errorDirectoryNotSupported;
+    }
+    if (hasAttribute(path, FILE_ATTRIBUTE_READONLY)) {
+        return ERROR_ACCESS_DENIED;
+    }
+    TemporaryFile file(path);
+    if (file.error() != 0) {
+        return file.error();
+    }
+    if (const DWORD error = file.write(content); error != 0) {
+        return error;
+    }
+    DWORD error = file.moveTo(path);
+    for (int i = 1; i < attempts && isHeldOpen(error, path); ++i) {
+        ::Sleep(pause);
+        error = file.moveTo(path);
+    }
+    return isHeldOpen(error, path) ? overwrite(path, content) : error;
+}
+
+DWORD appendToFile(const std::wstring& path, std::string_view content) {
+    const Opened opened = openFile(path, GENERIC_WRITE, OPEN_ALWAYS);
+    if (opened.error != 0) {
+        return opened.error;
+    }
+    const HANDLE file = opened.file.get();
+    const LONGLONG before = sizeOf(file);
+    std::size_t written = 0;
+    const DWORD error = writeAll(file, content, Where::atEnd, written);
+    if (error != 0 && before >= 0 && sizeOf(file) == before + static_cast<LONGLONG>(written)) {
+        setSize(file, before);
+    }
+    return error;
+}
+
+bool isFile(const std::wstring& path) {
+    const DWORD attributes = isDevice(path) ? INVALID_FILE_ATTRIBUTES : ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+}  // namespace platform_windows

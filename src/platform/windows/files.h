@@ -1,0 +1,35 @@
+// Whole files, read and written without surprises. Paths are native ones (nativePath()). The functions return 0 or a
+// system error code and throw nothing but std::bad_alloc; errorDirectoryNotSupported (system_error.h) stands for a
+// folder, ERROR_BAD_FILE_TYPE for a device or a pipe. Files that others have open, or delete meanwhile, are no obstacle
+// as far as those allow it.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+#include <string_view>
+
+namespace platform_windows {
+
+// A path as the system's functions take it: absolute, and in the form without a limit of length where it is long.
+// Throws runtime::Error for what can be no path.
+std::wstring nativePath(const std::string& path);
+
+// A native path as users write it.
+std::string shownPath(std::wstring_view path);
+
+DWORD readWholeFile(const std::wstring& path, std::string& content);
+
+// The file of that name has the whole content afterwards or, where that fails, is as it was before. It is written
+// beside its place and then moved there. Where another program keeps the old file open in a way that forbids this for
+// longer than half a second, the old file itself is given the new content: whoever reads it at that moment may see a
+// mixture, but there is room for all of it beforehand.
+DWORD replaceFile(const std::wstring& path, std::string_view content);
+
+// Appends in one step, behind whatever others append, creating the file first where there is none. Where not everything
+// could be written, nothing is (unless somebody else appended meanwhile).
+DWORD appendToFile(const std::wstring& path, std::string_view content);
+
+bool isFile(const std::wstring& path);
+
+}  // namespace platform_windows

@@ -1,0 +1,35 @@
+// The fonts of the system that a document draws with.
+#pragma once
+
+#include <cstddef>
+#include <list>
+
+#include "platform/windows/print/print_handles.h"
+#include "platform/windows/print/typeface.h"
+
+namespace platform_windows::print {
+
+struct FontKey {
+    const Typeface* typeface = nullptr;
+    int emHeight = 0;
+
+    bool operator==(const FontKey&) const = default;
+};
+
+// Keeps the fonts used last; a report switches among a few, and the system has room for a limited number.
+class FontHandles {
+public:
+    // The font for a key, good until two others have been asked for; none where the system has no room for one.
+    HFONT get(const FontKey& key);
+
+private:
+    struct Entry {
+        FontKey key;
+        Font font;
+    };
+    static constexpr std::size_t most = 24;
+
+    std::list<Entry> entries_;  // the one used last in front
+};
+
+}  // namespace platform_windows::print

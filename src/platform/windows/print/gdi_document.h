@@ -1,0 +1,48 @@
+// A document on a printer, drawn with GDI.
+#pragma once
+
+#include <string>
+
+#include "platform/print_document.h"
+#include "platform/windows/print/gdi_surface.h"
+#include "platform/windows/print/print_handles.h"
+#include "platform/windows/print/printer_driver.h"
+
+namespace platform_windows::print {
+
+// The job appears in the printer's queue when the first page ends, and every page goes to it whole. What is open when
+// the document is ended, aborted or destroyed has never been there; the job itself never stays unfinished.
+class GdiDocument final : public platform::PrintDocument {
+public:
+    // Throws platform::SpoolerError. Names are UTF-8.
+    GdiDocument(const std::string& printer, const std::string& title);
+    ~GdiDocument() override { abort(); }
+
+    platform::Surface& surface() override { return surface_; }
+    int option(platform::PageOption option) const override { return mode_.value(option); }
+    void setOption(platform::PageOption option, int value) override;
+    void beginPage() override;
+    void endPage() override;
+    void end() override;
+    void abort() noexcept override;
+
+private:
+    enum class State { betweenPages, onPage, over };
+
+    void mustBe(State state) const;
+    // Lets the device have the mode; never while the device has a page open.
+    void apply(const PageMode& mode);
+    void startJob();
+    [[noreturn]] void fail(DWORD code);
+
+    PrinterDriver driver_;
+    std::wstring title_;
+    PageMode mode_;  // of the coming page
+    DeviceContext device_;
+    GdiSurface surface_;
+    State state_ = State::betweenPages;
+    bool jobStarted_ = false;
+    bool modeChanged_ = false;  // while a page was open
+};
+
+}  // namespace platform_windows::print

@@ -1,0 +1,135 @@
+#include "platform/windows/print/printer_access.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/windows/print/spooler_error.h"
+#include "platform/windows/wide_text.h"
+
+namespace platform_windows::print {
+
+namespace {
+
+std::string textOf(const wchar_t* text) { return text != nullptr ? narrow(text) : std::string(); }
+
+// Level 2 of the information record, which holds its texts behind it.
+class PrinterInfo {
+public:
+    explicit PrinterInfo(const std::string& name) {
+        const PrinterHandle printer = openPrinter(name);
+        DWORD needed = 0;
+        while (::GetPrinterW(printer.get(), 2, memory_.data(), static_cast<DWORD>(memory_.size()), &needed) == FALSE) {
+            const DWORD code = lastError();
+            if (code != ERROR_INSUFFICIENT_BUFFER || needed <= memory_.size()) {
+                throw failure(code, name);
+            }
+            memory_.resize(needed);
+        }
+        if (memory_.size() < sizeof(PRINTER_INFO_2W)) {
+            throw failure(ERROR_INVALID_DATA, name);
+        }
+    }
+
+    const PRINTER_INFO_2W* operator->() const noexcept {
+        return reinterpret_cast<const PRINTER_INFO_2W*>(memory_.data());
+    }
+
+private:
+    std::vector<BYTE> memory_;
+};
+
+// Jobs by counting them, which for a printer of another machine includes those still on this one. False where the
+// spooler cannot list them.
+bool countJobs(HANDLE printer, DWORD& count) {
+    constexpr DWORD all = 0xFFFF;
+    std::vector<BYTE> memory;
+    DWORD needed = 0;
+    while (::EnumJobsW(printer, 0, all, 1, memory.data(), static_cast<DWORD>(memory.size()), &needed, &count) ==
+           FALSE) {
+        if (::GetLastError() != ERROR_INSUFFICIENT_BUFFER || needed <= memory.size()) {
+            return false;
+        }
+        memory.resize(needed);
+    }
+    return true;
+}
+
+}  // namespace
+
+PrinterHandle openPrinter(const std::string& name, ACCESS_MASK rights) {
+    if (name.empty()) {
+        // The system would open the print server.
+        throw failure(ERROR_INVALID_PRINTER_NAME, name);
+    }
+    PRINTER_DEFAULTSW defaults{};
+    defaults.DesiredAccess = rights;
+    std::wstring wideName = widen(name);
+    PrinterHandle printer;
+    ::SetLastError(ERROR_SUCCESS);
+    if (::OpenPrinterW(wideName.data(), printer.receive(), &defaults) == FALSE) {
+        const DWORD code = ::GetLastError();
+        throw failure(code != ERROR_SUCCESS ? code : ERROR_INVALID_PRINTER_NAME, name);
+    }
+    return printer;
+}
+
+platform::PrinterRecord printerRecord(const std::string& name) {
+    const PrinterInfo info(name);
+    platform::PrinterRecord record;
+    record.name = textOf(info->pPrinterName);
+    record.serverName = textOf(info->pServerName);
+    record.shareName = textOf(info->pShareName);
+    record.portName = textOf(info->pPortName);
+    record.driverName = textOf(info->pDriverName);
+    record.comment = textOf(info->pComment);
+    record.location = textOf(info->pLocation);
+    record.separatorFile = textOf(info->pSepFile);
+    record.attributes = info->Attributes;
+    record.priority = info->Priority;
+    record.defaultPriority = info->DefaultPriority;
+    record.status = info->Status;
+    record.jobs = info->cJobs;
+    record.averagePpm = info->AveragePPM;
+    return record;
+}
+
+int jobCount(const std::string& name) {
+    DWORD count = 0;
+    if (!countJobs(openPrinter(name).get(), count)) {
+        count = PrinterInfo(name)->cJobs;
+    }
+    return static_cast<int>(std::min<DWORD>(count, INT32_MAX));
+}
+
+std::vector<platform::PaperBin> paperBins(const std::string& name) {
+    constexpr std::size_t nameLength = 24;
+    const std::wstring port = widen(printerRecord(name).portName);
+    const std::wstring printer = widen(name);
+    const auto ask = [&](WORD what, wchar_t* into) {
+        return ::DeviceCapabilitiesW(printer.c_str(), port.c_str(), what, into, nullptr);
+    };
+    const int count = ask(DC_BINS, nullptr);
+    if (count <= 0) {
+        return {};
+    }
+    std::vector<std::int16_t> numbers(static_cast<std::size_t>(count));
+    // A driver that names fewer bins than it numbers leaves the rest without a name.
+    const int named = ask(DC_BINNAMES, nullptr);
+    std::vector<wchar_t> names(static_cast<std::size_t>(std::max(count, named)) * nameLength);
+    if (ask(DC_BINS, reinterpret_cast<wchar_t*>(numbers.data())) <= 0) {
+        return {};
+    }
+    if (named > 0) {
+        ask(DC_BINNAMES, names.data());
+    }
+    std::vector<platform::PaperBin> bins;
+    for (std::size_t index = 0; index < numbers.size(); ++index) {
+        const std::wstring_view field(names.data() + index * nameLength, nameLength);
+        bins.push_back({numbers[index], narrow(field.substr(0, field.find(L'\0')))});
+    }
+    return bins;
+}
+
+}  // namespace platform_windows::print

@@ -1,0 +1,145 @@
+#include "platform/windows/print/typeface.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <string_view>
+
+#include "platform/windows/print/spooler_error.h"
+#include "platform/windows/wide_text.h"
+
+namespace platform_windows::print {
+
+namespace {
+
+constexpr int firstPrintable = 32;
+constexpr int missingAllowed = 8;
+constexpr int usualUnitsPerEm = 2048;
+// No sheet takes a larger letter, nor do the system's functions.
+constexpr int mostPixels = 0x7FFF;
+
+// The fixed-pitch font that hosts print with; fonts of the same metrics stand for it under other names.
+constexpr std::wstring_view hostFont = L"Courier New";
+
+bool sameName(std::wstring_view one, std::wstring_view other) {
+    return ::CompareStringOrdinal(one.data(), static_cast<int>(one.size()), other.data(),
+                                  static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
+}
+
+LOGFONTW describe(const platform::FontRequest& request) {
+    LOGFONTW description{};
+    const std::wstring name = widen(request.name);
+    name.copy(description.lfFaceName, LF_FACESIZE - 1);
+    description.lfWeight = request.bold ? FW_BOLD : FW_NORMAL;
+    description.lfItalic = request.italic ? TRUE : FALSE;
+    description.lfCharSet = static_cast<BYTE>(request.charset);
+    description.lfOutPrecision = OUT_TT_ONLY_PRECIS;
+    // Where the font is missing, the nearest one is to be of fixed pitch like it.
+    description.lfPitchAndFamily = sameName(name, hostFont) ? FIXED_PITCH | FF_MODERN : DEFAULT_PITCH | FF_DONTCARE;
+    return description;
+}
+
+std::wstring faceName(HDC device) {
+    std::array<wchar_t, LF_FACESIZE> name{};
+    ::GetTextFaceW(device, LF_FACESIZE, name.data());
+    return name.data();
+}
+
+}  // namespace
+
+Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCharacters& characters)
+    : request_(request), description_(describe(request)), em_(usualUnitsPerEm) {
+    std::wstring name;
+    for (bool again = true; again;) {
+        const Font font = create(em_);
+        if (!font) {
+            throw runtime::Error(runtime::errPrinter, "Der Zeichensatz „" + request.name +
+                                                          "“ lässt sich nicht anlegen. Bitte andere Programme "
+                                                          "beenden und erneut drucken.");
+        }
+        const Selection selection(device, font.get());
+        OUTLINETEXTMETRICW outline{};
+        const bool hasOutline = ::GetOutlineTextMetricsW(device, sizeof outline, &outline) != 0;
+        const auto units = static_cast<int>(outline.otmEMSquare);
+        again = hasOutline && units > 0 && units <= mostPixels && units != em_;
+        if (again) {
+            em_ = units;
+        } else {
+            name = faceName(device);
+            measure(device, characters);
+            measureUnderline(device);
+        }
+    }
+    const std::wstring requested = widen(request.name);
+    const bool same = sameName(name, requested) || (sameName(requested, hostFont) && hasCourierMetrics());
+    face_ = {same ? request.name : narrow(name), coversCodePage_ ? request.charset : platform::charsetAnsi};
+}
+
+void Typeface::measure(HDC device, const DosCharacters& characters) {
+    TEXTMETRICW metrics{};
+    ::GetTextMetricsW(device, &metrics);
+    ascent_ = metrics.tmAscent;
+    descent_ = metrics.tmDescent;
+
+    constexpr WORD noGlyph = 0xFFFF;
+    constexpr WORD replacementGlyph = 0;
+    std::array<WORD, 256> glyphs{};
+    const bool told = ::GetGlyphIndicesW(device, characters.data(), static_cast<int>(characters.size()), glyphs.data(),
+                                         GGI_MARK_NONEXISTING_GLYPHS) != GDI_ERROR;
+    const auto missing = std::count(glyphs.begin() + firstPrintable, glyphs.end(), noGlyph);
+    coversCodePage_ = told && missing <= missingAllowed;
+    std::replace(glyphs.begin(), glyphs.end(), noGlyph, replacementGlyph);
+    advances_.fill(metrics.tmAveCharWidth);
+    if (told) {
+        ::GetCharWidthI(device, 0, static_cast<UINT>(glyphs.size()), glyphs.data(), advances_.data());
+    }
+}
+
+void Typeface::measureUnderline(HDC device) {
+    // Offsets are those of the OpenType table of this name, numbers have their high byte first.
+    constexpr DWORD table = 0x74736F70;  // "post"
+    constexpr DWORD offset = 8;
+    std::array<std::uint8_t, 4> bytes{};
+    if (::GetFontData(device, table, offset, bytes.data(), static_cast<DWORD>(bytes.size())) == bytes.size()) {
+        const auto signed16 = [&](std::size_t at) { return static_cast<std::int16_t>(bytes[at] << 8 | bytes[at + 1]); };
+        underlineTop_ = signed16(0);
+        underlineThickness_ = signed16(2);
+    } else {
+        underlineTop_ = -descent_ / 3;
+        underlineThickness_ = em_ / 20;
+    }
+}
+
+bool Typeface::isFor(const platform::FontRequest& request) const noexcept {
+    return request_.name == request.name && request_.charset == request.charset && request_.bold == request.bold &&
+           request_.italic == request.italic;
+}
+
+bool Typeface::hasCourierMetrics() const noexcept {
+    const auto is = [this](int value, int of2048) { return value * usualUnitsPerEm == of2048 * em_; };
+    return is(ascent_, 1705) && is(descent_, 615) &&
+           std::all_of(advances_.begin() + firstPrintable, advances_.end(),
+                       [&](int advance) { return is(advance, 1229); });
+}
+
+FontSize Typeface::atSize(int emHeight, double stretch) const noexcept {
+    const double unit = static_cast<double>(emHeight) / em_;
+    const auto pixels = [](double length) { return static_cast<int>(std::floor(std::clamp(length, -1e9, 1e9) + 0.5)); };
+    FontSize size;
+    for (std::size_t byte = 0; byte < advances_.size(); ++byte) {
+        size.advance[byte] = std::max(0, pixels(advances_[byte] * unit * stretch));
+    }
+    size.ascent = pixels(ascent_ * unit);
+    size.descent = pixels(descent_ * unit);
+    size.underlineTop = -pixels(underlineTop_ * unit);
+    size.underlineThickness = std::max(1, pixels(underlineThickness_ * unit));
+    return size;
+}
+
+Font Typeface::create(int emHeight) const noexcept {
+    LOGFONTW description = description_;
+    description.lfHeight = -std::clamp(emHeight, 1, mostPixels);
+    return Font(::CreateFontIndirectW(&description));
+}
+
+}  // namespace platform_windows::print

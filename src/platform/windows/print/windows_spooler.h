@@ -1,0 +1,33 @@
+// The printers of a Windows system.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/spooler.h"
+
+namespace platform_windows {
+
+// Asks the spooler anew every time and keeps nothing; a printer of another machine has its full name
+// ("\\server\printer").
+class WindowsSpooler final : public platform::Spooler {
+public:
+    bool hasPrinters() override;
+    // Those of this machine and those that the user is connected to.
+    std::vector<std::string> printerNames() override;
+    std::string defaultPrinter() override;
+    void setDefaultPrinter(const std::string& name) override;
+    platform::PrinterRecord printer(const std::string& name) override;
+    int jobCount(const std::string& name) override;
+    std::vector<platform::PaperBin> paperBins(const std::string& name) override;
+    bool canAdminister(const std::string& name) override;
+    void purge(const std::string& name) override;
+    void showProperties(const std::string& name) override;
+    bool serviceRunning() override;
+    std::string errorText(std::uint32_t code) override;
+    std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;
+};
+
+}  // namespace platform_windows

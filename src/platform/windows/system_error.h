@@ -1,0 +1,24 @@
+// Errors of the system: their texts, and the run-time errors that they become.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace platform_windows {
+
+// Published codes that the compiler's headers lack.
+inline constexpr DWORD errorDirectoryNotSupported = 336;
+inline constexpr DWORD errorDiskQuotaExceeded = 1295;
+
+// The system's text for an error code in the user's language, in one line; empty where it has none.
+std::string systemText(DWORD code);
+
+// "Windows-Fehler 5: Zugriff verweigert"; the number alone where the system has no text for it.
+std::string systemMessage(DWORD code);
+
+// Throws the run-time error that a failed call on a file means: path, what to do, and the system's message. A code that
+// has no meaning of its own here is errDeviceIo.
+[[noreturn]] void throwFileError(DWORD code, const std::string& path);
+
+}  // namespace platform_windows

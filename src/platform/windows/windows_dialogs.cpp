@@ -1,0 +1,201 @@
+#include "platform/windows/windows_dialogs.h"
+
+#include <windows.h>
+
+#include <array>
+#include <exception>
+#include <string_view>
+
+#include "platform/windows/files.h"
+#include "platform/windows/handle.h"
+#include "platform/windows/wide_text.h"
+#include "runtime/text.h"
+
+namespace platform_windows {
+
+namespace {
+
+using platform::Answer;
+using platform::Buttons;
+using platform::Icon;
+
+constexpr std::string_view programName = "KRVWinPr";
+
+bool hasVisibleDesktop() {
+    USEROBJECTFLAGS flags{};
+    DWORD needed = 0;
+    return ::GetUserObjectInformationW(::GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof(flags), &needed) != 0 &&
+           (flags.dwFlags & WSF_VISIBLE) != 0;
+}
+
+// Every line end as the pair of CR and LF.
+std::string withLineEnds(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r' && text[i] != '\n') {
+            result += text[i];
+            continue;
+        }
+        result += "\r\n";
+        i += text.substr(i).starts_with("\r\n") ? 1 : 0;
+    }
+    return result;
+}
+
+// Line ends and other control characters become single blanks.
+std::string oneLine(std::string_view text) {
+    constexpr unsigned char firstPrintable = 0x20;
+    constexpr unsigned char deleteCode = 0x7F;
+    std::string line;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code > firstPrintable && code != deleteCode) {
+            line += c;
+        } else if (!line.empty() && line.back() != ' ') {
+            line += ' ';
+        }
+    }
+    return std::string(runtime::trimRight(line));
+}
+
+UINT styleOf(Buttons buttons, Icon icon) {
+    UINT style = MB_OK | MB_SETFOREGROUND;
+    if (buttons != Buttons::ok) {
+        style |= buttons == Buttons::yesNo ? MB_YESNO : MB_OKCANCEL;
+    }
+    if (icon != Icon::none) {
+        style |= icon == Icon::critical ? MB_ICONERROR : MB_ICONINFORMATION;
+    }
+    return style;
+}
+
+Answer firstButton(Buttons buttons) { return buttons == Buttons::yesNo ? Answer::yes : Answer::ok; }
+
+std::string_view answerTaken(Buttons buttons) {
+    switch (buttons) {
+        case Buttons::okCancel:
+            return " [Antwort: OK]";
+        case Buttons::yesNo:
+            return " [Antwort: Ja]";
+        default:
+            return "";
+    }
+}
+
+// Keeps a pipe whose reader does not read from holding up the job; where the pipe cannot do that, nothing changes.
+class NoWaiting {
+public:
+    explicit NoWaiting(HANDLE pipe) : pipe_(pipe) {
+        DWORD mode = PIPE_NOWAIT;
+        changed_ = ::SetNamedPipeHandleState(pipe, &mode, nullptr, nullptr) != 0;
+    }
+    NoWaiting(const NoWaiting&) = delete;
+    NoWaiting& operator=(const NoWaiting&) = delete;
+    ~NoWaiting() {
+        DWORD mode = PIPE_WAIT;
+        if (changed_) {
+            ::SetNamedPipeHandleState(pipe_, &mode, nullptr, nullptr);
+        }
+    }
+
+private:
+    HANDLE pipe_;
+    bool changed_ = false;
+};
+
+void writeToStandardError(std::string_view text) {
+    const HANDLE output = ::GetStdHandle(STD_ERROR_HANDLE);
+    if (output == nullptr || output == INVALID_HANDLE_VALUE) {
+        return;
+    }
+    const NoWaiting quick(output);
+    DWORD count = 0;
+    ::WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
+}
+
+// By its full name, as the current directory, where the host keeps its files, must not have a say in what is started.
+bool openInEditor(const std::string& file) {
+    std::array<wchar_t, MAX_PATH> folder{};
+    const UINT length = ::GetSystemDirectoryW(folder.data(), MAX_PATH);
+    if (length == 0 || length >= MAX_PATH) {
+        return false;
+    }
+    const std::wstring program = std::wstring(folder.data(), length) + LR"(\notepad.exe)";
+    std::wstring command = LR"(notepad ")" + widen(file) + L"\"";
+    STARTUPINFOW start{};
+    start.cb = sizeof(start);
+    start.dwFlags = STARTF_USESHOWWINDOW;
+    start.wShowWindow = SW_SHOWNORMAL;
+    PROCESS_INFORMATION started{};
+    if (::CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                         &started) == 0) {
+        return false;
+    }
+    const KernelHandle thread(started.hThread);
+    const KernelHandle process(started.hProcess);
+    return true;
+}
+
+}  // namespace
+
+Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) {
+    try {
+        const std::string shownTitle = title.empty() ? std::string(programName) : title;
+        const int pressed = hasVisibleDesktop() ? ::MessageBoxW(nullptr, widen(withLineEnds(text)).c_str(),
+                                                                widen(shownTitle).c_str(), styleOf(buttons, icon))
+                                                : 0;
+        switch (pressed) {
+            case IDOK:
+                return Answer::ok;
+            case IDCANCEL:
+                return buttons == Buttons::ok ? Answer::ok : Answer::cancel;
+            case IDYES:
+                return Answer::yes;
+            case IDNO:
+                return Answer::no;
+            default:
+                break;
+        }
+        const bool ownTitle = runtime::upperCase(shownTitle) != runtime::upperCase(programName);
+        diagnostic((ownTitle ? title + ": " : "") + oneLine(text) + std::string(answerTaken(buttons)));
+    } catch (const std::exception&) {
+        // Out of memory: the box cannot be shown, and nobody could be told either.
+    }
+    return firstButton(buttons);
+}
+
+void WindowsDialogs::processEvents() {
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+        if (message.message == WM_QUIT) {
+            // For the loop that runs the window; here it would be lost.
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
+    }
+}
+
+void WindowsDialogs::showTextFile(const std::string& path) {
+    try {
+        const std::wstring file = nativePath(path);
+        if (!isFile(file)) {
+            diagnostic("Die Datei " + path + " ist nicht vorhanden.");
+        } else if (!hasVisibleDesktop() || !openInEditor(shownPath(file))) {
+            diagnostic("Bitte lesen Sie die Datei " + shownPath(file));
+        }
+    } catch (const std::exception&) {
+        diagnostic("Die Datei " + path + " kann nicht angezeigt werden.");
+    }
+}
+
+void WindowsDialogs::diagnostic(const std::string& line) {
+    try {
+        writeToStandardError(encode(widen(std::string(programName) + ": " + oneLine(line) + "\r\n"), CP_ACP));
+    } catch (const std::exception&) {
+        // Out of memory: then there is no line.
+    }
+}
+
+}  // namespace platform_windows

@@ -1,0 +1,21 @@
+// The port Dialogs on Windows: the system's message boxes and its text editor.
+#pragma once
+
+#include "platform/dialogs.h"
+
+namespace platform_windows {
+
+// A box is seen where the process belongs to a desktop that a user sees; a service or a task in the background does
+// not, and a box there would wait for ever. Then, as with diagnostics, the text is one line on standard error, in the
+// ANSI code page, "KRVWinPr: title: text", the title left out where it is the program's name; behind a question stands
+// the answer taken for it. Standard error is what whoever started the program made it: a file, a pipe or nothing.
+class WindowsDialogs final : public platform::Dialogs {
+public:
+    platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
+                                const std::string& title) override;
+    void processEvents() override;
+    void showTextFile(const std::string& path) override;
+    void diagnostic(const std::string& line) override;
+};
+
+}  // namespace platform_windows

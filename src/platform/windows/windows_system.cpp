@@ -1,0 +1,154 @@
+#include "platform/windows/windows_system.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <new>
+#include <stdexcept>
+
+#include "platform/windows/files.h"
+#include "platform/windows/handle.h"
+#include "platform/windows/system_error.h"
+#include "platform/windows/wide_text.h"
+#include "platform/windows/windows_locale.h"
+#include "runtime/error.h"
+
+namespace platform_windows {
+
+namespace {
+
+std::string programFile() {
+    // The function cuts off what does not fit and does not say how much that was.
+    constexpr std::size_t longest = 32768;
+    std::wstring path(MAX_PATH, L'\0');
+    DWORD length = ::GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
+    if (length >= MAX_PATH) {
+        path.resize(longest);
+        length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(longest));
+    }
+    path.resize(length);
+    return shownPath(path);
+}
+
+void check(DWORD error, const std::wstring& path) {
+    if (error != 0) {
+        throwFileError(error, shownPath(path));
+    }
+}
+
+int screenResolution(int index) {
+    constexpr int usual = 96;
+    const ScreenContext screen(::GetDC(nullptr));
+    const int dpi = screen ? ::GetDeviceCaps(screen.get(), index) : 0;
+    return dpi > 0 ? dpi : usual;
+}
+
+}  // namespace
+
+std::wstring_view commandLineTail(std::wstring_view commandLine) {
+    const bool quoted = commandLine.starts_with(L'"');
+    const std::size_t end = quoted ? commandLine.find(L'"', 1) : commandLine.find_first_of(L" \t");
+    if (end == std::wstring_view::npos) {
+        return {};
+    }
+    return commandLine.substr(quoted ? end + 1 : end);
+}
+
+std::string WindowsSystem::commandTail() { return narrow(commandLineTail(::GetCommandLineW())); }
+
+std::string WindowsSystem::programDirectory() {
+    const std::string file = programFile();
+    const std::size_t separator = file.rfind('\\');
+    if (separator == std::string::npos) {
+        return {};
+    }
+    const bool root = separator > 0 && file[separator - 1] == ':';
+    return file.substr(0, root ? separator + 1 : separator);
+}
+
+std::string WindowsSystem::programFileName() {
+    const std::string file = programFile();
+    return file.substr(file.rfind('\\') + 1);
+}
+
+std::string WindowsSystem::currentDirectory() {
+    std::wstring folder(::GetCurrentDirectoryW(0, nullptr), L'\0');
+    const DWORD length = ::GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), folder.data());
+    if (length == 0 || length >= folder.size()) {
+        throwFileError(length == 0 ? ::GetLastError() : DWORD{ERROR_PATH_NOT_FOUND}, ".");
+    }
+    folder.resize(length);
+    return shownPath(folder);
+}
+
+std::string WindowsSystem::readFile(const std::string& path) {
+    const std::wstring file = nativePath(path);
+    std::string content;
+    DWORD error = 0;
+    try {
+        error = readWholeFile(file, content);
+    } catch (const std::bad_alloc&) {
+        error = ERROR_NOT_ENOUGH_MEMORY;
+    } catch (const std::length_error&) {
+        error = ERROR_NOT_ENOUGH_MEMORY;
+    }
+    check(error, file);
+    return content;
+}
+
+void WindowsSystem::writeFile(const std::string& path, std::string_view content) {
+    const std::wstring file = nativePath(path);
+    check(replaceFile(file, content), file);
+}
+
+void WindowsSystem::appendFile(const std::string& path, std::string_view content) {
+    const std::wstring file = nativePath(path);
+    check(appendToFile(file, content), file);
+}
+
+bool WindowsSystem::fileExists(const std::string& path) {
+    try {
+        return isFile(nativePath(path));
+    } catch (const runtime::Error&) {
+        return false;
+    }
+}
+
+runtime::DateTime WindowsSystem::localTime() {
+    SYSTEMTIME now{};
+    ::GetLocalTime(&now);
+    return {.year = now.wYear,
+            .month = now.wMonth,
+            .day = now.wDay,
+            .hour = now.wHour,
+            .minute = now.wMinute,
+            .second = now.wSecond,
+            .millisecond = now.wMilliseconds};
+}
+
+const runtime::Locale& WindowsSystem::locale() {
+    if (!locale_) {
+        locale_ = userLocale();
+    }
+    return *locale_;
+}
+
+std::string WindowsSystem::toSystemCodePage(std::string_view text) { return encode(widen(text), CP_ACP); }
+
+std::string WindowsSystem::fromDosCodePage(std::string_view bytes) {
+    std::wstring text = decode(bytes, CP_OEMCP, MB_USEGLYPHCHARS);
+    std::replace(text.begin(), text.end(), L'\0', L' ');
+    return narrow(text);
+}
+
+int WindowsSystem::screenDpiX() { return screenResolution(LOGPIXELSX); }
+
+int WindowsSystem::screenDpiY() { return screenResolution(LOGPIXELSY); }
+
+void WindowsSystem::sleep(int milliseconds) {
+    if (milliseconds > 0) {
+        ::Sleep(static_cast<DWORD>(milliseconds));
+    }
+}
+
+}  // namespace platform_windows

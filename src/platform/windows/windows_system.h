@@ -1,0 +1,40 @@
+// The port System on Windows.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "platform/system.h"
+
+namespace platform_windows {
+
+// The system's code page is the user's ANSI code page, the host's DOS code page the OEM one. The current directory is
+// asked for whenever it is needed, the locale once.
+class WindowsSystem final : public platform::System {
+public:
+    std::string commandTail() override;
+    std::string programDirectory() override;
+    std::string programFileName() override;
+    std::string currentDirectory() override;
+    std::string readFile(const std::string& path) override;
+    void writeFile(const std::string& path, std::string_view content) override;
+    void appendFile(const std::string& path, std::string_view content) override;
+    bool fileExists(const std::string& path) override;
+    runtime::DateTime localTime() override;
+    const runtime::Locale& locale() override;
+    std::string toSystemCodePage(std::string_view text) override;
+    std::string fromDosCodePage(std::string_view bytes) override;
+    int screenDpiX() override;
+    int screenDpiY() override;
+    void sleep(int milliseconds) override;
+
+private:
+    std::optional<runtime::Locale> locale_;
+};
+
+// What stands behind the program's name in a command line as the system hands it over. The name goes to its closing
+// quote where it begins with one, otherwise to the first blank or tab; the rest is as it was written.
+std::wstring_view commandLineTail(std::wstring_view commandLine);
+
+}  // namespace platform_windows

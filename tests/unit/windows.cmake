@@ -1,0 +1,14 @@
+# The tests have the program's manifest, on which it depends what they see of the screen.
+krv_unit_test(windows-tests LIBS krv-windows krv-windows-resources SOURCES
+    unit/windows_dialogs_test.cpp
+    unit/windows_settings_test.cpp
+    unit/windows_system_test.cpp
+)
+if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/unit/windows_print_test.cpp)
+    krv_unit_test(windows-print-tests LIBS krv-windows-print SOURCES unit/windows_print_test.cpp)
+endif()
+
+# Starts the program for the tests from end to end and presses the buttons of its message boxes.
+add_executable(krv-answer e2e/windows/answer_boxes.cpp)
+target_link_libraries(krv-answer PRIVATE krv-windows)
+set_target_properties(krv-answer PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})

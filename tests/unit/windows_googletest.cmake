@@ -1,0 +1,23 @@
+# GoogleTest for the cross builds, from the sources of Debian's package googletest; its programs run under Wine, in a
+# prefix of the build folder that the first of them makes.
+set(KRV_GOOGLETEST /usr/src/googletest/googletest CACHE PATH "Folder of GoogleTest's sources")
+
+add_library(gtest_main STATIC EXCLUDE_FROM_ALL
+    ${KRV_GOOGLETEST}/src/gtest-all.cc ${KRV_GOOGLETEST}/src/gtest_main.cc)
+set_target_properties(gtest_main PROPERTIES COMPILE_OPTIONS "")
+target_include_directories(gtest_main PRIVATE ${KRV_GOOGLETEST})
+target_include_directories(gtest_main SYSTEM PUBLIC ${KRV_GOOGLETEST}/include)
+add_library(GTest::gtest_main ALIAS gtest_main)
+
+add_test(NAME wine.prefix COMMAND ${CMAKE_SOURCE_DIR}/tests/wine-prefix.sh ${CMAKE_BINARY_DIR}/wineprefix)
+add_test(NAME wine.end COMMAND ${CMAKE_SOURCE_DIR}/tests/wine-prefix.sh --end ${CMAKE_BINARY_DIR}/wineprefix)
+set_tests_properties(wine.prefix PROPERTIES FIXTURES_SETUP wine TIMEOUT 300)
+set_tests_properties(wine.end PROPERTIES FIXTURES_CLEANUP wine TIMEOUT 60)
+
+# krv_wine_test(program): the program is a test, alone in the prefix while it runs; skipped (exit code 77) where Wine
+# cannot run it.
+function(krv_wine_test program)
+    add_test(NAME ${program} COMMAND ${program})
+    set_tests_properties(${program} PROPERTIES
+        FIXTURES_REQUIRED wine RUN_SERIAL ON SKIP_RETURN_CODE 77 TIMEOUT 120)
+endfunction()
