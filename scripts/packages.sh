@@ -6,6 +6,9 @@ qt6-base-dev libxcb1-dev fonts-liberation"
 test_packages="libgtest-dev python3 poppler-utils qpdf cups-daemon cups-client cups-filters ghostscript xvfb xdotool
 clang-format"
 
+# The Windows program is cross-built, and tested under Wine.
+windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 locales xauth"
+
 as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }

@@ -4,9 +4,7 @@ krv_unit_test(windows-tests LIBS krv-windows krv-windows-resources SOURCES
     unit/windows_settings_test.cpp
     unit/windows_system_test.cpp
 )
-if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/unit/windows_print_test.cpp)
-    krv_unit_test(windows-print-tests LIBS krv-windows-print SOURCES unit/windows_print_test.cpp)
-endif()
+krv_unit_test(windows-print-tests LIBS krv-windows-print SOURCES unit/windows_print_test.cpp)
 
 # Starts the program for the tests from end to end and presses the buttons of its message boxes.
 add_executable(krv-answer e2e/windows/answer_boxes.cpp)

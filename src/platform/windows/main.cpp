@@ -1,10 +1,11 @@
-#include <windows.h>
-
+// A macro of the system's headers has the name of one of the port's structures, so these come first.
 #include "platform/windows/print/windows_spooler.h"
 #include "platform/windows/windows_dialogs.h"
 #include "platform/windows/windows_settings_store.h"
 #include "platform/windows/windows_system.h"
 #include "startup/MMain.h"
+
+#include <windows.h>
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     // A drive without a disk is an error for whoever asks for it, not a box of the system that waits for an answer.

@@ -35,12 +35,12 @@ public:
     Player(const PageRecording& page, HDC device, FontHandles& fonts)
         : page_(page), device_(device), handles_(fonts), stockFont_(device, ::GetStockObject(DEVICE_DEFAULT_FONT)) {
         ::SetBkMode(device, TRANSPARENT);
-        ::SetTextAlign(device, TA_LEFT | TA_BASELINE | TA_NOUPDATECP);
+        ::SetTextAlign(device, TA_BASELINE);
     }
 
     bool operator()(const Text& text) {
         if (font_ != text.font) {
-            const HFONT font = handles_.get(page_.fonts_[text.font]);
+            HFONT font = handles_.get(page_.fonts_[text.font]);
             if (font == nullptr || ::SelectObject(device_, font) == nullptr) {
                 return false;
             }

@@ -19,6 +19,12 @@ constexpr DWORD quickLevel = 4;
 }  // namespace
 
 bool WindowsSpooler::hasPrinters() {
+    // Where there is a default printer there are printers, and this question costs next to nothing.
+    DWORD length = 0;
+    ::GetDefaultPrinterW(nullptr, &length);
+    if (length > 0) {
+        return true;
+    }
     DWORD needed = 0;
     DWORD count = 0;
     const BOOL done = ::EnumPrintersW(localAndConnected, nullptr, quickLevel, nullptr, 0, &needed, &count);
