@@ -9,3 +9,4 @@ foreach(name pdf log faults queues desktop)
         TIMEOUT $<IF:$<BOOL:${KRV_SANITIZE}>,400,200>
         ENVIRONMENT "KRVWINPR=$<TARGET_FILE:KRVWinPr>;KRVWINPR_SLOW=$<BOOL:${KRV_SANITIZE}>")
 endforeach()
+set_property(TEST e2e.queues APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TARGET_FILE:krv-printers>")

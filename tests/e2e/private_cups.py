@@ -6,11 +6,12 @@
         job = cups.wait_for_jobs("Archiv", 1)[0]
 
 Runs as root (then filters run as the user that CUPS has for them) or as an ordinary user; needs the packages
-cups-daemon, cups-client and, for queues with a driver, cups-filters. Nothing of the machine's own print server is touched.
+cups-daemon, cups-client and, for queues with a driver, cups-filters. The machine's own print server is left alone.
 """
 
 import getpass
 import os
+import re
 import shutil
 import signal
 import stat
@@ -23,51 +24,22 @@ from pathlib import Path
 HERE = Path(__file__).resolve().parent / "cups"
 SYSTEM_SERVER_BIN = Path("/usr/lib/cups")
 SYSTEM_DATA = Path("/usr/share/cups")
+TIMEOUT = 20  # seconds
 
 
 @dataclass
 class RecordedJob:
     """A job as it arrived behind the filters of its queue."""
 
-    number: int
-    user: str
     title: str
-    copies: str
     options: dict
-    queue: str
     content_type: str
     data: bytes
 
 
-def _options(text):
-    """The options of a job as CUPS hands them to a filter: name=value or name, values perhaps quoted or in braces."""
-    options, word, depth, quote, escaped = {}, "", 0, "", False
-    words = []
-    for char in text + " ":
-        if escaped:
-            word, escaped = word + char, False
-        elif char == "\\":
-            escaped = True
-        elif quote:
-            quote, word = ("", word) if char == quote else (quote, word + char)
-        elif char in "\"'" and not depth:
-            quote = char
-        elif char.isspace() and not depth:
-            words.append(word)
-            word = ""
-        else:
-            depth += {"{": 1, "}": -1}.get(char, 0)
-            word += char
-    for entry in filter(None, words):
-        name, separator, value = entry.partition("=")
-        options[name] = value if separator else "true"
-    return options
-
-
 class PrivateCups:
-    def __init__(self, timeout=20, may_purge=True):
+    def __init__(self, may_purge=True):
         """may_purge: whether the caller has the right to cancel other people's jobs."""
-        self.timeout = timeout
         self.may_purge = may_purge
         self.root = None
         self._process = None
@@ -130,11 +102,8 @@ class PrivateCups:
         self._process = None
 
     def suspend(self):
-        """Lets the server hang: it accepts connections and never answers, until resume() or stop()."""
+        """Lets the server hang: it accepts connections and never answers, until stop()."""
         self._process.send_signal(signal.SIGSTOP)
-
-    def resume(self):
-        self._process.send_signal(signal.SIGCONT)
 
     def log(self):
         return "\n".join((self.root / "log" / name).read_text(errors="replace")[-4000:]
@@ -165,16 +134,13 @@ class PrivateCups:
     def set_default(self, name):
         self._lp("lpadmin", "-d", name)
 
-    def reject(self, name, reason="Wartung"):
+    def reject(self, name):
         """The queue takes no more jobs."""
-        self._lp("cupsreject", "-r", reason, name)
+        self._lp("cupsreject", name)
 
-    def accept(self, name):
-        self._lp("cupsaccept", name)
-
-    def disable(self, name, reason="Angehalten"):
+    def disable(self, name):
         """Jobs stay in the queue."""
-        self._lp("cupsdisable", "-r", reason, name)
+        self._lp("cupsdisable", name)
 
     def enable(self, name):
         self._lp("cupsenable", name)
@@ -185,9 +151,8 @@ class PrivateCups:
         """The jobs of a queue that were printed, in their order."""
         result = []
         for record in sorted(self._out[name].glob("*.job")):
-            fields = [field.decode() for field in record.read_bytes().split(b"\0")]
-            user, title, copies, options, queue, content_type = fields[:6]
-            result.append(RecordedJob(int(record.stem), user, title, copies, _options(options), queue, content_type,
+            title, options, content_type, _ = record.read_text("utf-8").split("\0")
+            result.append(RecordedJob(title, dict(re.findall(r"(\S+?)=(\S+)", options)), content_type,
                                       record.with_suffix(".data").read_bytes()))
         return result
 
@@ -205,16 +170,16 @@ class PrivateCups:
 
     def _lp(self, *command, check=True):
         result = subprocess.run(command, env=self.environment(LC_ALL="C.UTF-8"), stdin=subprocess.DEVNULL, text=True,
-                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=self.timeout)
+                                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=TIMEOUT)
         if check and result.returncode:
             raise RuntimeError(f"{' '.join(command)}: {result.stdout.strip()}")
         return result
 
     def wait_until(self, condition, what):
-        end = time.monotonic() + self.timeout
+        end = time.monotonic() + TIMEOUT
         while not condition():
             if time.monotonic() > end:
-                raise RuntimeError(f"Waited {self.timeout} s for {what}. {self.log()}")
+                raise RuntimeError(f"Waited {TIMEOUT} s for {what}. {self.log()}")
             time.sleep(0.05)
 
     def _configure(self):
@@ -239,23 +204,18 @@ class PrivateCups:
             TempDir {root}/spool/tmp
             AccessLog {root}/log/access_log
             ErrorLog {root}/log/error_log
-            PageLog {root}/log/page_log
             FileDevice Yes
             SystemGroup root
-            ConfigFilePerm 0644
-            LogFilePerm 0644
             """)
         administrator = getpass.getuser()
         (root / "etc/cupsd.conf").write_text(f"""
             Listen {self.socket}
             LogLevel debug
-            MaxLogSize 0
             Browsing No
             WebInterface No
             DefaultShared No
             DefaultAuthType Basic
             JobRetryInterval 1
-            PreserveJobHistory Yes
             <Location />
               Order allow,deny
               Allow all

@@ -142,16 +142,17 @@ class Positions(JobTest):
         self.job.printer_settings("LinkerRand=breit", "ObererRand=REG_BINARY:01", "Zeilenabstand=")
         self.assertEqual(repr(self.words("eins\r\nzwei")), repr(before))
 
-    def test_every_character_of_the_code_page_comes_back(self):
+    def test_every_character_of_the_code_page_comes_back_in_every_face(self):
         text = [byte for byte in range(256) if byte not in b"\n\f\r\x1b^"]
         rows = [text[first:first + 8] for first in range(0, len(text), 8)]
         data = b"\r\n".join(b" ".join(b"%02X[%c]" % (byte, byte) for byte in row) for row in rows)
-        cases = (({}, "cp850"), ({"LANG": "en_US.UTF-8"}, "cp437"), ({"KRVWINPR_CODEPAGE": "437"}, "cp437"),
-                 ({"LANG": "en_US.UTF-8", "KRVWINPR_CODEPAGE": "850"}, "cp850"))
-        for environment, code_page in cases:
-            with self.subTest(environment):
+        cases = (({}, "cp850", b"^FE"), ({"LANG": "en_US.UTF-8"}, "cp437", b"^KE"),
+                 ({"KRVWINPR_CODEPAGE": "437"}, "cp437", b""),
+                 ({"LANG": "en_US.UTF-8", "KRVWINPR_CODEPAGE": "850"}, "cp850", b"^FE^KE"))
+        for environment, code_page, face in cases:
+            with self.subTest(face, **environment):
                 job = self.new_job()
-                job.write("A.OUT", data)
+                job.write("A.OUT", face + data)
                 job.run("A.OUT", **environment)
                 found = dict(re.findall(r"([0-9A-F]{2})\[(.?)\s*\]", output_of(
                     "pdftotext", "-layout", job.folder / "A.pdf", "-")))
@@ -215,38 +216,25 @@ class Rendering(JobTest):
 class Names(JobTest):
     def test_files_are_found_as_the_host_writes_them(self):
         job = self.job
-        job.write("Unter/Ordner/Rechnung.Out", "Gefunden")
-        job.write("Meine Liste.out", "Leerzeichen")
-        job.write("liste.out", "klein")
-        job.write("LISTE.OUT", "groß")
-        job.write("ENDUNG", "ohne")
-        job.write("A.B.C", "Punkte")
-        for argument, pdf, text in ((r"UNTER\ordner\rechnung.out", "rechnung.pdf", "Gefunden"),
-                                    (job.folder / "unter/ORDNER/RECHNUNG.OUT", "RECHNUNG.pdf", "Gefunden"),
+        files = {"Übergabe/Ordner/Rechnung.Out": "Gefunden", "Meine Liste.out": "Leerzeichen", "liste.out": "klein",
+                 "LISTE.OUT": "groß", "lISTE.OUT": "vor der kleinen", "krvwinpr.ok": "nicht das des Hosts"}
+        for name, text in files.items():
+            job.write(name, text)
+        for argument, pdf, text in ((r"ÜBERGABE\ordner\rechnung.out", "rechnung.pdf", "Gefunden"),
+                                    (job.folder / "übergabe/ORDNER/RECHNUNG.OUT", "RECHNUNG.pdf", "Gefunden"),
+                                    (r"übergabe\.\..//ÜBERGABE\ORDNER\Rechnung.out", "Rechnung.pdf", "Gefunden"),
                                     ("Meine Liste.out", "Meine Liste.pdf", "Leerzeichen"),
                                     ("liste.out", "liste.pdf", "klein"), ("LISTE.OUT", "LISTE.pdf", "groß"),
-                                    ("ENDUNG", "ENDUNG.pdf", "ohne"), ("A.B.C", "A.B.pdf", "Punkte")):
+                                    ("Liste.out", "Liste.pdf", "groß"), ("lISTE.out", "lISTE.pdf", "groß")):
             with self.subTest(str(argument)):
                 job.run(argument)
                 self.assertEqual(job.lines(pdf), [[text]])
 
-    def test_a_pdf_that_is_there_already_is_never_replaced(self):
-        job = self.job
-        job.write("A.OUT", "neu")
-        kept = {"A.pdf": b"alt", "A (2).pdf": b"", "A (4).pdf": b"auch alt"}
-        for name, content in kept.items():
-            job.write(name, content)
-        (job.folder / "A (3).pdf").symlink_to("nirgendwo")
-        job.run("A.OUT")
-        job.run("A.OUT")
-        self.assertEqual([job.read(name) for name in kept], list(kept.values()))
-        self.assertEqual([job.lines(f"A ({number}).pdf") for number in (5, 6)], [[["neu"]]] * 2)
-
 
 class Pages(JobTest):
     def test_form_feeds_make_the_pages(self):
-        for text, pages in (("eins", [["eins"]]),
-                            ("eins\f", [["eins"]]),
+        nothing = [(text, []) for text in ("", "\r\n\r\n", "\f", "^", "^FE^10\r\n^LR", "\x1b\r\n")]
+        for text, pages in (*nothing, ("eins", [["eins"]]), ("eins\f", [["eins"]]),
                             ("eins\f\r\n\r\n", [["eins"]]),
                             ("eins\fzwei\f", [["eins"], ["zwei"]]),
                             ("\feins\f\f\fzwei", [[], ["eins"], [], [], ["zwei"]]),
@@ -255,9 +243,11 @@ class Pages(JobTest):
             with self.subTest(text):
                 job = self.new_job()
                 job.write("A.OUT", text)
-                job.run("A.OUT")
-                self.assertEqual(job.lines("A.pdf"), pages)
-                job.assert_sound("A.pdf", len(pages))
+                self.assertEqual(job.run("A.OUT").errors, "")
+                self.assertEqual(job.names(), [*(["A.OUT"]), *(["A.pdf"] if pages else []), "KRVWINPR.OK"])
+                if pages:
+                    self.assertEqual(job.lines("A.pdf"), pages)
+                    job.assert_sound("A.pdf", len(pages))
 
 
 if __name__ == "__main__":

@@ -9,8 +9,3 @@ add_executable(krv-printers e2e/cups/printers.cpp)
 target_link_libraries(krv-printers PRIVATE krv-linux-spool krv-linux)
 set_target_properties(krv-printers PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 add_dependencies(krv-printers krvwinpr-cups krvwinpr-pdf)
-
-find_package(Python3 REQUIRED COMPONENTS Interpreter)
-add_test(NAME printers COMMAND ${Python3_EXECUTABLE} -B -m unittest printers_test
-    WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}/e2e)
-set_tests_properties(printers PROPERTIES ENVIRONMENT KRV_BUILD=${CMAKE_BINARY_DIR} TIMEOUT 180)

@@ -5,7 +5,6 @@
 #include <array>
 
 #include "platform/linux/cups/bin_names.h"
-#include "platform/linux/cups/cups_error.h"
 #include "platform/linux/cups/printer_state.h"
 #include "platform/linux/cups/queue_device.h"
 #include "platform/spooler.h"
@@ -90,14 +89,6 @@ TEST(QueueDevice, NonsenseGivesAPageThatCanBePrinted) {
     EXPECT_EQ(device.resolutionX, 600);
     EXPECT_TRUE(device.color);
     EXPECT_EQ(device.defaultColorMode, 2);
-}
-
-TEST(CupsError, TextsAreForTheCodesThatHaveOne) {
-    EXPECT_EQ(statusText(0x506), "Der Drucker nimmt keine Aufträge an.");
-    EXPECT_EQ(statusText(0x40B), "client-error-attributes-or-values-not-supported");
-    EXPECT_EQ(statusText(2), "No such file or directory");
-    EXPECT_EQ(statusText(0), "");
-    EXPECT_EQ(statusText(0x4FFF), "");
 }
 
 }  // namespace

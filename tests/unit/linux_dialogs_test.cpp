@@ -29,37 +29,26 @@ std::string errorsOf(const std::function<void(LinuxDialogs&)>& function) {
     return get(folder / "errors");
 }
 
-class LinuxDialogsTest : public testing::TestWithParam<const char*> {
-protected:
-    const Variable wayland{"WAYLAND_DISPLAY", nullptr};
-    const Variable platform{"QT_QPA_PLATFORM", nullptr};
-    const Variable display{"DISPLAY", GetParam()};
-};
-
-// Without a display, and with one that cannot be reached, where Qt would end the process.
-INSTANTIATE_TEST_SUITE_P(Displays, LinuxDialogsTest, testing::Values(nullptr, ":4711"));
-
-TEST_P(LinuxDialogsTest, WithoutADesktopTextGoesToStandardErrorAndTheFirstButtonIsTaken) {
-    const std::string written = errorsOf([](LinuxDialogs& dialogs) {
-        EXPECT_EQ(
-            dialogs.messageBox("Fehler 53\r\n\r\nDatei\x1B[2J nicht gefunden\r", Buttons::ok, Icon::critical, "Druck"),
-            Answer::ok);
-        EXPECT_EQ(dialogs.messageBox("Anzeigen?", Buttons::yesNo, Icon::none, "KrvWinPr"), Answer::yes);
-        EXPECT_EQ(dialogs.messageBox("Weiter?", Buttons::okCancel, Icon::information, ""), Answer::ok);
-        dialogs.processEvents();
-    });
-    EXPECT_EQ(written,
-              "KRVWinPr: Druck: Fehler 53 Datei [2J nicht gefunden\n"
-              "KRVWinPr: Anzeigen? [Antwort: Ja]\n"
-              "KRVWinPr: Weiter? [Antwort: OK]\n");
-}
-
-TEST(LinuxDialogs, AScreenThatNobodySeesIsNoDesktop) {
-    const Variable wayland("WAYLAND_DISPLAY", "wayland-0");
-    const Variable platform("QT_QPA_PLATFORM", "offscreen");
-    const std::string written = errorsOf(
-        [](LinuxDialogs& dialogs) { EXPECT_EQ(dialogs.messageBox("x", Buttons::ok, Icon::none, ""), Answer::ok); });
-    EXPECT_EQ(written, "KRVWinPr: x\n");
+// Without a display, with one that cannot be reached, where Qt would end the process, and with one that nobody sees.
+TEST(LinuxDialogs, WithoutADesktopTextGoesToStandardErrorAndTheFirstButtonIsTaken) {
+    const std::array<std::array<const char*, 3>, 3> environments = {
+        {{nullptr, nullptr, nullptr}, {":4711", nullptr, nullptr}, {nullptr, "wayland-0", "offscreen"}}};
+    for (const auto& [x11, wayland, qt] : environments) {
+        const Variable display("DISPLAY", x11);
+        const Variable socket("WAYLAND_DISPLAY", wayland);
+        const Variable platform("QT_QPA_PLATFORM", qt);
+        const std::string written = errorsOf([](LinuxDialogs& dialogs) {
+            EXPECT_EQ(dialogs.messageBox("Fehler 53\r\n\r\nDatei\x1B[2J fehlt\r", Buttons::ok, Icon::critical, "Druck"),
+                      Answer::ok);
+            EXPECT_EQ(dialogs.messageBox("Anzeigen?", Buttons::yesNo, Icon::none, "KrvWinPr"), Answer::yes);
+            EXPECT_EQ(dialogs.messageBox("Weiter?", Buttons::okCancel, Icon::information, ""), Answer::ok);
+            dialogs.processEvents();
+        });
+        EXPECT_EQ(written,
+                  "KRVWinPr: Druck: Fehler 53 Datei [2J fehlt\n"
+                  "KRVWinPr: Anzeigen? [Antwort: Ja]\n"
+                  "KRVWinPr: Weiter? [Antwort: OK]\n");
+    }
 }
 
 TEST(LinuxDialogs, NamesTheTextFileWhereNoEditorCanShowIt) {
@@ -98,56 +87,33 @@ TEST(LinuxDialogs, OpensTheEditorWithoutWaitingForIt) {
     EXPECT_EQ(get(folder / "xdg-open.was"), folder / "-r.log");
 }
 
-TEST(LinuxDialogs, DiagnosticsSurviveAClosedAndABrokenStandardError) {
-    EXPECT_EQ(ended(start([] {
-                  ::close(STDERR_FILENO);
-                  LinuxDialogs().diagnostic("niemand");
-                  return 0;
-              })),
-              0);
-    EXPECT_EQ(ended(start([] {
-                  std::array<int, 2> ends{};
-                  (void)::pipe(ends.data());
-                  ::dup2(ends[1], STDERR_FILENO);
-                  ::close(ends[0]);
-                  LinuxDialogs().diagnostic("niemand");
-                  return 0;
-              })),
-              0);
-    // A pipe that nobody empties: far more than it takes.
+TEST(LinuxDialogs, DiagnosticsSurviveAStandardErrorThatNobodyReads) {
     std::array<int, 2> ends{};
     ASSERT_EQ(::pipe(ends.data()), 0);
-    EXPECT_EQ(ended(start([&ends] {
-                  ::dup2(ends[1], STDERR_FILENO);
-                  LinuxDialogs().diagnostic(std::string(1'000'000, 'x'));
-                  return 0;
-              })),
-              0);
+    const auto diagnose = [](int error) {
+        return ended(start([error] {
+            error < 0 ? ::close(STDERR_FILENO) : ::dup2(error, STDERR_FILENO);
+            LinuxDialogs().diagnostic(std::string(1'000'000, 'x'));  // far more than a pipe takes
+            return 0;
+        }));
+    };
+    EXPECT_EQ(diagnose(-1), 0);
+    EXPECT_EQ(diagnose(ends[1]), 0);
     ::close(ends[0]);
+    EXPECT_EQ(diagnose(ends[1]), 0);
     ::close(ends[1]);
 }
 
 TEST(ForkedCall, GivesUpOnWhatHangsCrashesOrThrows) {
     using namespace std::chrono_literals;
     EXPECT_EQ(forkedCall([] { return 42; }, 5s), 42);
-    EXPECT_EQ(forkedCall([]() -> int { throw 1; }, 5s), std::nullopt);
-    EXPECT_EQ(forkedCall([]() -> int { ::_exit(0); }, 5s), std::nullopt);
-    EXPECT_EQ(forkedCall(
-                  []() -> int {
-                      ::kill(::getpid(), SIGABRT);
-                      return 1;
-                  },
-                  5s),
-              std::nullopt);
+    const std::vector<std::function<int()>> failing = {[]() -> int { throw 1; }, []() -> int { ::_exit(0); },
+                                                       [] { return ::kill(::getpid(), SIGABRT); }};
+    for (const auto& function : failing) {
+        EXPECT_EQ(forkedCall(function, 5s), std::nullopt);
+    }
     const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(forkedCall(
-                  []() -> int {
-                      for (;;) {
-                          ::pause();
-                      }
-                  },
-                  100ms),
-              std::nullopt);
+    EXPECT_EQ(forkedCall([] { return ::pause(); }, 100ms), std::nullopt);
     EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child is left over";
 }

@@ -1,6 +1,7 @@
 // What the tests of the Linux adapter share.
 #pragma once
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -12,6 +13,7 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <optional>
 #include <set>
 #include <sstream>
 #include <string>
@@ -44,6 +46,22 @@ private:
     std::filesystem::path path_;
 };
 
+// An empty file that is open, and removed with the object.
+class TemporaryFile {
+public:
+    TemporaryFile() : descriptor_(::open(path().c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() { ::close(descriptor_); }
+
+    int descriptor() const { return descriptor_; }
+    std::string path() const { return folder_ / "file"; }
+
+private:
+    TemporaryFolder folder_;
+    int descriptor_;
+};
+
 inline void put(const std::string& path, std::string_view content) {
     std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
 }
@@ -61,13 +79,12 @@ public:
     Variable(const char* name, const char* value) : name_(name) {
         if (const char* before = std::getenv(name)) {
             before_ = before;
-            wasSet_ = true;
         }
         set(value);
     }
     Variable(const Variable&) = delete;
     Variable& operator=(const Variable&) = delete;
-    ~Variable() { set(wasSet_ ? before_.c_str() : nullptr); }
+    ~Variable() { set(before_ ? before_->c_str() : nullptr); }
 
 private:
     void set(const char* value) const {
@@ -79,8 +96,7 @@ private:
     }
 
     const char* name_;
-    std::string before_;
-    bool wasSet_ = false;
+    std::optional<std::string> before_;
 };
 
 // Starts a child process; its exit code is what the function returns, or 99 where an expectation failed in it.
@@ -99,14 +115,6 @@ inline int ended(pid_t child) {
     int status = 0;
     ::waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-}
-
-// Gives up the rights of the superuser, to whom no file is forbidden.
-inline void becomeOrdinaryUser() {
-    constexpr uid_t nobody = 65534;
-    if (::geteuid() == 0 && ::setuid(nobody) != 0) {
-        ::_exit(98);
-    }
 }
 
 // A disk that takes files of that size only.

@@ -8,7 +8,6 @@
 #include "platform/linux/pdf/number_text.h"
 #include "platform/linux/pdf/page_surface.h"
 #include "platform/linux/pdf/text_string.h"
-#include "runtime/error.h"
 #include "unit/pdf_support.h"
 
 namespace {
@@ -41,7 +40,7 @@ protected:
     std::string finish() { return std::string(surface_.finish()); }
 
     platform::FontRequest font_{"Courier New", platform::charsetOem, 78, false, false, false};
-    FontCollection fonts_{pdf_support::codePage850()};
+    FontCollection fonts_{platform_linux::dosCodePage(850)};
     PageSurface surface_{fonts_};
 };
 
@@ -60,40 +59,6 @@ TEST_F(PdfContent, WritesOperatorsOnlyWhereSomethingChanges) {
     surface_.begin();  // nothing is left over from the page before
     draw(0, 0, "x");
     EXPECT_EQ(finish(), pageStart + "BT\n/F0 156 Tf\n.4 Tc\n100 -230 Td\n(x)Tj\nET\n");
-}
-
-TEST_F(PdfContent, UnderlinesBlanksTooAndGoesOnWithAbsolutePositions) {
-    setFont(78, true);
-    draw(0, 0, "a b ", {51, 51, 51});
-    setFont(78);
-    draw(0, 100, "c", {0, 51, 255});
-    EXPECT_EQ(finish(), pageStart +
-                            ".2 g\nBT\n/F0 78 Tf\n.2 Tc\n100 -165 Td\n(a b )Tj\nET\n100 -183 188 3 re f\n"
-                            "0 .2 1 rg\nBT\n100 -265 Td\n(c)Tj\nET\n");
-    surface_.begin();
-    setFont(8, true);
-    draw(0, 0, "f");  // baseline 107, line 2 below it, round(.33) thick, but a pixel at least
-    EXPECT_NE(finish().find("100 -110 5 1 re f\n"), std::string::npos);
-}
-
-TEST_F(PdfContent, MarksEffectsAndEscapesBytes) {
-    draw(2, 2, "(\\)\r\n\t\x01", black, TextRole::effect);
-    draw(0, 0, "x");
-    EXPECT_EQ(finish(), pageStart +
-                            "BT\n/F0 78 Tf\n.2 Tc\n102 -167 Td\n/Artifact BMC/Span<</ActualText()>>BDC\n"
-                            "(\\(\\\\\\)\\r\\n\t\x01)Tj\nEMC EMC\n-2 2 Td\n(x)Tj\nET\n");
-}
-
-TEST_F(PdfContent, DrawsGreyOnPagesWithoutColor) {
-    auto page = pdf_support::a4Page();
-    page.color = false;
-    begin(page);
-    draw(0, 0, "r", {255, 0, 0});
-    surface_.fillRectangle(0, 0, 1, 1, {0, 255, 0});
-    const std::string content = finish();
-    EXPECT_NE(content.find(".298 g\n"), std::string::npos);
-    EXPECT_NE(content.find(".588 g\n"), std::string::npos);
-    EXPECT_EQ(content.find("rg"), std::string::npos);
 }
 
 TEST_F(PdfContent, ClipsRunsToTheSheet) {
@@ -129,17 +94,6 @@ TEST_F(PdfContent, ClipsRunsToTheSheet) {
     EXPECT_EQ(surface_.textWidth(million), INT_MAX);
 }
 
-TEST_F(PdfContent, SplitsLongStrings) {
-    auto page = pdf_support::a4Page();
-    page.device.physicalWidth = 40000;
-    begin(page);
-    setFont(1);
-    draw(0, 0, std::string(50000, 'x'));
-    const std::string content = finish();
-    EXPECT_NE(content.find("(" + std::string(32000, 'x') + ")Tj\n(" + std::string(7900, 'x') + ")Tj\n"),
-              std::string::npos);
-}
-
 TEST_F(PdfContent, KeepsTheShapeOfCharactersOnOblongPixels) {
     auto page = pdf_support::a4Page();
     page.device.logPixelsY = 1200;
@@ -148,15 +102,6 @@ TEST_F(PdfContent, KeepsTheShapeOfCharactersOnOblongPixels) {
     draw(0, 0, "ab");
     EXPECT_EQ(surface_.textWidth("ab"), 94);
     EXPECT_EQ(finish(), ".12 0 0 .06 0 841.89 cm\nBT\n/F0 156 Tf\n50 Tz\n.4 Tc\n100 -230 Td\n(ab)Tj\nET\n");
-}
-
-TEST_F(PdfContent, RefusesWhatHasNoMeaning) {
-    PageSurface fresh(fonts_);
-    EXPECT_THROW(fresh.textWidth("x"), runtime::Error);
-    EXPECT_THROW(fresh.drawText(0, 0, "x", black, TextRole::content), runtime::Error);
-    auto page = pdf_support::a4Page();
-    page.device.logPixelsX = 0;
-    EXPECT_THROW(PageSurface::check(page), runtime::Error);
 }
 
 TEST(PdfText, WritesNumbersInTheirShortestForm) {

@@ -6,10 +6,11 @@
 #include <string>
 #include <tuple>
 
+#include "platform/linux/code_page.h"
 #include "platform/linux/pdf/font_finder.h"
 #include "platform/linux/pdf/font_subset.h"
 #include "platform/linux/pdf/table_tag.h"
-#include "unit/pdf_support.h"
+#include "unit/linux_support.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ std::tuple<int, int, int, int, int> shape(hb_font_t* font, unsigned glyph) {
 }
 
 TEST(PdfFont, LeadsEveryByteToItsShape) {
-    const auto codePage = pdf_support::codePage850();
+    const auto codePage = platform_linux::dosCodePage(850);
     const auto found = FontFinder().find("Courier New", false, true, false);
     ASSERT_EQ(found.size(), 1U);
     const std::optional<FontFile> file = FontFile::open(found[0].path, found[0].index);
@@ -64,7 +65,7 @@ TEST(PdfFont, LeadsEveryByteToItsShape) {
 }
 
 TEST(PdfFont, RefusesFilesThatAreNoTrueTypeFonts) {
-    const pdf_support::TemporaryFile file;
+    const linux_support::TemporaryFile file;
     EXPECT_FALSE(FontFile::open(file.path(), 0));
     std::ofstream(file.path()) << std::string("\0\1\0\0\0\x10", 6) << std::string(300, '\xFF');
     EXPECT_FALSE(FontFile::open(file.path(), 0));

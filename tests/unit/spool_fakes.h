@@ -1,19 +1,15 @@
 // What the documents of the spooler stand on, for tests: a PDF that can be read as text and queues that remember.
 #pragma once
 
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 #include <memory>
-#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "linux_support.h"
 #include "platform/linux/cups/print_queues.h"
 #include "platform/linux/pdf/pdf_document.h"
-#include "runtime/error.h"
+#include "platform/print_document.h"
 
 namespace spool_test {
 
@@ -23,17 +19,13 @@ struct PdfScript {
     int number = runtime::errDiskFull;
     int atPage = 1;
     platform_linux::PdfPage page;
-    std::vector<std::string> fonts;  // selected, "/" for each new PDF
 };
 
 class FakeSurface : public platform::Surface {
 public:
     explicit FakeSurface(PdfScript& script) : script_(script) {}
     platform::DeviceCapabilities capabilities() const override { return script_.page.device; }
-    platform::FontFace setFont(const platform::FontRequest& font) override {
-        script_.fonts.push_back(font.name);
-        return {font.name, font.charset};
-    }
+    platform::FontFace setFont(const platform::FontRequest& font) override { return {font.name, font.charset}; }
     int textWidth(std::string_view text) const override { return static_cast<int>(text.size()); }
     void drawText(int, int, std::string_view text, platform::Color, platform::TextRole) override {
         drawn += std::string(text) + ' ';
@@ -50,7 +42,6 @@ private:
 class FakePdf : public platform_linux::PdfDocument {
 public:
     FakePdf(PdfScript& script, int descriptor) : script_(script), descriptor_(descriptor), surface_(script) {
-        script_.fonts.emplace_back("/");
         put("head ");
     }
     void setPage(const platform_linux::PdfPage& page) override { script_.page = page; }
@@ -89,13 +80,9 @@ private:
 class FakeQueues : public platform_linux::PrintQueues {
 public:
     std::vector<std::string> names() override { return {"Rechts", "Links"}; }
-    std::string defaultName() override { return standard; }
-    void setDefaultName(const std::string& queue) override { standard = queue; }
-    platform::PrinterRecord record(const std::string& queue) override {
-        platform::PrinterRecord record;
-        record.name = queue;
-        return record;
-    }
+    std::string defaultName() override { return {}; }
+    void setDefaultName(const std::string&) override {}
+    platform::PrinterRecord record(const std::string&) override { return {}; }
     int jobCount(const std::string&) override { return static_cast<int>(jobs.size()); }
     std::vector<platform::PaperBin> bins(const std::string&) override { return {{1, "Oben"}, {2, "Unten"}}; }
     platform_linux::QueueDevice device(const std::string&) override { return hardware; }
@@ -120,7 +107,6 @@ public:
         return submits;
     }
 
-    std::string standard;
     platform_linux::QueueDevice hardware;
     std::vector<std::string> jobs;
     int submits = 0;
@@ -128,38 +114,21 @@ public:
 };
 
 // A new folder as the current directory; the one before comes back, and the folder goes, with the object.
-class ScratchFolder {
+class ScratchFolder : public linux_support::TemporaryFolder {
 public:
-    ScratchFolder() : before_(std::filesystem::current_path()) {
-        std::string name = (std::filesystem::temp_directory_path() / "krv-spool-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
-        std::filesystem::current_path(path_);
-    }
-    ~ScratchFolder() {
-        std::filesystem::current_path(before_);
-        std::filesystem::remove_all(path_);
-    }
+    ScratchFolder() { std::filesystem::current_path(*this / ""); }
     ScratchFolder(const ScratchFolder&) = delete;
     ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-    const std::filesystem::path& path() const { return path_; }
-    std::set<std::string> files() const {
-        std::set<std::string> names;
-        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-            names.insert(entry.path().filename().string());
-        }
-        return names;
-    }
-    std::string content(const std::string& name) const {
-        std::ostringstream text;
-        text << std::ifstream(path_ / name).rdbuf();
-        return text.str();
-    }
-    void write(const std::string& name, const std::string& text) const { std::ofstream(path_ / name) << text; }
+    ~ScratchFolder() { std::filesystem::current_path(before_); }
 
 private:
-    std::filesystem::path before_;
-    std::filesystem::path path_;
+    std::filesystem::path before_ = std::filesystem::current_path();
 };
+
+inline void printPage(platform::PrintDocument& document, const std::string& text) {
+    document.beginPage();
+    document.surface().drawText(0, 0, text, {}, platform::TextRole::content);
+    document.endPage();
+}
 
 }  // namespace spool_test

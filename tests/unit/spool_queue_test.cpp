@@ -7,7 +7,9 @@
 namespace {
 
 using namespace platform_linux;
+using linux_support::errorOf;
 using platform::PageOption;
+using spool_test::printPage;
 using Strings = std::vector<std::string>;
 
 class QueueSpooler : public testing::Test {
@@ -20,7 +22,6 @@ protected:
                             throw runtime::Error(runtime::errFileNotFound);
                         }
                         auto queues = std::make_unique<spool_test::FakeQueues>();
-                        queues->standard = standard_;
                         queues->hardware = hardware_;
                         queues_ = queues.get();
                         return queues;
@@ -36,23 +37,8 @@ protected:
         hardware_.own = {"letter", 612, 792, 0, 0, 0, 0};
     }
     std::unique_ptr<platform::PrintDocument> open() { return spooler_.openDocument("Links", "dir\\T.TXT"); }
-    static void printPage(platform::PrintDocument& document, const std::string& text) {
-        document.beginPage();
-        document.surface().drawText(0, 0, text, {}, platform::TextRole::content);
-        document.endPage();
-    }
-    template <typename Step>
-    static int numberOf(Step step) {
-        try {
-            step();
-        } catch (const runtime::Error& error) {
-            return error.number();
-        }
-        return 0;
-    }
 
     bool installed_ = true;
-    std::string standard_;
     QueueDevice hardware_;
     int loaded_ = 0;
     spool_test::FakeQueues* queues_ = nullptr;
@@ -62,7 +48,6 @@ protected:
 
 TEST_F(QueueSpooler, PageThatChangesTheBinStartsAFurtherJob) {
     const auto document = open();
-    document->surface().setFont({.name = "Courier New"});
     printPage(*document, "a");
     document->setOption(PageOption::paperBin, 2);
     document->setOption(PageOption::paperBin, 0);
@@ -80,8 +65,6 @@ TEST_F(QueueSpooler, PageThatChangesTheBinStartsAFurtherJob) {
     EXPECT_EQ(queues_->jobs, (Strings{"Links/dir\\T.TXT 0 letter 1 2: head [a ] [b ] end",
                                       "Links/dir\\T.TXT 2 letter 1 2: head [c ] [d ] end",
                                       "Links/dir\\T.TXT 2 a4 2 2: head [e ] end"}));
-    EXPECT_EQ(script_.fonts, (Strings{"/", "Courier New", "/", "Courier New", "/", "Courier New"}))
-        << "the font stays selected from one PDF to the next";
 }
 
 TEST_F(QueueSpooler, PageIsTheQueuesOwn) {
@@ -97,14 +80,37 @@ TEST_F(QueueSpooler, PageIsTheQueuesOwn) {
     document->setOption(PageOption::orientation, 2);
     EXPECT_EQ(document->surface().capabilities(),
               (platform::DeviceCapabilities{3205, 4560, 300, 600, 3505, 4960, 200, 100}));
-    EXPECT_EQ(numberOf([&] { document->setOption(PageOption::paperSize, 8); }), runtime::errInvalidPropertyValue);
-    EXPECT_EQ(numberOf([&] { document->setOption(PageOption::paperBin, 3); }), runtime::errInvalidPropertyValue);
+    EXPECT_TRUE(script_.page.color);
+    // What is set while a page is open counts for the next one.
+    document->beginPage();
+    document->setOption(PageOption::orientation, 1);
+    document->setOption(PageOption::colorMode, 1);
+    EXPECT_EQ(document->surface().capabilities().physicalWidth, 3505);
+    document->endPage();
+    EXPECT_EQ(document->surface().capabilities().physicalWidth, 4960);
+    EXPECT_FALSE(script_.page.color);
+
+    const std::vector<std::pair<PageOption, int>> wrong = {{PageOption::paperSize, 8},
+                                                           {PageOption::paperBin, 3},
+                                                           {PageOption::orientation, 3},
+                                                           {PageOption::colorMode, 0}};
+    for (const auto& [option, value] : wrong) {
+        EXPECT_EQ(errorOf([&, &which = option, &to = value] { document->setOption(which, to); }),
+                  runtime::errInvalidPropertyValue);
+    }
     EXPECT_EQ(document->option(PageOption::paperBin), 0);
     document->setOption(PageOption::paperBin, 2);
     EXPECT_EQ(document->option(PageOption::paperBin), 2);
 }
 
-TEST_F(QueueSpooler, NothingFollowsAJobThatWasRefused) {
+TEST_F(QueueSpooler, NothingFollowsAJobThatWasAbortedOrRefused) {
+    const auto aborted = open();
+    printPage(*aborted, "x");
+    aborted->abort();
+    aborted->end();
+    printPage(*open(), "x");
+    EXPECT_EQ(queues_->submits, 0);
+
     const auto document = open();
     queues_->refused = 2;
     for (int bin = 0; bin < 2; ++bin) {
@@ -120,35 +126,14 @@ TEST_F(QueueSpooler, NothingFollowsAJobThatWasRefused) {
     script_.failAt = "finish";
     const auto full = open();
     printPage(*full, "x");
-    EXPECT_EQ(numberOf([&] { full->end(); }), runtime::errDiskFull);
+    EXPECT_EQ(errorOf([&] { full->end(); }), runtime::errDiskFull);
     EXPECT_EQ(queues_->submits, 2) << "an incomplete PDF is not sent";
-}
-
-TEST_F(QueueSpooler, AbortSendsNothingMore) {
-    const auto document = open();
-    printPage(*document, "x");
-    document->abort();
-    document->end();
-    printPage(*open(), "x");
-    EXPECT_EQ(queues_->submits, 0);
-}
-
-TEST_F(QueueSpooler, BuiltinPrinterComesLastAndStandsInForADefault) {
-    EXPECT_TRUE(spooler_.hasPrinters());
-    EXPECT_EQ(loaded_, 0) << "the host waits for this answer";
-    EXPECT_EQ(spooler_.printerNames(), (Strings{"Rechts", "Links", "Korvano PDF"}));
-    EXPECT_EQ(loaded_, 1);
-    EXPECT_EQ(spooler_.defaultPrinter(), "Korvano PDF");
-    queues_->standard = "Fehlt";
-    EXPECT_EQ(spooler_.defaultPrinter(), "Korvano PDF");
-    EXPECT_EQ(spooler_.printer("Korvano PDF").attributes, 0x44U);
-    queues_->standard = "Links";
-    EXPECT_EQ(spooler_.defaultPrinter(), "Links");
-    EXPECT_EQ(spooler_.printer("Korvano PDF").attributes, 0x40U);
 }
 
 TEST_F(QueueSpooler, WithoutCupsThereIsTheBuiltinPrinterAlone) {
     installed_ = false;
+    EXPECT_TRUE(spooler_.hasPrinters());
+    EXPECT_EQ(loaded_, 0) << "the host waits for this answer";
     EXPECT_EQ(spooler_.printerNames(), Strings{"Korvano PDF"});
     EXPECT_EQ(spooler_.defaultPrinter(), "Korvano PDF");
     EXPECT_FALSE(spooler_.serviceRunning());

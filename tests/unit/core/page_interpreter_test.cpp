@@ -21,8 +21,6 @@ protected:
         state.lngLinkerRand = 100;
         state.curFontSize = runtime::Currency::fromUnits(120000);
         printer.Font(printer::FontStyle{});
-        session.log.debugging(true);
-        session.log.level(session::DebugLog::details);
     }
 
     std::vector<DrawnText> print(std::string_view page) {
@@ -78,24 +76,13 @@ TEST_F(PageInterpreterTest, PitchAndWideTypeChooseExactSizes) {
         int emHeight;  // twips
         int y;
     };
-    for (const Row& row : {Row{"^10", 240, 500},
-                           {"^12", 187, 500},
-                           {"^15", 158, 500},
-                           {"^17", 134, 500},
-                           {"^20", 120, 500},
-                           {"^10^BE", 480, 300},
-                           {"^12^BE", 401, 300},
-                           {"^15^BE", 317, 300},
-                           {"^17^BE", 281, 300},
-                           {"^20^BE", 240, 300},
-                           {"^10^BE^10", 120, 300},
-                           {"^10^BE^20", 240, 300},
-                           {"^10^BE^12", 401, 300},
-                           {"^10^BE^BE", 480, 300},
-                           {"^10^BE^BA", 240, 500},
-                           {"^12^BA", 187, 500},
-                           {"^10^BE^10^BA", 120, 500},
-                           {"^12^BE^BA", 187, 500}}) {
+    const std::vector<Row> rows = {{"^10", 240, 500},       {"^12", 187, 500},          {"^15", 158, 500},
+                                   {"^17", 134, 500},       {"^20", 120, 500},          {"^10^BE", 480, 300},
+                                   {"^12^BE", 401, 300},    {"^15^BE", 317, 300},       {"^17^BE", 281, 300},
+                                   {"^20^BE", 240, 300},    {"^10^BE^10", 120, 300},    {"^10^BE^20", 240, 300},
+                                   {"^10^BE^12", 401, 300}, {"^10^BE^BE", 480, 300},    {"^10^BE^BA", 240, 500},
+                                   {"^12^BA", 187, 500},    {"^10^BE^10^BA", 120, 500}, {"^12^BE^BA", 187, 500}};
+    for (const auto& row : rows) {
         const auto texts = print(std::string("^BA^10") + row.macros + "x^BA^10");
         ASSERT_EQ(texts.size(), 1U) << row.macros;
         EXPECT_EQ(texts[0].font.emHeight, row.emHeight) << row.macros;
@@ -159,34 +146,17 @@ TEST_F(PageInterpreterTest, IndentationStartsWithTheNextLineInTheSizeItWasSetIn)
 }
 
 TEST_F(PageInterpreterTest, UnknownMacrosPrintTheirCodeAndParametersAreConsumed) {
-    struct Row {
-        const char* page;
-        const char* printed;
-    };
-    for (const Row& row : {Row{"^feX", "feX"},
-                           {"^XY", "XY"},
-                           {"a^", "a"},
-                           {"a^F", "aF"},
-                           {"^^FEx^FA", "xx"},
-                           {"^PLabc", "bc"},
-                           {"^TR2x", "x"},
-                           {"^LSx", "x"},
-                           {"^GZ0", "0"},
-                           {"^GY7x", "x"},
-                           {"^GRGR", "GR"},
-                           {"^GA1^GZ9a", "a"},
-                           {"^BC1,2,\\x", "x"},
-                           {"^BC1,2,A\nB\\x", "x"},
-                           {"^BC1,2,ABC", ""},
-                           {"^LR", ""},
-                           {"^BCx", ""},
-                           {"a\fb", "a"},
-                           {"a^LR\x0Cx^LR", "ax"}}) {
+    const std::vector<std::pair<const char*, const char*>> rows = {
+        {"^feX", "feX"},  {"^XY", "XY"},      {"a^", "a"},         {"a^F", "aF"},           {"^^FEx^FA", "xx"},
+        {"^PLabc", "bc"}, {"^TR2x", "x"},     {"^LSx", "x"},       {"^GZ0", "0"},           {"^GY7x", "x"},
+        {"^GRGR", "GR"},  {"^GA1^GZ9a", "a"}, {"^BC1,2,\\x", "x"}, {"^BC1,2,A\nB\\x", "x"}, {"^BC1,2,ABC", ""},
+        {"^LR", ""},      {"^BCx", ""},       {"a\fb", "a"},       {"a^LR\x0Cx^LR", "ax"}};
+    for (const auto& [page, expected] : rows) {
         std::string printed;
-        for (const DrawnText& text : print(row.page)) {
+        for (const DrawnText& text : print(page)) {
             printed += text.text;
         }
-        EXPECT_EQ(printed, row.printed) << row.page;
+        EXPECT_EQ(printed, expected) << page;
     }
 }
 
@@ -216,15 +186,6 @@ TEST_F(PageInterpreterTest, PassesDrawTextOnce) {
     EXPECT_EQ(places(print("a^GZ1")), (std::vector<Place>{{100, 500, "a"}}));
 }
 
-TEST_F(PageInterpreterTest, MacrosAndBarcodesAreLogged) {
-    print("^BC1.5,2,A,BC\\^GR^GR3^Q");
-    EXPECT_EQ(host.logLines(),
-              (std::vector<std::string>{">       ^BC", ">       Barcodeausgabe: (Y,X) 1,5,2 Text: 'ABC'",
-                                        ">       Barcodeparameter: XFactor 3, Ratio 3, Multiplier 2", ">       ^GR",
-                                        ">       alle Grafiken ausgeben", ">       ^GR", ">       Grafik 3 ausgeben",
-                                        ">       ^Q"}));
-}
-
 TEST_F(PageInterpreterTest, RandomBytesNeitherCrashNorHang) {
     std::mt19937 random(20261121);
     const std::string_view likely = "^^^^^BCFEUAKE10121517HTSOLRTRPLGZGR,.\\\n\r\f\x1B";
@@ -252,12 +213,13 @@ TEST(BarcodeMacro, CommasSplitTheFieldsAndLeaveTheData) {
         float x;
         const char* data;
     };
-    for (const Row& row : {Row{"1.5,2,ABC", 1.5F, 2, "ABC"},
-                           {"1,5,2,ABC", 1, 5, "2ABC"},
-                           {",,A", 0, 0, "A"},
-                           {"x,2y,A,,B", 0, 2, "AB"},
-                           {"1", 1, 0, ""},
-                           {"", 0, 0, ""}}) {
+    const std::vector<Row> rows = {{"1.5,2,ABC", 1.5F, 2, "ABC"},
+                                   {"1,5,2,ABC", 1, 5, "2ABC"},
+                                   {",,A", 0, 0, "A"},
+                                   {"x,2y,A,,B", 0, 2, "AB"},
+                                   {"1", 1, 0, ""},
+                                   {"", 0, 0, ""}};
+    for (const auto& row : rows) {
         const auto macro = MPrint::readBarcodeMacro(row.fields);
         EXPECT_EQ(macro.y, row.y) << row.fields;
         EXPECT_EQ(macro.x, row.x) << row.fields;

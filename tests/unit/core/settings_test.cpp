@@ -102,12 +102,12 @@ TEST_F(SettingsTest, OldSettingsAreCarriedOverOnce) {
     EXPECT_EQ(settings.lngLinkerRand, 120);
     EXPECT_EQ(settings.sngScaleFaktor, 4.4F);
     EXPECT_EQ(stored(key30, "LastDriverUsed"), "\\\\srv\\Laser");
-    EXPECT_EQ(stored(newKey, "Zeilenabstand"), "222");
-    EXPECT_EQ(stored(newKey, "ScaleFaktor"), "4,4");
-    EXPECT_EQ(stored(newKey, "Schacht1"), "(fehlt)");
-    EXPECT_EQ(stored(newKey, "Schacht2"), "258");
-    EXPECT_EQ(stored(newKey, "Schacht3"), "(fehlt)");
-    EXPECT_EQ(stored(newKey, "Schacht4"), "(fehlt)");
+    const std::vector<std::pair<const char*, const char*>> expected = {
+        {"Zeilenabstand", "222"}, {"ScaleFaktor", "4,4"},  {"Schacht1", "(fehlt)"},
+        {"Schacht2", "258"},      {"Schacht3", "(fehlt)"}, {"Schacht4", "(fehlt)"}};
+    for (const auto& [name, value] : expected) {
+        EXPECT_EQ(stored(newKey, name), value) << name;
+    }
     EXPECT_EQ(host.logLines(),
               (std::vector<std::string>{">     UNC-Druckername erkannt, führende \\\\ gekürzt: srv\\Laser",
                                         ">     letzten Treiber speichern", ">     Versionupgradecheck",

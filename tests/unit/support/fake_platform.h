@@ -1,8 +1,10 @@
 // The ports in memory: files, clock, settings and dialogs that a test sets and reads.
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -139,20 +141,16 @@ struct FakePlatform {
         static const std::string stamp = "21.11.2026 13:45:";
         std::vector<std::string> lines;
         const auto log = system.files.find("KRVWinPr.LOG");
-        if (log == system.files.end()) {
-            return lines;
-        }
-        std::string_view rest = log->second;
-        while (!rest.empty()) {
-            const std::size_t end = rest.find("\r\n");
-            std::string_view line = rest.substr(0, end);
-            rest.remove_prefix(end + 2);
-            if (line.starts_with(stamp)) {
-                line.remove_prefix(stamp.size() + 2);
-            }
-            lines.emplace_back(line);
+        std::istringstream text(log == system.files.end() ? std::string() : log->second);
+        for (std::string line; std::getline(text, line);) {
+            line.erase(line.find_last_not_of('\r') + 1);
+            lines.push_back(line.starts_with(stamp) ? line.substr(stamp.size() + 2) : line);
         }
         return lines;
+    }
+    bool logged(const std::string& line) const {
+        const std::vector<std::string> lines = logLines();
+        return std::find(lines.begin(), lines.end(), line) != lines.end();
     }
 };
 
