@@ -17,7 +17,7 @@
 #include "platform/linux/forked_call.h"
 #include "platform/linux/module.h"
 #include "platform/linux/paths.h"
-#include "runtime/text.h"
+#include "platform/unseen_box.h"
 
 namespace platform_linux {
 
@@ -25,8 +25,6 @@ namespace {
 
 using platform::Answer;
 using platform::Buttons;
-
-constexpr std::string_view programName = "KRVWinPr";
 
 bool isSet(const char* variable) {
     const char* value = ::getenv(variable);
@@ -50,23 +48,6 @@ std::unique_ptr<Desktop> openDesktop() {
     } catch (const std::exception&) {
         return nullptr;
     }
-}
-
-// One line of what may be several: line ends, and whatever could disturb a terminal, become single blanks.
-std::string oneLine(std::string_view text) {
-    constexpr unsigned char firstPrintable = 0x20;
-    constexpr unsigned char deleteCode = 0x7F;
-    std::string line;
-    for (const char c : text) {
-        const auto code = static_cast<unsigned char>(c);
-        const bool blank = code <= firstPrintable || code == deleteCode;
-        if (!blank) {
-            line += c;
-        } else if (!line.empty() && line.back() != ' ') {
-            line += ' ';
-        }
-    }
-    return std::string(runtime::trimRight(line));
 }
 
 // Gives up rather than wait for a reader that does not read.
@@ -101,19 +82,6 @@ public:
 private:
     struct sigaction before_ {};
 };
-
-Answer firstButton(Buttons buttons) { return buttons == Buttons::yesNo ? Answer::yes : Answer::ok; }
-
-std::string_view answerTaken(Buttons buttons) {
-    switch (buttons) {
-        case Buttons::okCancel:
-            return " [Antwort: OK]";
-        case Buttons::yesNo:
-            return " [Antwort: Ja]";
-        default:
-            return "";
-    }
-}
 
 // Owner of what a started program gets along: no terminal, no pipe of ours that somebody may wait for the end of, and
 // the usual signals.
@@ -180,12 +148,11 @@ Desktop* LinuxDialogs::desktop() {
 
 Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platform::Icon icon,
                                 const std::string& title) {
-    const bool ownTitle = !title.empty() && runtime::upperCase(title) != runtime::upperCase(programName);
     if (Desktop* windows = desktop()) {
-        return windows->messageBox(text, buttons, icon, title.empty() ? std::string(programName) : title);
+        return windows->messageBox(text, buttons, icon, title.empty() ? std::string(platform::programName) : title);
     }
-    diagnostic((ownTitle ? title + ": " : "") + oneLine(text) + std::string(answerTaken(buttons)));
-    return firstButton(buttons);
+    diagnostic(platform::unseenBox(text, buttons, title));
+    return platform::unseenAnswer(buttons);
 }
 
 void LinuxDialogs::processEvents() {
@@ -208,7 +175,7 @@ void LinuxDialogs::showTextFile(const std::string& path) {
 
 void LinuxDialogs::diagnostic(const std::string& line) {
     const NoBrokenPipeSignal quiet;
-    writeToStandardError(std::string(programName) + ": " + oneLine(line) + "\n");
+    writeToStandardError(std::string(platform::programName) + ": " + platform::oneLine(line) + "\n");
 }
 
 }  // namespace platform_linux

@@ -6,10 +6,10 @@
 #include <exception>
 #include <string_view>
 
+#include "platform/unseen_box.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
 #include "platform/windows/wide_text.h"
-#include "runtime/text.h"
 
 namespace platform_windows {
 
@@ -18,8 +18,6 @@ namespace {
 using platform::Answer;
 using platform::Buttons;
 using platform::Icon;
-
-constexpr std::string_view programName = "KRVWinPr";
 
 bool hasVisibleDesktop() {
     USEROBJECTFLAGS flags{};
@@ -42,22 +40,6 @@ std::string withLineEnds(std::string_view text) {
     return result;
 }
 
-// Line ends and other control characters become single blanks.
-std::string oneLine(std::string_view text) {
-    constexpr unsigned char firstPrintable = 0x20;
-    constexpr unsigned char deleteCode = 0x7F;
-    std::string line;
-    for (const char c : text) {
-        const auto code = static_cast<unsigned char>(c);
-        if (code > firstPrintable && code != deleteCode) {
-            line += c;
-        } else if (!line.empty() && line.back() != ' ') {
-            line += ' ';
-        }
-    }
-    return std::string(runtime::trimRight(line));
-}
-
 UINT styleOf(Buttons buttons, Icon icon) {
     UINT style = MB_OK | MB_SETFOREGROUND;
     if (buttons != Buttons::ok) {
@@ -67,19 +49,6 @@ UINT styleOf(Buttons buttons, Icon icon) {
         style |= icon == Icon::critical ? MB_ICONERROR : MB_ICONINFORMATION;
     }
     return style;
-}
-
-Answer firstButton(Buttons buttons) { return buttons == Buttons::yesNo ? Answer::yes : Answer::ok; }
-
-std::string_view answerTaken(Buttons buttons) {
-    switch (buttons) {
-        case Buttons::okCancel:
-            return " [Antwort: OK]";
-        case Buttons::yesNo:
-            return " [Antwort: Ja]";
-        default:
-            return "";
-    }
 }
 
 // Keeps a pipe whose reader does not read from holding up the job; where the pipe cannot do that, nothing changes.
@@ -140,7 +109,7 @@ bool openInEditor(const std::string& file) {
 
 Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) {
     try {
-        const std::string shownTitle = title.empty() ? std::string(programName) : title;
+        const std::string shownTitle = title.empty() ? std::string(platform::programName) : title;
         const int pressed = hasVisibleDesktop() ? ::MessageBoxW(nullptr, widen(withLineEnds(text)).c_str(),
                                                                 widen(shownTitle).c_str(), styleOf(buttons, icon))
                                                 : 0;
@@ -156,12 +125,11 @@ Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon
             default:
                 break;
         }
-        const bool ownTitle = runtime::upperCase(shownTitle) != runtime::upperCase(programName);
-        diagnostic((ownTitle ? title + ": " : "") + oneLine(text) + std::string(answerTaken(buttons)));
+        diagnostic(platform::unseenBox(text, buttons, title));
     } catch (const std::exception&) {
         // Out of memory: the box cannot be shown, and nobody could be told either.
     }
-    return firstButton(buttons);
+    return platform::unseenAnswer(buttons);
 }
 
 void WindowsDialogs::processEvents() {
@@ -192,7 +160,8 @@ void WindowsDialogs::showTextFile(const std::string& path) {
 
 void WindowsDialogs::diagnostic(const std::string& line) {
     try {
-        writeToStandardError(encode(widen(std::string(programName) + ": " + oneLine(line) + "\r\n"), CP_ACP));
+        writeToStandardError(
+            encode(widen(std::string(platform::programName) + ": " + platform::oneLine(line) + "\r\n"), CP_ACP));
     } catch (const std::exception&) {
         // Out of memory: then there is no line.
     }

@@ -74,9 +74,12 @@ TEST_F(StartUpTest, EveryStartRecordsTheProgramAndASilentOneTouchesNoFile) {
 
 TEST_F(StartUpTest, SwitchesCountInUpperCaseAnywhereOnTheLine) {
     host.system.files["a.out"] = "x";
-    start("/wait /debug a.out");  // a print file of that name
-    EXPECT_EQ(host.dialogs.diagnostics.size(), 1U);
+    start("/debug");
     EXPECT_TRUE(host.logLines().empty());
+    start("/wait /twopass a.out /DEBUG");
+    EXPECT_TRUE(host.logged("> Debuglevel: 0") && host.logged("> TwoPass: Nein"));
+    EXPECT_TRUE(host.logged(
+        ">   DoReport (sDateiname='/wait', sGrafikname='/twopass', sDruckerTreiber='a.out', blnWait='Falsch')"));
     start("a.out /DEBUG2 /TWOPASS /WAIT");
     EXPECT_TRUE(host.logged("> Debuglevel: 2") && host.logged("> TwoPass: Ja"));
     EXPECT_TRUE(host.logged(">   DoReport (sDateiname='a.out', sGrafikname='', sDruckerTreiber='', blnWait='Wahr')"));
