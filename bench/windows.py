@@ -15,7 +15,7 @@ import time
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 sys.path.insert(0, str(ROOT / "tests/e2e"))
-from private_cups import HERE, PrivateCups  # noqa: E402
+from private_cups import PrivateCups  # noqa: E402
 
 
 class Bench:
@@ -58,10 +58,7 @@ def main():
     options = parser.parse_args()
     build = options.build.resolve()
     with PrivateCups() as cups, tempfile.TemporaryDirectory() as name:
-        ppd = (HERE / "trays.ppd").read_text().replace(
-            "application/vnd.cups-pdf application/pdf", "application/postscript application/postscript")
-        (cups.root / "postscript.ppd").write_text(ppd)
-        cups._add("Laser", ["-P", str(cups.root / "postscript.ppd")], {"Resolution": "600dpi"})
+        cups.add_postscript_queue("Laser", Resolution="600dpi")
         cups.set_default("Laser")
         subprocess.run([ROOT / "tests/wine-prefix.sh", "--end", build / "wineprefix"], check=True)
         bench = Bench(build, cups, pathlib.Path(name))

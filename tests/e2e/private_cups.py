@@ -120,6 +120,15 @@ class PrivateCups:
         server's filters make for it."""
         self._add(name, ["-P", str(HERE / "trays.ppd")], options)
 
+    def add_postscript_queue(self, name, **options):
+        """The printer with trays, for PostScript, A4 by default; its jobs are recorded byte for byte as they were
+        sent."""
+        ppd = (HERE / "trays.ppd").read_text().replace(": Letter", ": A4").replace(
+            "application/vnd.cups-pdf application/pdf", "application/postscript application/postscript")
+        path = self.root / "postscript.ppd"
+        path.write_text(ppd)
+        self._add(name, ["-P", str(path)], options)
+
     def _add(self, name, driver, options):
         # A device URI takes no umlauts.
         out = self._out[name] = self.root / "out" / str(len(self._out) + 1)

@@ -9,7 +9,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from private_cups import HERE, PrivateCups
+from private_cups import PrivateCups
 from support import OK_TEXT, PRODUCT_KEY, SAMPLES, Job, words_of
 
 TESTS = Path(__file__).resolve().parents[1]
@@ -37,12 +37,8 @@ class WindowsTest(unittest.TestCase):
         cls.cups = PrivateCups().__enter__()
         cls.addClassCleanup(cls.cups.__exit__)
         cls.addClassCleanup(cls.end_wine)
-        # The jobs are kept as Wine's printer driver writes them. Its margins in the log are those of the default size.
-        ppd = (HERE / "trays.ppd").read_text().replace(": Letter", ": A4").replace(
-            "application/vnd.cups-pdf application/pdf", "application/postscript application/postscript")
-        path = cls.cups.root / "postscript.ppd"
-        path.write_text(ppd)
-        cls.cups._add(QUEUE, ["-P", str(path)], {"Resolution": "600dpi"})
+        # Wine's printer driver writes PostScript. The margins in the log are those of the queue's default size.
+        cls.cups.add_postscript_queue(QUEUE, Resolution="600dpi")
         cls.cups.add_pdf_queue("archiv")
         cls.cups.set_default(QUEUE)
 
