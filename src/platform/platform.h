@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
+#include "platform/image_files.h"
 #include "platform/settings_store.h"
 #include "platform/spooler.h"
 #include "platform/system.h"
@@ -13,6 +14,7 @@ struct Platform {
     SettingsStore& settings;
     Spooler& spooler;
     Dialogs& dialogs;
+    ImageFiles& imageFiles;
 };
 
 }  // namespace platform

@@ -2,9 +2,12 @@
 // x to the right, y downwards.
 #pragma once
 
-#include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
+
+#include "platform/color.h"
+#include "platform/picture.h"
 
 namespace platform {
 
@@ -24,14 +27,6 @@ struct DeviceCapabilities {
     bool operator==(const DeviceCapabilities&) const = default;
 };
 
-struct Color {
-    std::uint8_t red = 0;
-    std::uint8_t green = 0;
-    std::uint8_t blue = 0;
-
-    bool operator==(const Color&) const = default;
-};
-
 // Character set numbers as fonts carry them.
 inline constexpr int charsetAnsi = 0;
 inline constexpr int charsetOem = 255;
@@ -43,6 +38,8 @@ struct FontRequest {
     bool bold = false;
     bool italic = false;
     bool underline = false;
+    // Degrees by which text is turned counter-clockwise about the point it is drawn at: 0, 90, 180 or 270.
+    int rotation = 0;
 
     bool operator==(const FontRequest&) const = default;
 };
@@ -69,17 +66,26 @@ public:
     // device takes the nearest it has and says which. Throws runtime::Error (errPrinter) where there is no font at all.
     virtual FontFace setFont(const FontRequest& font) = 0;
 
-    // Width in pixels by which a run of text moves the position: the sum of the whole-pixel advances of its bytes in
-    // the selected font. Bytes are characters of the host's DOS code page, control codes included (they have glyphs).
-    // A width beyond the range of int is INT_MAX.
+    // Width in pixels, along the direction of the text, by which a run moves the position: the sum of the whole-pixel
+    // advances of its bytes in the selected font. Bytes are characters of the host's DOS code page, control codes
+    // included (they have glyphs). A width beyond the range of int is INT_MAX.
     virtual int textWidth(std::string_view text) const = 0;
 
+    // Height in pixels, across the direction of the text, of the character cell of the selected font.
+    virtual int textHeight() const = 0;
+
     // Draws a run on the page begun, transparently, the top of the character cell at y and the left edge of the first
-    // cell at x, underlined over its whole width where the font is. What lies beyond the sheet is clipped.
+    // cell at x, underlined over its whole width where the font is; then turned about that point as the font says. What
+    // lies beyond the sheet is clipped.
     virtual void drawText(int x, int y, std::string_view text, Color color, TextRole role) = 0;
 
     // Fills the pixels from (x, y) up to but not including (x + width, y + height). An empty one draws nothing.
     virtual void fillRectangle(int x, int y, int width, int height, Color color) = 0;
+
+    // Draws a whole picture, stretched to the pixels from (x, y) up to but not including (x + width, y + height); a
+    // negative width or height mirrors it. An empty area draws nothing. The surface may keep the picture for the rest
+    // of the document, to draw it again at next to no cost; its content must not change any more.
+    virtual void drawPicture(const std::shared_ptr<const Picture>& picture, int x, int y, int width, int height) = 0;
 };
 
 }  // namespace platform

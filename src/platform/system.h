@@ -1,9 +1,11 @@
 // Port: the machine around the program: command line, files, clock, locale, code pages.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
+#include "platform/profile.h"
 #include "runtime/datetime.h"
 #include "runtime/locale.h"
 
@@ -32,10 +34,18 @@ public:
     // Creates or replaces the file of exactly that name in one step: it appears with its whole content or not at all.
     virtual void writeFile(const std::string& path, std::string_view content) = 0;
 
+    // Replaces the content of the file that readFile() reads under this name, in one step: the old content stays whole
+    // until the new one is, whatever happens. The file keeps its name and who may read and write it; a link still leads
+    // to it. errFileNotFound where there is none, errPermissionDenied where it may not be written.
+    virtual void rewriteFile(const std::string& path, std::string_view content) = 0;
+
     // Opens or creates the file of exactly that name, appends and closes it.
     virtual void appendFile(const std::string& path, std::string_view content) = 0;
 
     virtual bool fileExists(const std::string& path) = 0;
+
+    // A settings file for reading, as it is now; a missing or unreadable one has no keys.
+    virtual std::unique_ptr<Profile> openProfile(const std::string& path) = 0;
 
     virtual runtime::DateTime localTime() = 0;
     virtual const runtime::Locale& locale() = 0;

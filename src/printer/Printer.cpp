@@ -110,6 +110,22 @@ void Printer::Print(std::string_view text, platform::TextRole role) {
     x_ += surface().textWidth(text) * static_cast<double>(twipsPerInch) / caps.logPixelsX;
 }
 
+void Printer::PaintPicture(const std::shared_ptr<const platform::Picture>& picture, double left, double top,
+                           double width, double height) {
+    beginPage();
+    const auto caps = surface().capabilities();
+    const int x = toPixels(left, caps.logPixelsX);
+    const int y = toPixels(top, caps.logPixelsY);
+    surface().drawPicture(picture, x, y, toPixels(left + width, caps.logPixelsX) - x,
+                          toPixels(top + height, caps.logPixelsY) - y);
+}
+
+platform::Surface& Printer::Canvas() {
+    beginPage();
+    selectedDpi_ = 0;
+    return surface();
+}
+
 void Printer::NewPage() {
     beginPage();
     endPage();

@@ -64,6 +64,14 @@ public:
     // Draws the text at the current position, its cells' top left corner there, and moves x by its width.
     void Print(std::string_view text, platform::TextRole role = platform::TextRole::content);
 
+    // Paints a whole picture, stretched to the area given in twips; each edge lies on the nearest pixel.
+    void PaintPicture(const std::shared_ptr<const platform::Picture>& picture, double left, double top, double width,
+                      double height);
+
+    // The page's surface for drawing in device pixels. Begins the page; the current font is selected anew for the next
+    // text that is printed, so whoever draws may select another one.
+    platform::Surface& Canvas();
+
     // Ends the page, an empty one too.
     void NewPage();
 

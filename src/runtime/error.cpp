@@ -34,6 +34,7 @@ constexpr std::array descriptions = {
     Description{errPathNotFound, "Pfad nicht gefunden"},
     Description{errObjectNotSet, "Objektvariable oder With-Blockvariable nicht festgelegt"},
     Description{errInvalidPropertyValue, "Ungültiger Eigenschaftswert"},
+    Description{errInvalidPicture, "Ungültiges Bild"},
     Description{errPrinter, "Druckerfehler"},
 };
 

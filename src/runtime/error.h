@@ -28,6 +28,7 @@ enum ErrorNumber : std::int32_t {
     errPathNotFound = 76,
     errObjectNotSet = 91,
     errInvalidPropertyValue = 380,
+    errInvalidPicture = 481,
     errPrinter = 482,
 };
 

@@ -30,6 +30,8 @@ public:
     void drawText(int, int, std::string_view text, platform::Color, platform::TextRole) override {
         drawn += std::string(text) + ' ';
     }
+    int textHeight() const override { return 0; }
+    void drawPicture(const std::shared_ptr<const platform::Picture>&, int, int, int, int) override {}
     void fillRectangle(int, int, int, int, platform::Color) override {}
 
     std::string drawn;

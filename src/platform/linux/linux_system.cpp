@@ -121,12 +121,16 @@ void LinuxSystem::writeFile(const std::string& path, std::string_view content) {
     }
 }
 
+void LinuxSystem::rewriteFile(const std::string& path, std::string_view content) { writeFile(path, content); }
+
 void LinuxSystem::appendFile(const std::string& path, std::string_view content) {
     const std::string file = fileToWrite(path);
     if (const int error = appendToFile(file, content); error != 0) {
         throwFileError(writeError(error), file);
     }
 }
+
+std::unique_ptr<platform::Profile> LinuxSystem::openProfile(const std::string&) { return nullptr; }
 
 bool LinuxSystem::fileExists(const std::string& path) {
     const ResolvedPath file = findPath(path);

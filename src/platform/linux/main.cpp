@@ -1,3 +1,4 @@
+#include "platform/linux/linux_image_files.h"
 #include "platform/linux/linux_platform.h"
 #include "platform/linux/spool/linux_spooler.h"
 #include "session/version.h"
@@ -7,7 +8,8 @@ int main(int argc, char** argv) {
     platform_linux::LinuxPlatform ports(argc, argv);
     platform_linux::LinuxSpooler spooler([&ports] { return ports.system().codePage(); },
                                          std::string("KRVWinPr ") + session::programVersion);
-    platform::Platform platform{ports.system(), ports.settings(), spooler, ports.dialogs()};
+    platform_linux::LinuxImageFiles imageFiles;
+    platform::Platform platform{ports.system(), ports.settings(), spooler, ports.dialogs(), imageFiles};
     MMain::Main(platform);
     return 0;
 }

@@ -1,6 +1,7 @@
 // A macro of the system's headers has the name of one of the port's structures, so these come first.
 #include "platform/windows/print/windows_spooler.h"
 #include "platform/windows/windows_dialogs.h"
+#include "platform/windows/windows_image_files.h"
 #include "platform/windows/windows_settings_store.h"
 #include "platform/windows/windows_system.h"
 #include "startup/MMain.h"
@@ -17,7 +18,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     platform_windows::WindowsSettingsStore settings;
     platform_windows::WindowsSpooler spooler;
     platform_windows::WindowsDialogs dialogs;
-    platform::Platform platform{system, settings, spooler, dialogs};
+    platform_windows::WindowsImageFiles imageFiles;
+    platform::Platform platform{system, settings, spooler, dialogs, imageFiles};
     MMain::Main(platform);
     return 0;
 }

@@ -101,10 +101,14 @@ void WindowsSystem::writeFile(const std::string& path, std::string_view content)
     check(replaceFile(file, content), file);
 }
 
+void WindowsSystem::rewriteFile(const std::string& path, std::string_view content) { writeFile(path, content); }
+
 void WindowsSystem::appendFile(const std::string& path, std::string_view content) {
     const std::wstring file = nativePath(path);
     check(appendToFile(file, content), file);
 }
+
+std::unique_ptr<platform::Profile> WindowsSystem::openProfile(const std::string&) { return nullptr; }
 
 bool WindowsSystem::fileExists(const std::string& path) {
     try {

@@ -19,8 +19,10 @@ public:
     std::string currentDirectory() override;
     std::string readFile(const std::string& path) override;
     void writeFile(const std::string& path, std::string_view content) override;
+    void rewriteFile(const std::string& path, std::string_view content) override;
     void appendFile(const std::string& path, std::string_view content) override;
     bool fileExists(const std::string& path) override;
+    std::unique_ptr<platform::Profile> openProfile(const std::string& path) override;
     runtime::DateTime localTime() override;
     const runtime::Locale& locale() override;
     std::string toSystemCodePage(std::string_view text) override;

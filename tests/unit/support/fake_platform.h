@@ -15,10 +15,41 @@
 
 namespace testing_support {
 
+// A settings file whose sections and keys a test writes exactly as the program asks for them.
+class MemoryProfile : public platform::Profile {
+public:
+    std::map<std::pair<std::string, std::string>, std::string> values;
+
+    std::string text(std::string_view section, std::string_view key, std::string_view fallback) override {
+        const auto found = values.find({std::string(section), std::string(key)});
+        return found == values.end() ? std::string(fallback) : found->second;
+    }
+};
+
+// Picture files of the test's own kind: the content names the picture.
+class FakeImageFiles : public platform::ImageFiles {
+public:
+    std::map<std::string, platform::Picture, std::less<>> pictures;
+
+    platform::Picture decode(std::string_view content) override {
+        const auto found = pictures.find(content);
+        if (found == pictures.end()) {
+            throw runtime::Error(runtime::errInvalidPicture, "kein Bild");
+        }
+        return found->second;
+    }
+    std::string encode(const platform::Picture& picture, std::string_view original) override {
+        const std::string content = std::string(original) + "'";
+        pictures[content] = picture;
+        return content;
+    }
+};
+
 class FakeSystem : public platform::System {
 public:
     std::string tail;
     std::map<std::string, std::string> files;
+    MemoryProfile profile;  // content of whatever settings file exists
     std::set<std::string> unwritable;
     runtime::DateTime now{2026, 11, 21, 13, 45, 7, 0};
     runtime::Locale userLocale;
@@ -39,11 +70,18 @@ public:
         checkWritable(path);
         files[path] = content;
     }
+    void rewriteFile(const std::string& path, std::string_view content) override {
+        readFile(path);
+        writeFile(path, content);
+    }
     void appendFile(const std::string& path, std::string_view content) override {
         checkWritable(path);
         files[path] += content;
     }
     bool fileExists(const std::string& path) override { return files.contains(path); }
+    std::unique_ptr<platform::Profile> openProfile(const std::string& path) override {
+        return std::make_unique<MemoryProfile>(files.contains(path) ? profile : MemoryProfile());
+    }
     runtime::DateTime localTime() override { return now; }
     const runtime::Locale& locale() override { return userLocale; }
     std::string toSystemCodePage(std::string_view text) override { return std::string(text); }
@@ -134,7 +172,8 @@ struct FakePlatform {
     MemorySettings settings;
     FakeSpooler spooler;
     RecordingDialogs dialogs;
-    platform::Platform ports{system, settings, spooler, dialogs};
+    FakeImageFiles imageFiles;
+    platform::Platform ports{system, settings, spooler, dialogs, imageFiles};
 
     // Lines of the debug log without their time stamp; a line that has none is kept whole.
     std::vector<std::string> logLines() const {

@@ -21,8 +21,28 @@ struct DrawnText {
     platform::TextRole role = platform::TextRole::content;
 };
 
+struct DrawnRectangle {
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+    platform::Color color;
+
+    bool operator==(const DrawnRectangle&) const = default;
+};
+
+struct DrawnPicture {
+    std::shared_ptr<const platform::Picture> picture;
+    int x = 0;
+    int y = 0;
+    int width = 0;
+    int height = 0;
+};
+
 struct RecordedPage {
     std::vector<DrawnText> texts;
+    std::vector<DrawnRectangle> rectangles;
+    std::vector<DrawnPicture> pictures;
     std::map<platform::PageOption, int> options;
 };
 
@@ -64,7 +84,14 @@ public:
     void drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole role) override {
         page.texts.push_back({x, y, std::string(text), font_, color, role});
     }
-    void fillRectangle(int, int, int, int, platform::Color) override {}
+    int textHeight() const override { return static_cast<int>(std::lround(font_.emHeight * 1.1328125)); }
+    void fillRectangle(int x, int y, int width, int height, platform::Color color) override {
+        page.rectangles.push_back({x, y, width, height, color});
+    }
+    void drawPicture(const std::shared_ptr<const platform::Picture>& picture, int x, int y, int width,
+                     int height) override {
+        page.pictures.push_back({picture, x, y, width, height});
+    }
 
     RecordedPage page;
 

@@ -69,6 +69,13 @@ int PageSurface::textWidth(std::string_view text) const {
     return static_cast<int>(std::min<std::int64_t>(width, INT_MAX));
 }
 
+int PageSurface::textHeight() const {
+    requireFont();
+    return static_cast<int>(size_.ascent + size_.descent);
+}
+
+void PageSurface::drawPicture(const std::shared_ptr<const platform::Picture>&, int, int, int, int) {}
+
 void PageSurface::drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole role) {
     requireFont();
     const std::int64_t sheetWidth = page_.device.physicalWidth;

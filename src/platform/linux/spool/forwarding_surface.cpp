@@ -19,12 +19,19 @@ platform::FontFace ForwardingSurface::setFont(const platform::FontRequest& font)
 
 int ForwardingSurface::textWidth(std::string_view text) const { return surface_->textWidth(text); }
 
+int ForwardingSurface::textHeight() const { return surface_->textHeight(); }
+
 void ForwardingSurface::drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole role) {
     surface_->drawText(x, y, text, color, role);
 }
 
 void ForwardingSurface::fillRectangle(int x, int y, int width, int height, platform::Color color) {
     surface_->fillRectangle(x, y, width, height, color);
+}
+
+void ForwardingSurface::drawPicture(const std::shared_ptr<const platform::Picture>& picture, int x, int y, int width,
+                                    int height) {
+    surface_->drawPicture(picture, x, y, width, height);
 }
 
 }  // namespace platform_linux::spool

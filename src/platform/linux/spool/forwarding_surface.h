@@ -15,8 +15,11 @@ public:
     platform::DeviceCapabilities capabilities() const override;
     platform::FontFace setFont(const platform::FontRequest& font) override;
     int textWidth(std::string_view text) const override;
+    int textHeight() const override;
     void drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole role) override;
     void fillRectangle(int x, int y, int width, int height, platform::Color color) override;
+    void drawPicture(const std::shared_ptr<const platform::Picture>& picture, int x, int y, int width,
+                     int height) override;
 
 private:
     platform::Surface* surface_ = nullptr;

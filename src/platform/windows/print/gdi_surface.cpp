@@ -64,6 +64,13 @@ int GdiSurface::textWidth(std::string_view text) const {
     return static_cast<int>(std::min<std::int64_t>(width, INT_MAX));
 }
 
+int GdiSurface::textHeight() const {
+    requireFont();
+    return static_cast<int>(size_.ascent + size_.descent);
+}
+
+void GdiSurface::drawPicture(const std::shared_ptr<const platform::Picture>&, int, int, int, int) {}
+
 void GdiSurface::drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole) {
     requireFont();
     const std::int64_t left = -std::int64_t{capabilities_.physicalOffsetX};

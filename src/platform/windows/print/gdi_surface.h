@@ -37,8 +37,11 @@ public:
     platform::FontFace setFont(const platform::FontRequest& font) override;
     // Text functions throw errInvalidCall before the first setFont().
     int textWidth(std::string_view text) const override;
+    int textHeight() const override;
     void drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole role) override;
     void fillRectangle(int x, int y, int width, int height, platform::Color color) override;
+    void drawPicture(const std::shared_ptr<const platform::Picture>& picture, int x, int y, int width,
+                     int height) override;
 
 private:
     struct Span {

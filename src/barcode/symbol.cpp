@@ -1,0 +1,1 @@
+#include "barcode/symbol.h"

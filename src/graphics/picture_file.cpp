@@ -1,0 +1,1 @@
+#include "graphics/picture_file.h"

@@ -1,0 +1,45 @@
+// Pictures as surfaces draw them and picture files give them.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "platform/color.h"
+
+namespace platform {
+
+// Pixels in memory. Rows run from the top, each of stride() bytes, the leftmost pixel in the most significant bits.
+struct Picture {
+    int width = 0;  // pixels, at least 1
+    int height = 0;
+    // 1, 2, 4 or 8: a pixel is a number in the palette. 24: a pixel is three bytes, red, green, blue.
+    int bitsPerPixel = 0;
+    std::vector<Color> palette;  // 2 to the power of bitsPerPixel colours; none with 24 bits
+    std::vector<std::uint8_t> pixels;
+    double dpiX = 0;  // dots per inch that the file states; 0 where it states none
+    double dpiY = 0;
+    // The JPEG file (ISO/IEC 10918-1) that these pixels were read from, so that a device that knows the format can take
+    // it as it is; empty for pictures from elsewhere and for changed ones.
+    std::string jpeg;
+
+    // Bytes of a row.
+    std::size_t stride() const { return strideOf(width, bitsPerPixel); }
+    static std::size_t strideOf(int width, int bitsPerPixel) {
+        return (static_cast<std::size_t>(width) * static_cast<std::size_t>(bitsPerPixel) + 7) / 8;
+    }
+};
+
+// The largest picture: beyond A3 at 1200 dots per inch, and no more memory than a small office machine has to spare.
+inline constexpr std::int64_t mostPicturePixels = 300'000'000;
+inline constexpr std::int64_t mostPictureBytes = 512LL * 1024 * 1024;
+
+// Throws errInvalidPicture, naming the limit, for a size that no picture has: sides below 1, too many pixels or bytes.
+// To be asked with what a file's header says, before memory is taken for it.
+void checkPictureSize(std::int64_t width, std::int64_t height, int bitsPerPixel);
+
+// A picture of that size after the check, all pixels 0, the palette all black.
+Picture makePicture(std::int64_t width, std::int64_t height, int bitsPerPixel);
+
+}  // namespace platform
