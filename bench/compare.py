@@ -9,8 +9,10 @@ All times are medians over several rounds in which the candidates take turns."""
 import argparse
 import os
 import pathlib
+import random
 import shutil
 import statistics
+import struct
 import subprocess
 import sys
 import tempfile
@@ -19,6 +21,22 @@ import time
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TEXT_FILTER = "/usr/lib/cups/filter/texttopdf"
 PRINTER = "Korvano PDF"
+
+
+def line_art(width: int, height: int) -> bytes:
+    """A BMP of one bit a pixel: rules, and a field of dots that does not compress well."""
+    stride = (width + 31) // 32 * 4
+    dots = random.Random(1)
+    rows = []
+    for row in range(height):
+        line = bytearray(b"\0" if row % 400 < 6 else b"\xFF") * stride
+        if row < 500:
+            line[40:120] = dots.randbytes(80)
+        rows.append(bytes(line))
+    pixels = b"".join(reversed(rows))
+    header = struct.pack("<2sIHHI IiiHHIIiiII", b"BM", 62 + len(pixels), 0, 0, 62, 40, width, height, 1, 1, 0, len(pixels),
+                         11811, 11811, 2, 2)
+    return header + b"\0\0\0\0\xFF\xFF\xFF\0" + pixels
 
 
 class Result:
@@ -116,6 +134,29 @@ class Bench:
         print(f"cost per page: {few_cost:.1f} µs in {few} pages, {many_cost:.1f} µs in {many} pages, "
               f"ratio {many_cost / few_cost:.3f}")
 
+    def letterhead(self, pages: int, rounds: int) -> None:
+        """Pages with a full-page letterhead of one bit a pixel at 300 dpi beside the same pages without."""
+        folder = self.folder / "letterhead"
+        (folder / "LASER").mkdir(parents=True)
+        (folder / "HPLASER.INI").write_text("[Grafik]\nGrafik1=0,0,1,INCH,True,5.5\n")
+        (folder / "LASER/KRVWin.M1").write_bytes(line_art(2480, 3508))
+        plain = self.report(pages).read_bytes()
+        (folder / "PLAIN.OUT").write_bytes(plain)
+        (folder / "HEAD.OUT").write_bytes(b"".join(b"^GR1" + page + b"\f" for page in plain.split(b"\f")[:pages]))
+        results: dict[str, list[Result]] = {"PLAIN": [], "HEAD": []}
+        for _ in range(rounds):
+            for name, measured in results.items():
+                (folder / f"{name}.pdf").unlink(missing_ok=True)
+                measured.append(run([self.program, f"{name}.OUT", "KEINEGRAFIK", PRINTER], folder, self.env))
+        seconds = {name: statistics.median(result.seconds for result in measured) for name, measured in results.items()}
+        size = {name: (folder / f"{name}.pdf").stat().st_size for name in results}
+        (folder / "ONE.OUT").write_bytes(b"^GR1\f")
+        run([self.program, "ONE.OUT", "KEINEGRAFIK", PRINTER], folder, self.env)
+        one = (folder / "ONE.pdf").stat().st_size
+        print(f"{pages} pages with a full-page letterhead: {seconds['HEAD'] / seconds['PLAIN']:.2f} times the time of those "
+              f"without ({seconds['HEAD']:.3f} s, {seconds['PLAIN']:.3f} s); the file grows by {size['HEAD'] - size['PLAIN']} "
+              f"bytes, one page with the picture has {one}")
+
     def startup(self, rounds: int) -> None:
         folder = self.folder / "startup"
         folder.mkdir()
@@ -127,12 +168,18 @@ class Bench:
         print(f"start to completion file: {handshake / empty:.2f} times an empty program "
               f"({handshake:.0f} µs, {empty:.0f} µs)")
 
+    def barcodes(self) -> None:
+        for line in subprocess.run([self.build / "barcode-bench"], check=True, capture_output=True, text=True).stdout.splitlines():
+            name, own, peer = line.split("\t")
+            print(f"{name} symbols encoded: {float(own) / float(peer):.1f} times as many in the same time as libzint "
+                  f"({float(own) / 1e6:.2f} and {float(peer) / 1e6:.2f} millions per second)")
+
 
 def main() -> None:
     parser = argparse.ArgumentParser(description="Measures KRVWinPr beside its peers.")
     parser.add_argument("build", type=pathlib.Path)
     parser.add_argument("--rounds", type=int, default=7)
-    parser.add_argument("--only", choices=("throughput", "startup", "memory", "pages"))
+    parser.add_argument("--only", choices=("throughput", "startup", "memory", "pages", "letterhead", "barcodes"))
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
         bench = Bench(options.build.resolve(), pathlib.Path(folder))
@@ -144,6 +191,10 @@ def main() -> None:
             bench.memory(30000)
         if options.only in (None, "pages"):
             bench.cost_per_page(100, 30000, options.rounds)
+        if options.only in (None, "letterhead"):
+            bench.letterhead(1000, options.rounds)
+        if options.only in (None, "barcodes"):
+            bench.barcodes()
 
 
 if __name__ == "__main__":
