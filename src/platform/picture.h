@@ -27,7 +27,8 @@ struct Picture {
     // Bytes of a row.
     std::size_t stride() const { return strideOf(width, bitsPerPixel); }
     static std::size_t strideOf(int width, int bitsPerPixel) {
-        return (static_cast<std::size_t>(width) * static_cast<std::size_t>(bitsPerPixel) + 7) / 8;
+        return static_cast<std::size_t>((static_cast<std::uint64_t>(width) * static_cast<unsigned>(bitsPerPixel) + 7) /
+                                        8);
     }
 };
 

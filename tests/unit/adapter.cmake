@@ -1,9 +1,19 @@
 krv_unit_test(adapter-tests LIBS krv-linux SOURCES
     unit/linux_dialogs_test.cpp
     unit/linux_locale_test.cpp
+    unit/linux_profile_test.cpp
     unit/linux_settings_test.cpp
     unit/linux_system_test.cpp
 )
 # Modules are looked for beside the program.
 set_target_properties(adapter-tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 add_dependencies(adapter-tests krvwinpr-qt krvwinpr-screen)
+
+include(unit/pictures.cmake)
+krv_unit_test(images-tests LIBS krv-images krv-linux SOURCES
+    unit/image_files_test.cpp
+    unit/linux_images_test.cpp
+)
+krv_pictures(images-tests)
+set_target_properties(images-tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+add_dependencies(images-tests krvwinpr-images)

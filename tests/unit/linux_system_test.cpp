@@ -82,6 +82,66 @@ TEST_F(LinuxSystemTest, WritesUnderExactlyTheGivenNameInTheFolderFound) {
     EXPECT_EQ(get(folder / "Übergabe/Liste.OUT"), "2");
 }
 
+TEST_F(LinuxSystemTest, RewritesAFileInItsPlace) {
+    std::filesystem::create_directory(folder / "LASER");
+    const std::string file = folder / "LASER/KRVWin.M1";
+    put(file, "old");
+    ::chmod(file.c_str(), 0751);
+    std::filesystem::create_symlink("LASER/KRVWin.M1", folder / "link");
+    system.rewriteFile(folder / "laser\\KRVWIN.m1", "new");
+    EXPECT_EQ(get(file), "new");
+    system.rewriteFile(folder / "link", "newer");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+    EXPECT_EQ(get(file), "newer");
+    struct stat status {};
+    ASSERT_EQ(::stat(file.c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0751U);
+
+    const int fullDisk = ended(start([&, this] {
+        limitFileSize(1000);
+        return errorOf([&, this] { system.rewriteFile(file, std::string(5000, 'x')); });
+    }));
+    EXPECT_EQ(fullDisk, runtime::errDiskFull);
+    const int killed = ended(start([&, this] {
+        limitFileSize(1000);
+        ::signal(SIGXFSZ, SIG_DFL);
+        return errorOf([&, this] { system.rewriteFile(file, std::string(5000, 'x')); });
+    }));
+    EXPECT_EQ(killed, -SIGXFSZ);
+    EXPECT_EQ(get(file), "newer");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "LASER"), {}), 1);
+
+    EXPECT_EQ(errorOf([&, this] { system.rewriteFile(folder / "missing", "x"); }), runtime::errFileNotFound);
+    EXPECT_EQ(errorOf([&, this] { system.rewriteFile(folder / "nowhere/x", "x"); }), runtime::errPathNotFound);
+    EXPECT_EQ(errorOf([&, this] { system.rewriteFile(folder / "LASER", "x"); }), runtime::errPathFileAccess);
+    EXPECT_EQ(errorOf([&, this] { system.rewriteFile("/dev/null", "x"); }), runtime::errPathFileAccess);
+    EXPECT_EQ(folder.names(), (std::set<std::string>{"LASER", "link"}));
+}
+
+// Root may write everything, so it becomes somebody else.
+TEST_F(LinuxSystemTest, RewritesNothingThatMayNotBeWritten) {
+    put(folder / "file", "old");
+    ::chmod((folder / "").c_str(), 0777);
+    const auto rewriteAsUser = [this] {
+        return ended(start([this] {
+            constexpr uid_t nobody = 65534;
+            if (::getuid() == 0 && ::setuid(nobody) != 0) {
+                return 98;
+            }
+            return errorOf([this] { system.rewriteFile(folder / "file", "new"); });
+        }));
+    };
+    ::chmod((folder / "file").c_str(), 0444);
+    EXPECT_EQ(rewriteAsUser(), runtime::errPermissionDenied);
+    ::chmod((folder / "file").c_str(), 0666);
+    ::chmod((folder / "").c_str(), 0555);
+    EXPECT_EQ(rewriteAsUser(), runtime::errPermissionDenied);
+    EXPECT_EQ(get(folder / "file"), "old");
+    ::chmod((folder / "").c_str(), 0777);
+    EXPECT_EQ(rewriteAsUser(), 0);
+    EXPECT_EQ(get(folder / "file"), "new");
+}
+
 TEST_F(LinuxSystemTest, TakesTheCodePageFromEnvironmentSettingsAndLocale) {
     const Variable all("LC_ALL", "en_US.UTF-8");
     const auto numberNow = [this] { return LinuxSystem(0, nullptr, settings).dosCodePageNumber(); };

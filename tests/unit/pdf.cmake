@@ -1,6 +1,7 @@
 # The PDF module. Its tests read the documents back with poppler-utils and qpdf.
 krv_unit_test(pdf_document_test LIBS krv-pdf krv-linux SOURCES unit/pdf_document_test.cpp)
 krv_unit_test(pdf_font_test LIBS krv-pdf krv-linux SOURCES unit/pdf_font_test.cpp)
+krv_unit_test(pdf_picture_test LIBS krv-pdf krv-linux SOURCES unit/pdf_picture_test.cpp)
 krv_unit_test(pdf_content_test LIBS krv-pdf krv-linux SOURCES unit/pdf_content_test.cpp)
 
 add_executable(pdf_pages ${CMAKE_SOURCE_DIR}/bench/pdf_pages.cpp)

@@ -41,7 +41,8 @@ protected:
 
     platform::FontRequest font_{"Courier New", platform::charsetOem, 78, false, false, false};
     FontCollection fonts_{platform_linux::dosCodePage(850)};
-    PageSurface surface_{fonts_};
+    platform_linux::pdf::PictureCollection pictures_;
+    PageSurface surface_{fonts_, pictures_};
 };
 
 TEST_F(PdfContent, WritesOperatorsOnlyWhereSomethingChanges) {
@@ -102,6 +103,60 @@ TEST_F(PdfContent, KeepsTheShapeOfCharactersOnOblongPixels) {
     draw(0, 0, "ab");
     EXPECT_EQ(surface_.textWidth("ab"), 94);
     EXPECT_EQ(finish(), ".12 0 0 .06 0 841.89 cm\nBT\n/F0 156 Tf\n50 Tz\n.4 Tc\n100 -230 Td\n(ab)Tj\nET\n");
+}
+
+// The cell of one "x" at 78 pixels is 47 wide, 88 high, its baseline 65 below the top, its underline 15 below that.
+TEST_F(PdfContent, TurnsTextAboutThePointItIsDrawnAt) {
+    const auto turned = [&](int rotation, std::string_view text) {
+        font_.rotation = rotation;
+        setFont(78, true);
+        surface_.begin();
+        draw(1000, 2000, text);
+        return finish();
+    };
+    const std::string start = pageStart + "BT\n/F0 78 Tf\n.2 Tc\n";
+    EXPECT_EQ(turned(90, "xx"), start + "0 1 -1 0 1165 -2100 Tm\n(xx)Tj\nET\n1180 -2100 3 94 re f\n");
+    EXPECT_EQ(turned(180, "xx"), start + "-1 0 0 -1 1100 -2035 Tm\n(xx)Tj\nET\n1006 -2020 94 3 re f\n");
+    EXPECT_EQ(turned(270, "xx"), start + "0 -1 1 0 1035 -2100 Tm\n(xx)Tj\nET\n1017 -2194 3 94 re f\n");
+    EXPECT_EQ(surface_.textWidth("xx"), 94);
+    EXPECT_EQ(surface_.textHeight(), 88);
+
+    // 2100 pixels up to the edge of the sheet, and what lies beyond it on all sides.
+    const std::string million(1'000'000, 'x');
+    EXPECT_NE(turned(90, million).find('(' + std::string(45, 'x') + ")Tj"), std::string::npos);
+    EXPECT_NE(turned(180, million).find('(' + std::string(24, 'x') + ")Tj"), std::string::npos);
+    surface_.begin();
+    for (const int rotation : {90, 180, 270}) {
+        font_.rotation = rotation;
+        setFont(78);
+        for (const int far : {INT_MIN, -100'000, 100'000, INT_MAX}) {
+            draw(far, 500, "xxxx");
+            draw(500, far, "xxxx");
+        }
+    }
+    EXPECT_EQ(finish(), pageStart);
+
+    // Going on where a run ended, and back to text that is not turned.
+    turned(90, "");
+    setFont(78);
+    draw(1000, 2000, "a");
+    draw(1000, 2000 - 47, "b");
+    font_.rotation = 0;
+    setFont(78);
+    draw(1000, 2000, "c");
+    EXPECT_EQ(finish(), start + "0 1 -1 0 1165 -2100 Tm\n(a)Tj\n(b)Tj\nET\nBT\n1100 -2165 Td\n(c)Tj\nET\n");
+}
+
+TEST_F(PdfContent, TurnedTextKeepsItsSizeOnOblongPixels) {
+    auto page = pdf_support::a4Page();
+    page.device.logPixelsY = 1200;
+    font_.rotation = 90;
+    begin(page);
+    setFont(156);
+    draw(0, 1000, "ab");
+    EXPECT_EQ(surface_.textWidth("ab"), 188);
+    EXPECT_EQ(surface_.textHeight(), 88);
+    EXPECT_EQ(finish(), ".12 0 0 .06 0 841.89 cm\nBT\n/F0 156 Tf\n.4 Tc\n0 1 -.5 0 165 -1100 Tm\n(ab)Tj\nET\n");
 }
 
 TEST(PdfText, WritesNumbersInTheirShortestForm) {

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdio>
 #include <regex>
 #include <string>
 
@@ -15,6 +14,7 @@ namespace {
 
 using linux_support::TemporaryFile;
 using pdf_support::a4Page;
+using pdf_support::run;
 using platform::Color;
 using platform::TextRole;
 using platform_linux::pdf::Document;
@@ -23,18 +23,6 @@ constexpr Color black{};
 
 platform::FontRequest courier(int em, bool bold = false, bool italic = false) {
     return {"Courier New", platform::charsetOem, em, bold, italic, false};
-}
-
-// Standard output and error of a command; "#status" and its number at the end where it failed.
-std::string run(const std::string& command) {
-    std::string output;
-    std::FILE* pipe = popen(("LC_ALL=C.UTF-8 " + command + " 2>&1").c_str(), "r");
-    std::array<char, 4096> buffer{};
-    while (const auto count = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
-        output.append(buffer.data(), count);
-    }
-    const int status = pclose(pipe);
-    return status == 0 ? output : output + "#status " + std::to_string(status);
 }
 
 // Writes a document of one A4 page.

@@ -1,6 +1,10 @@
 // What the tests and measurements of the PDF module share.
 #pragma once
 
+#include <array>
+#include <cstdio>
+#include <string>
+
 #include "platform/linux/code_page.h"
 #include "platform/linux/pdf/document.h"
 
@@ -22,6 +26,18 @@ inline platform_linux::PdfSettings settings() {
     settings.created = 1795268707;  // 2026-11-21 13:45:07 UTC
     settings.codePage = platform_linux::dosCodePage(850);
     return settings;
+}
+
+// Standard output and error of a command; "#status" and its number at the end where it failed.
+inline std::string run(const std::string& command) {
+    std::string output;
+    std::FILE* pipe = popen(("LC_ALL=C.UTF-8 " + command + " 2>&1").c_str(), "r");
+    std::array<char, 4096> buffer{};
+    while (const auto count = std::fread(buffer.data(), 1, buffer.size(), pipe)) {
+        output.append(buffer.data(), count);
+    }
+    const int status = pclose(pipe);
+    return status == 0 ? output : output + "#status " + std::to_string(status);
 }
 
 }  // namespace pdf_support

@@ -1,9 +1,13 @@
 # The tests have the program's manifest, on which it depends what they see of the screen.
 krv_unit_test(windows-tests LIBS krv-windows krv-windows-resources SOURCES
+    unit/image_files_test.cpp
     unit/windows_dialogs_test.cpp
+    unit/windows_images_test.cpp
     unit/windows_settings_test.cpp
     unit/windows_system_test.cpp
 )
+include(unit/pictures.cmake)
+krv_pictures(windows-tests)
 krv_unit_test(windows-print-tests LIBS krv-windows-print SOURCES unit/windows_print_test.cpp)
 
 # Starts the program for the tests from end to end and presses the buttons of its message boxes.

@@ -215,6 +215,47 @@ TEST(GdiText, UnderlineSpansTheRunWithItsBlanks) {
     }
 }
 
+// Where the ink of text is that is turned about a point, from where it is with no turn.
+Box turnedBox(const Box& box, int x, int y, int rotation) {
+    const platform::Turn turn(rotation);
+    const platform::Area area =
+        turn.toPage({x, y}, platform::Area{{box.left - x, box.right + 1 - x}, {box.top - y, box.bottom + 1 - y}});
+    return {static_cast<int>(area.across.start), static_cast<int>(area.down.start),
+            static_cast<int>(area.across.end) - 1, static_cast<int>(area.down.end) - 1};
+}
+
+TEST(GdiText, IsTurnedAboutThePointItIsDrawnAt) {
+    constexpr int x = 300;
+    constexpr int y = 150;
+    const auto draw = [](int rotation, int emHeight, bool underline, int dpiX) {
+        Sheet sheet(true, dpiX);
+        FontRequest font = courier(emHeight);
+        font.underline = underline;
+        font.rotation = rotation;
+        sheet->setFont(font);
+        sheet.text(x, y, "HL");
+        return Sheet::inkOf(sheet.drawn());
+    };
+    const Box upright = draw(0, 60, false, 600);
+    const Box underlined = draw(0, 60, true, 600);
+    for (const int rotation : {90, 180, 270}) {
+        const Box ink = draw(rotation, 60, false, 600);
+        const Box expected = turnedBox(upright, x, y, rotation);
+        EXPECT_NEAR(ink.left, expected.left, 1) << rotation;
+        EXPECT_NEAR(ink.top, expected.top, 1) << rotation;
+        EXPECT_NEAR(ink.right, expected.right, 1) << rotation;
+        EXPECT_NEAR(ink.bottom, expected.bottom, 1) << rotation;
+        EXPECT_EQ(draw(rotation, 60, true, 600), turnedBox(underlined, x, y, rotation));
+    }
+    // With twice the pixels across, twice the pixels from line to line and as many along.
+    const Box oblong = draw(90, 60, false, 1200);
+    const Box expected = turnedBox(upright, x, y, 90);
+    EXPECT_NEAR(oblong.top, expected.top, 2);
+    EXPECT_NEAR(oblong.bottom, expected.bottom, 2);
+    EXPECT_NEAR(oblong.left - x, 2 * (expected.left - x), 2);
+    EXPECT_NEAR(oblong.right - x, 2 * (expected.right - x), 2);
+}
+
 // A page that uses more fonts than are kept at a time still has every size right, the first one too.
 TEST(GdiText, ManySizesOnOnePage) {
     const auto draw = [](Sheet& sheet, int em) {
@@ -290,6 +331,94 @@ TEST(GdiRectangles, FillExactlyTheirPixelsInTheirOrder) {
     EXPECT_EQ(Sheet::at(large, -1, 4), 0U);
 }
 
+// Pixels of all depths: the last row is black, the others have all numbers that there are.
+std::shared_ptr<platform::Picture> pictureOf(int bitsPerPixel) {
+    auto picture = std::make_shared<platform::Picture>(platform::makePicture(13, 5, bitsPerPixel));
+    for (std::size_t index = 1; index < picture->palette.size(); ++index) {
+        picture->palette[index] = {static_cast<std::uint8_t>(200 - index), static_cast<std::uint8_t>(index * 3), 99};
+    }
+    for (std::size_t at = 0; at < picture->stride() * 4; ++at) {
+        picture->pixels[at] = static_cast<std::uint8_t>(at * 37 + 1);
+    }
+    return picture;
+}
+
+std::uint32_t pixelAt(const platform::Picture& picture, int x, int y) {
+    const std::uint8_t* row = picture.pixels.data() + picture.stride() * static_cast<std::size_t>(y);
+    Color color;
+    if (picture.bitsPerPixel == 24) {
+        color = {row[x * 3], row[x * 3 + 1], row[x * 3 + 2]};
+    } else {
+        const int bit = x * picture.bitsPerPixel;
+        const int number = row[bit / 8] >> (8 - picture.bitsPerPixel - bit % 8) & ((1 << picture.bitsPerPixel) - 1);
+        color = picture.palette[static_cast<std::size_t>(number)];
+    }
+    return static_cast<std::uint32_t>(color.red << 16 | color.green << 8 | color.blue);
+}
+
+TEST(GdiPictures, FillTheirBoxAndKeepTheirColours) {
+    constexpr int scale = 3;
+    for (const int bits : {1, 2, 4, 8, 24}) {
+        const auto picture = pictureOf(bits);
+        const int width = picture->width * scale;
+        const int height = picture->height * scale;
+        Sheet sheet;
+        sheet->drawPicture(picture, 10, 20, width, height);
+        sheet->drawPicture(picture, 100 + width, 20 + height, -width, -height);
+        sheet->drawPicture(picture, 300, 20, 0, height);
+        sheet->drawPicture(picture, sheetWidth, 20, width, height);
+        const auto image = sheet.drawn();
+        for (int y = 0; y < height; ++y) {
+            for (int x = 0; x < width; ++x) {
+                const std::uint32_t expected = pixelAt(*picture, x / scale, y / scale);
+                ASSERT_EQ(Sheet::at(image, 10 + x, 20 + y), expected) << bits << " bits, " << x << ',' << y;
+                ASSERT_EQ(Sheet::at(image, 100 + width - 1 - x, 20 + height - 1 - y), expected) << bits << " bits";
+            }
+        }
+        const auto inked = static_cast<int>(image.size() - std::count(image.begin(), image.end(), white));
+        EXPECT_EQ(inked, 2 * width * height);
+    }
+}
+
+TEST(GdiPictures, ThinLinesOfTwoColoursStayWhenShrunk) {
+    for (const bool blackFirst : {false, true}) {
+        auto picture = std::make_shared<platform::Picture>(platform::makePicture(600, 600, 1));
+        picture->palette[blackFirst ? 1 : 0] = {255, 255, 255};
+        std::fill(picture->pixels.begin(), picture->pixels.end(), blackFirst ? 0xFF : 0);
+        for (std::size_t row = 0; row < 600; ++row) {
+            picture->pixels[row * picture->stride() + 30] ^= 0x10;  // the column 243
+        }
+        Sheet sheet;
+        sheet->drawPicture(picture, 0, 0, 77, 77);
+        EXPECT_EQ(Sheet::inkOf(sheet.drawn()), (Box{31, 0, 31, 76}));
+    }
+}
+
+// Enlarged so that a pixel is larger than any sheet, and shown where four of them meet.
+TEST(GdiPictures, FarBeyondTheSheetAreCut) {
+    const auto picture = pictureOf(8);
+    constexpr int scale = 15'000'000;
+    for (const bool mirrored : {false, true}) {
+        Sheet sheet;
+        const int sign = mirrored ? -1 : 1;
+        sheet->drawPicture(picture, 300 - sign * 7 * scale, 100 - sign * 2 * scale, sign * 13 * scale,
+                           sign * 5 * scale);
+        const auto image = sheet.drawn();
+        EXPECT_EQ(Sheet::at(image, 300 - sign * 10, 100 - sign * 10), pixelAt(*picture, 6, 1));
+        EXPECT_EQ(Sheet::at(image, 300 + sign * 10, 100 - sign * 10), pixelAt(*picture, 7, 1));
+        EXPECT_EQ(Sheet::at(image, 300 - sign * 10, 100 + sign * 10), pixelAt(*picture, 6, 2));
+        EXPECT_EQ(Sheet::at(image, 300 + sign * 10, 100 + sign * 10), pixelAt(*picture, 7, 2));
+        EXPECT_EQ(Sheet::inkOf(image), (Box{-marginX, -marginY, sheetWidth - marginX - 1, sheetHeight - marginY - 1}));
+    }
+    Sheet sheet;
+    for (const int distant : {INT_MIN, INT_MAX}) {
+        sheet->drawPicture(picture, distant, 0, 10, 10);
+        sheet->drawPicture(picture, 0, distant, INT_MAX, INT_MIN);
+        sheet->drawPicture(picture, 0, 0, distant, distant);
+    }
+    EXPECT_EQ(sheet->play(), DWORD{ERROR_SUCCESS});
+}
+
 TEST(GdiPages, MonochromeTurnsColoursIntoGreys) {
     Sheet sheet(false);
     sheet->fillRectangle(0, 0, 5, 5, {255, 0, 0});
@@ -297,6 +426,18 @@ TEST(GdiPages, MonochromeTurnsColoursIntoGreys) {
     const auto image = sheet.drawn();
     EXPECT_EQ(Sheet::at(image, 2, 2), 0x4C4C4CU);
     EXPECT_EQ(Sheet::at(image, 12, 2), 0xE2E2E2U);
+
+    for (const int bits : {4, 24}) {
+        const auto picture = pictureOf(bits);
+        Sheet page(false);
+        page->drawPicture(picture, 0, 0, picture->width, picture->height);
+        const auto grey = page.drawn();
+        for (int x = 0; x < picture->width; ++x) {
+            const std::uint32_t color = pixelAt(*picture, x, 0);
+            const auto luma = (299 * (color >> 16) + 587 * (color >> 8 & 0xFF) + 114 * (color & 0xFF) + 500) / 1000;
+            EXPECT_EQ(Sheet::at(grey, x, 0), luma * 0x010101) << bits << " bits";
+        }
+    }
 }
 
 TEST(GdiPages, NewPageForgetsTheOneBefore) {

@@ -39,6 +39,8 @@ inline std::string get(const std::string& path) {
     return content;
 }
 
+inline bool onWine() { return ::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr; }
+
 // A folder of its own below the one for temporary files; removed with what lies in it, but for folders.
 class TemporaryFolder {
 public:

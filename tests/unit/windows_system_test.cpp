@@ -6,6 +6,7 @@
 
 #include "platform/windows/files.h"
 #include "platform/windows/windows_locale.h"
+#include "support/profile_table.h"
 #include "windows_support.h"
 
 namespace {
@@ -155,6 +156,48 @@ TEST_F(WindowsSystemTest, WritesAFileThatAnotherProgramKeepsOpen) {
     EXPECT_EQ(writing(file, &detail), runtime::errPermissionDenied) << detail;
     EXPECT_EQ(get(file), "whole");
     EXPECT_EQ(folder.names(), std::set<std::string>{"KRVWINPR.OK"});
+}
+
+TEST_F(WindowsSystemTest, RewritesAFileInItsPlace) {
+    put(folder / "KRVWin.M1", "old");
+    ::SetFileAttributesW(widen(folder / "KRVWin.M1").c_str(), FILE_ATTRIBUTE_HIDDEN);
+    const DWORD attributes = ::GetFileAttributesW(widen(folder / "KRVWin.M1").c_str());  // Wine may not keep it at all
+    system.rewriteFile(folder / "krvwin.m1", "new");
+    EXPECT_EQ(get(folder / "KRVWin.M1"), "new");
+    EXPECT_EQ(::GetFileAttributesW(widen(folder / "KRVWin.M1").c_str()), attributes);
+
+    put(folder / "fixed", "old");
+    ::SetFileAttributesW(widen(folder / "fixed").c_str(), FILE_ATTRIBUTE_READONLY);
+    ::CreateDirectoryW(widen(folder / "taken").c_str(), nullptr);
+    const std::vector<std::pair<std::string, int>> faults = {
+        {folder / "fixed", runtime::errPermissionDenied},  {folder / "missing", runtime::errFileNotFound},
+        {folder / "nowhere\\x", runtime::errPathNotFound}, {folder / "taken", runtime::errPathFileAccess},
+        {"C:\\NUL", runtime::errPathFileAccess},
+    };
+    for (const auto& [path, number] : faults) {
+        EXPECT_EQ(errorOf([&, &file = path] { system.rewriteFile(file, "x"); }), number) << path;
+    }
+    EXPECT_EQ(get(folder / "fixed"), "old");
+
+    const FileHandle reader = openShared(folder / "KRVWin.M1", GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+    EXPECT_EQ(errorOf([&] { system.rewriteFile(folder / "KRVWin.M1", "x"); }), runtime::errPermissionDenied);
+    EXPECT_EQ(get(folder / "KRVWin.M1"), "new");
+    EXPECT_EQ(folder.names(), (std::set<std::string>{"KRVWin.M1", "fixed", "taken"}));
+}
+
+TEST_F(WindowsSystemTest, ReadsProfilesAsTheTableSays) {
+    for (const support::ProfileCase& row : support::profileCases()) {
+        if (row.onWine || !onWine()) {
+            put(folder / "Füße.INI", row.content);
+            const auto profile = system.openProfile(folder / "füße.ini");
+            EXPECT_EQ(profile->text(row.section, row.key, "Vorgabe"), row.value) << row.content;
+        }
+    }
+    put(folder / "ansi.ini", "[a]\nk=\xFC\n");
+    EXPECT_EQ(system.openProfile(folder / "ansi.ini")->text("a", "k", ""), "ü");
+    for (const std::string& none : {folder / "missing", folder / "", std::string("NUL"), std::string()}) {
+        EXPECT_EQ(system.openProfile(none)->text("a", "k", "Vorgabe"), "Vorgabe") << none;
+    }
 }
 
 TEST_F(WindowsSystemTest, AppendsBehindWhatOthersAppend) {

@@ -2,12 +2,16 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
+#include <memory>
 #include <optional>
 #include <utility>
+#include <vector>
 
 #include "platform/linux/file_descriptor.h"
 
@@ -69,44 +73,68 @@ std::string folderOf(const std::string& path) {
 // A new file beside the one that it will replace; removed again unless it took that one's place.
 class TemporaryFile {
 public:
-    TemporaryFile(const std::string& folder, mode_t mode) {
-        constexpr int attempts = 100;  // names left behind by processes that died
-        for (int i = 0; i < attempts; ++i) {
-            path_ = folder + "/.krvwinpr-" + std::to_string(::getpid()) + "-" + std::to_string(i);
-            file_ = openFile(path_, O_WRONLY | O_CREAT | O_EXCL, mode);
-            if (file_ || errno != EEXIST) {
-                break;
-            }
+    TemporaryFile(const std::string& folder, const Replacement& how) : prefix_(folder + "/.krvwinpr-") {
+        if (how.durable) {
+            file_ = openFile(folder, O_WRONLY | O_TMPFILE, how.mode);
         }
-        error_ = file_ ? 0 : errno;
+        error_ = file_ ? 0 : underSomeName([&, this] {
+            file_ = openFile(path_, O_WRONLY | O_CREAT | O_EXCL, how.mode);
+            return static_cast<bool>(file_);
+        });
     }
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
-        if (error_ == 0 && !moved_) {
+        if (named_) {
             ::unlink(path_.c_str());
         }
     }
 
     int error() const { return error_; }
     int descriptor() const { return file_.get(); }
-    int close() { return file_.close() ? 0 : errno; }
+
+    // Nothing may be written from then on.
     int moveTo(const std::string& path) {
-        moved_ = std::rename(path_.c_str(), path.c_str()) == 0;
-        return moved_ ? 0 : errno;
+        if (!named_) {
+            const std::string open = "/proc/self/fd/" + std::to_string(file_.get());
+            error_ = underSomeName([&, this] {
+                return ::linkat(AT_FDCWD, open.c_str(), AT_FDCWD, path_.c_str(), AT_SYMLINK_FOLLOW) == 0;
+            });
+        }
+        if (error_ == 0 && (!file_.close() || std::rename(path_.c_str(), path.c_str()) != 0)) {
+            error_ = errno;
+        }
+        named_ = named_ && error_ != 0;
+        return error_;
     }
 
 private:
+    // Creates a directory entry under path_, which it chooses so that there was none. An errno value.
+    template <typename Create>
+    int underSomeName(const Create& create) {
+        constexpr int attempts = 100;  // names left behind by processes that died
+        for (int i = 0; i < attempts && !named_; ++i) {
+            path_ = prefix_ + std::to_string(::getpid()) + "-" + std::to_string(i);
+            named_ = create();
+            if (!named_ && errno != EEXIST) {
+                break;
+            }
+        }
+        return named_ ? 0 : errno;
+    }
+
+    std::string prefix_;
     std::string path_;
     FileDescriptor file_;
     int error_ = 0;
-    bool moved_ = false;
+    bool named_ = false;
 };
 
 int writeTemporary(TemporaryFile& file, std::string_view content, const Replacement& how) {
     if (how.owner != uid_t(-1)) {
         // Only the superuser can give a file away; anybody else stays its owner.
-        [[maybe_unused]] const int result = ::fchown(file.descriptor(), how.owner, how.group);
+        [[maybe_unused]] const bool kept = ::fchown(file.descriptor(), how.owner, how.group) == 0 ||
+                                           ::fchown(file.descriptor(), uid_t(-1), how.group) == 0;
     }
     if (how.exactMode && ::fchmod(file.descriptor(), how.mode) != 0) {
         return errno;
@@ -114,22 +142,66 @@ int writeTemporary(TemporaryFile& file, std::string_view content, const Replacem
     if (const Written written = writeAll(file.descriptor(), content); written.error != 0) {
         return written.error;
     }
-    if (how.durable && ::fsync(file.descriptor()) != 0) {
-        return errno;
-    }
-    return file.close();
+    return how.durable && ::fsync(file.descriptor()) != 0 ? errno : 0;
 }
 
-}  // namespace
+// Its mode is a part of it. Most files have none, and not every file system knows them.
+void copyAccessList(int from, int to) {
+    constexpr const char* name = "system.posix_acl_access";
+    const ssize_t size = ::fgetxattr(from, name, nullptr, 0);
+    if (size > 0) {
+        std::vector<char> list(static_cast<std::size_t>(size));
+        const ssize_t count = ::fgetxattr(from, name, list.data(), list.size());
+        [[maybe_unused]] const bool copied =
+            count > 0 && ::fsetxattr(to, name, list.data(), static_cast<std::size_t>(count), 0) == 0;
+    }
+}
 
-int readWholeFile(const std::string& path, std::string& content) {
-    const FileDescriptor file = openFile(path, O_RDONLY);
-    struct stat status {};
+// Writes the new file and lets it take the old one's place. With the rights of an open file, where there is one.
+int replaceBy(std::string_view content, const Replacement& how, const std::string& path, int rightsOf) {
+    const std::string folder = folderOf(path);
+    TemporaryFile file(folder, how);
+    if (file.error() != 0) {
+        return file.error();
+    }
+    if (const int error = writeTemporary(file, content, how); error != 0) {
+        return error;
+    }
+    if (rightsOf >= 0) {
+        copyAccessList(rightsOf, file.descriptor());
+    }
+    if (const int error = file.moveTo(path); error != 0) {
+        return error;
+    }
+    if (how.durable) {
+        // The new name is in place whether or not this works.
+        const FileDescriptor directory = openFile(folder, O_RDONLY | O_DIRECTORY);
+        if (directory) {
+            ::fsync(directory.get());
+        }
+    }
+    return 0;
+}
+
+// A regular file; an errno value otherwise.
+int openForReading(const std::string& path, FileDescriptor& file, struct stat& status) {
+    file = openFile(path, O_RDONLY);
     if (!file || ::fstat(file.get(), &status) != 0) {
         return errno;
     }
     if (!S_ISREG(status.st_mode)) {
         return S_ISDIR(status.st_mode) ? EISDIR : ENODEV;
+    }
+    return 0;
+}
+
+}  // namespace
+
+int readWholeFile(const std::string& path, std::string& content) {
+    FileDescriptor file;
+    struct stat status {};
+    if (const int error = openForReading(path, file, status); error != 0) {
+        return error;
     }
     std::string text(static_cast<std::size_t>(status.st_size), '\0');
     std::optional<std::size_t> count = readUpTo(file.get(), text.data(), text.size());
@@ -151,30 +223,53 @@ int readWholeFile(const std::string& path, std::string& content) {
     return 0;
 }
 
+int readStartOfFile(const std::string& path, std::size_t most, std::string& content) {
+    FileDescriptor file;
+    struct stat status {};
+    if (const int error = openForReading(path, file, status); error != 0) {
+        return error;
+    }
+    std::string text(most, '\0');
+    const std::optional<std::size_t> count = readUpTo(file.get(), text.data(), most);
+    if (!count) {
+        return errno;
+    }
+    text.resize(*count);
+    content = std::move(text);
+    return 0;
+}
+
 int replaceFile(const std::string& path, std::string_view content, const Replacement& how) {
     struct stat old {};
     if (::lstat(path.c_str(), &old) == 0 && !S_ISREG(old.st_mode) && !S_ISLNK(old.st_mode)) {
         return S_ISDIR(old.st_mode) ? EISDIR : ENODEV;
     }
-    const std::string folder = folderOf(path);
-    TemporaryFile file(folder, how.mode);
-    if (file.error() != 0) {
-        return file.error();
+    return replaceBy(content, how, path, -1);
+}
+
+int rewriteFile(const std::string& path, std::string_view content) {
+    struct Free {
+        void operator()(char* text) const { std::free(text); }
+    };
+    const std::unique_ptr<char, Free> target(::realpath(path.c_str(), nullptr));
+    if (!target) {
+        return errno;
     }
-    if (const int error = writeTemporary(file, content, how); error != 0) {
-        return error;
+    const FileDescriptor old = openFile(target.get(), O_WRONLY);
+    struct stat status {};
+    if (!old || ::fstat(old.get(), &status) != 0) {
+        return errno == ENXIO ? ENODEV : errno;  // ENXIO: a pipe that nobody reads
     }
-    if (const int error = file.moveTo(path); error != 0) {
-        return error;
+    if (!S_ISREG(status.st_mode)) {
+        return ENODEV;
     }
-    if (how.durable) {
-        // The new name is in place whether or not this works.
-        const FileDescriptor directory = openFile(folder, O_RDONLY | O_DIRECTORY);
-        if (directory) {
-            ::fsync(directory.get());
-        }
-    }
-    return 0;
+    constexpr mode_t permissions = 07777;
+    const Replacement how{.mode = status.st_mode & permissions,
+                          .exactMode = true,
+                          .owner = status.st_uid,
+                          .group = status.st_gid,
+                          .durable = true};
+    return replaceBy(content, how, target.get(), old.get());
 }
 
 int appendToFile(const std::string& path, std::string_view content) {

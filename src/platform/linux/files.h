@@ -12,17 +12,27 @@ namespace platform_linux {
 
 int readWholeFile(const std::string& path, std::string& content);
 
+// No more than so many bytes from the beginning.
+int readStartOfFile(const std::string& path, std::size_t most, std::string& content);
+
 struct Replacement {
     mode_t mode = 0666;       // of the new file
     bool exactMode = false;   // false: the process's mask takes its bits away
     uid_t owner = uid_t(-1);  // kept where the process may do so; -1: whoever writes
     gid_t group = gid_t(-1);
-    bool durable = false;  // survives a power failure from the moment of return; costs milliseconds
+    // Survives a power failure from the moment of return, and leaves nothing behind where the process is killed while
+    // it writes, as far as the file system knows files without a name; costs milliseconds.
+    bool durable = false;
 };
 
 // The file of that name has the whole content afterwards or, where that fails, is as it was before. A link is replaced,
 // not followed.
 int replaceFile(const std::string& path, std::string_view content, const Replacement& how);
+
+// The file of that name, which exists, has another content afterwards, durably, or is as it was before. A link is
+// followed. Mode, access control list and, where the process may do so, owner and group stay. A file that the process
+// may not write is refused, even where its folder would allow to replace it.
+int rewriteFile(const std::string& path, std::string_view content);
 
 // Appends, creating the file first where there is none. Where not everything could be written, nothing is (unless
 // somebody else appended meanwhile).

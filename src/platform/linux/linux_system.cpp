@@ -17,6 +17,7 @@
 #include "platform/linux/linux_locale.h"
 #include "platform/linux/module.h"
 #include "platform/linux/paths.h"
+#include "platform/linux/profile_text.h"
 #include "platform/linux/screen/screen.h"
 
 namespace platform_linux {
@@ -121,7 +122,12 @@ void LinuxSystem::writeFile(const std::string& path, std::string_view content) {
     }
 }
 
-void LinuxSystem::rewriteFile(const std::string& path, std::string_view content) { writeFile(path, content); }
+void LinuxSystem::rewriteFile(const std::string& path, std::string_view content) {
+    const ResolvedPath file = findPath(path);
+    if (const int error = file.error != 0 ? file.error : platform_linux::rewriteFile(file.path, content); error != 0) {
+        throwFileError(error, file.path);
+    }
+}
 
 void LinuxSystem::appendFile(const std::string& path, std::string_view content) {
     const std::string file = fileToWrite(path);
@@ -130,7 +136,14 @@ void LinuxSystem::appendFile(const std::string& path, std::string_view content) 
     }
 }
 
-std::unique_ptr<platform::Profile> LinuxSystem::openProfile(const std::string&) { return nullptr; }
+std::unique_ptr<platform::Profile> LinuxSystem::openProfile(const std::string& path) {
+    constexpr std::size_t most = std::size_t{1} << 20;
+    std::string content;
+    if (const ResolvedPath file = findPath(path); file.error == 0) {
+        readStartOfFile(file.path, most, content);
+    }
+    return std::make_unique<ProfileText>(std::move(content));
+}
 
 bool LinuxSystem::fileExists(const std::string& path) {
     const ResolvedPath file = findPath(path);

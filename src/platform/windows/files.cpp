@@ -138,9 +138,28 @@ public:
         return error;
     }
 
+    // The same, and it is on the disk.
+    DWORD writeThrough(std::string_view content) {
+        std::size_t written = 0;
+        DWORD error = writeAll(opened_.file.get(), content, Where::atPosition, written);
+        if (error == 0 && ::FlushFileBuffers(opened_.file.get()) == 0) {
+            error = ::GetLastError();
+        }
+        opened_.file.reset();
+        return error;
+    }
+
     DWORD moveTo(const std::wstring& target) {
         exists_ = ::MoveFileExW(path_.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) == 0;
         return exists_ ? ::GetLastError() : 0;
+    }
+
+    // With the attributes and rights of the target. The system may have taken the target away when it fails, so the new
+    // file is moved there in any case.
+    DWORD replace(const std::wstring& target) {
+        exists_ = ::ReplaceFileW(target.c_str(), path_.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                                 nullptr) == 0;
+        return exists_ ? moveTo(target) : 0;
     }
 
 private:
@@ -153,6 +172,28 @@ bool isHeldOpen(DWORD error, const std::wstring& target) {
     const bool refused = error == ERROR_ACCESS_DENIED || error == ERROR_SHARING_VIOLATION;
     return refused && ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES &&
            !hasAttribute(target, FILE_ATTRIBUTE_DIRECTORY);
+}
+
+// Tries until nobody keeps the target open any more, for half a second.
+template <typename Attempt>
+DWORD whileHeldOpen(const std::wstring& target, const Attempt& attempt) {
+    constexpr int attempts = 26;
+    constexpr DWORD pause = 20;  // milliseconds
+    DWORD error = attempt();
+    for (int i = 1; i < attempts && isHeldOpen(error, target); ++i) {
+        ::Sleep(pause);
+        error = attempt();
+    }
+    return error;
+}
+
+// The file that is open, as it is called on the disk; the given path where the system cannot tell.
+std::wstring finalPath(HANDLE file, const std::wstring& path) {
+    std::wstring name(::GetFinalPathNameByHandleW(file, nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
+    const DWORD length =
+        ::GetFinalPathNameByHandleW(file, name.data(), static_cast<DWORD>(name.size()), FILE_NAME_NORMALIZED);
+    name.resize(length < name.size() ? length : 0);
+    return name.empty() ? path : name;
 }
 
 DWORD overwrite(const std::wstring& path, std::string_view content) {
@@ -244,8 +285,6 @@ DWORD readWholeFile(const std::wstring& path, std::string& content) {
 }
 
 DWORD replaceFile(const std::wstring& path, std::string_view content) {
-    constexpr int attempts = 26;
-    constexpr DWORD pause = 20;  // milliseconds
     if (isDevice(path)) {
         return ERROR_BAD_FILE_TYPE;
     }
@@ -262,12 +301,35 @@ DWORD replaceFile(const std::wstring& path, std::string_view content) {
     if (const DWORD error = file.write(content); error != 0) {
         return error;
     }
-    DWORD error = file.moveTo(path);
-    for (int i = 1; i < attempts && isHeldOpen(error, path); ++i) {
-        ::Sleep(pause);
-        error = file.moveTo(path);
-    }
+    const DWORD error = whileHeldOpen(path, [&] { return file.moveTo(path); });
     return isHeldOpen(error, path) ? overwrite(path, content) : error;
+}
+
+DWORD rewriteFile(const std::wstring& path, std::string_view content) {
+    if (hasAttribute(path, FILE_ATTRIBUTE_READONLY)) {
+        return ERROR_ACCESS_DENIED;
+    }
+    Opened old;
+    const DWORD refused = whileHeldOpen(path, [&] {
+        old = openFile(path, GENERIC_WRITE, OPEN_EXISTING);
+        return old.error;
+    });
+    if (refused != 0) {
+        return refused;
+    }
+    const std::wstring target = finalPath(old.file.get(), path);
+    old.file.reset();
+    const DWORD attributes = ::GetFileAttributesW(target.c_str());
+    TemporaryFile file(target);
+    if (file.error() != 0) {
+        return file.error();
+    }
+    DWORD error = file.writeThrough(content);
+    error = error != 0 ? error : whileHeldOpen(target, [&] { return file.replace(target); });
+    if (error == 0 && attributes != INVALID_FILE_ATTRIBUTES) {
+        ::SetFileAttributesW(target.c_str(), attributes);
+    }
+    return error;
 }
 
 DWORD appendToFile(const std::wstring& path, std::string_view content) {

@@ -26,6 +26,11 @@ DWORD readWholeFile(const std::wstring& path, std::string& content);
 // mixture, but there is room for all of it beforehand.
 DWORD replaceFile(const std::wstring& path, std::string_view content);
 
+// The file of that name, which exists, has another content afterwards or is as it was before. A link is followed. Name,
+// attributes and rights stay where the file system lets one file take another's place with them, otherwise the rights
+// are those of a new file. Another program that keeps the old file open for longer than half a second makes it fail.
+DWORD rewriteFile(const std::wstring& path, std::string_view content);
+
 // Appends in one step, behind whatever others append, creating the file first where there is none. Where not everything
 // could be written, nothing is (unless somebody else appended meanwhile).
 DWORD appendToFile(const std::wstring& path, std::string_view content);

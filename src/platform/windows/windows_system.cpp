@@ -11,6 +11,7 @@
 #include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
 #include "platform/windows/windows_locale.h"
+#include "platform/windows/windows_profile.h"
 #include "runtime/error.h"
 
 namespace platform_windows {
@@ -101,14 +102,26 @@ void WindowsSystem::writeFile(const std::string& path, std::string_view content)
     check(replaceFile(file, content), file);
 }
 
-void WindowsSystem::rewriteFile(const std::string& path, std::string_view content) { writeFile(path, content); }
+void WindowsSystem::rewriteFile(const std::string& path, std::string_view content) {
+    const std::wstring file = nativePath(path);
+    check(platform_windows::rewriteFile(file, content), file);
+}
 
 void WindowsSystem::appendFile(const std::string& path, std::string_view content) {
     const std::wstring file = nativePath(path);
     check(appendToFile(file, content), file);
 }
 
-std::unique_ptr<platform::Profile> WindowsSystem::openProfile(const std::string&) { return nullptr; }
+std::unique_ptr<platform::Profile> WindowsSystem::openProfile(const std::string& path) {
+    // An empty path would be the system's own file.
+    std::wstring file;
+    try {
+        file = nativePath(path);
+    } catch (const runtime::Error&) {
+        file = L"nul";
+    }
+    return std::make_unique<WindowsProfile>(std::move(file));
+}
 
 bool WindowsSystem::fileExists(const std::string& path) {
     try {

@@ -23,7 +23,7 @@ Document::Document(const PdfSettings& settings, int fileDescriptor)
       writer_(output_),
       pages_(writer_),
       fonts_(settings.codePage),
-      surface_(fonts_) {}
+      surface_(fonts_, pictures_) {}
 
 void Document::setPage(const PdfPage& page) {
     PageSurface::check(page);
@@ -44,6 +44,7 @@ void Document::beginPage() {
 void Document::endPage() {
     require(pageOpen_);
     pageOpen_ = false;
+    pictures_.write(writer_);
     const int content = writer_.allocate();
     writer_.stream(content, {}, surface_.finish());
     pages_.addPage(surface_.page().widthPoints, surface_.page().heightPoints, content);
@@ -56,9 +57,7 @@ void Document::endPage() {
 void Document::finish() {
     require(!finished_);
     finished_ = true;
-    const int resources = writer_.allocate();
-    fonts_.write(writer_, resources);
-    pages_.finish(resources);
+    pages_.finish(writeResources());
     const int catalog = writer_.allocate();
     std::string text = "<</Type/Catalog/Pages ";
     appendReference(text, pages_.root());
@@ -68,6 +67,16 @@ void Document::finish() {
     const int information = writer_.allocate();
     writeInformation(information);
     writer_.finish(catalog, information);
+}
+
+int Document::writeResources() {
+    const int number = writer_.allocate();
+    std::string text = "<<";
+    fonts_.write(writer_, text);
+    pictures_.appendResources(text);
+    text += ">>";
+    writer_.object(number, text);
+    return number;
 }
 
 void Document::writeInformation(int number) {

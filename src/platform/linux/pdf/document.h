@@ -10,6 +10,7 @@
 #include "platform/linux/pdf/page_surface.h"
 #include "platform/linux/pdf/page_tree.h"
 #include "platform/linux/pdf/pdf_document.h"
+#include "platform/linux/pdf/picture_collection.h"
 
 namespace platform_linux::pdf {
 
@@ -30,6 +31,7 @@ public:
     void finish() override;
 
 private:
+    int writeResources();
     void writeInformation(int number);
 
     std::string title_;
@@ -39,6 +41,7 @@ private:
     ObjectWriter writer_;
     PageTree pages_;
     FontCollection fonts_;
+    PictureCollection pictures_;
     PageSurface surface_;
     std::optional<PdfPage> nextPage_;
     bool pageSet_ = false;

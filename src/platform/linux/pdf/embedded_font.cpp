@@ -20,52 +20,42 @@ void appendEntry(std::string& text, std::string_view name, std::int64_t value) {
     appendInteger(text, value);
 }
 
-void appendHexByte(std::string& text, unsigned byte) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    text.append(1, '<').append(1, digits[byte >> 4]).append(1, digits[byte & 0xF]) += '>';
+platform::FontUnits unitsOf(const FontMeasures& measures) {
+    platform::FontUnits units;
+    units.perEm = measures.unitsPerEm;
+    units.ascent = measures.cellAscent;
+    units.descent = measures.cellDescent;
+    units.underlineTop = measures.underlineTop;
+    units.underlineThickness = measures.underlineThickness;
+    return units;
 }
 
 }  // namespace
 
 EmbeddedFont::EmbeddedFont(FontFile file, const CodePage& codePage, int resource)
-    : file_(std::move(file)), codePage_(codePage), resource_(resource) {
+    : file_(std::move(file)), codePage_(codePage), units_(unitsOf(file_.measures())), resource_(resource) {
     int missing = 0;
     for (std::size_t byte = 0; byte < glyphs_.size(); ++byte) {
         glyphs_[byte] = file_.glyph(codePage_[byte]);
-        advances_[byte] = std::max(0, file_.advance(glyphs_[byte]));
-        widths_[byte] = perMille(advances_[byte]);
+        units_.advance[byte] = std::max(0, file_.advance(glyphs_[byte]));
+        widths_[byte] = perMille(units_.advance[byte]);
         const bool expected = byte >= firstPrintable && codePage_[byte] != 0;
         missing += expected && glyphs_[byte] == 0 ? 1 : 0;
     }
     coversCodePage_ = missing <= missingAllowed;
 }
 
-bool EmbeddedFont::hasCourierMetrics() const {
-    const FontMeasures& measures = file_.measures();
-    const auto is = [&](int value, int of2048) { return value * 2048 == of2048 * measures.unitsPerEm; };
-    return is(measures.cellAscent, 1705) && is(measures.cellDescent, 615) &&
-           std::all_of(advances_.begin() + firstPrintable, advances_.end(),
-                       [&](int advance) { return is(advance, 1229); });
-}
-
-FontSize EmbeddedFont::atSize(int em, double stretch) const {
-    const FontMeasures& measures = file_.measures();
-    const double unit = static_cast<double>(em) / measures.unitsPerEm;
-    const auto pixels = [](double length) { return static_cast<std::int64_t>(std::floor(length + 0.5)); };
+FontSize EmbeddedFont::atSize(int em, platform::TextScale scale, const platform::FontPixels& pixels) const {
     FontSize size;
     size.resource = resource_;
     size.em = em;
-    size.stretch = stretch;
-    for (std::size_t byte = 0; byte < advances_.size(); ++byte) {
-        size.advance[byte] = pixels(advances_[byte] * unit * stretch);
+    size.along = scale.along;
+    size.across = scale.across;
+    for (std::size_t byte = 0; byte < widths_.size(); ++byte) {
         size.spacing[byte] =
-            static_cast<double>(size.advance[byte]) / stretch - static_cast<double>(widths_[byte]) * em / 1000;
+            static_cast<double>(pixels.advance[byte]) / scale.along - static_cast<double>(widths_[byte]) * em / 1000;
         size.even = size.even && std::abs(size.spacing[byte] - size.spacing[0]) < 1e-9;
     }
-    size.ascent = pixels(measures.cellAscent * unit);
-    size.descent = pixels(measures.cellDescent * unit);
-    size.underlineTop = -pixels(measures.underlineTop * unit);
-    size.underlineThickness = std::max<std::int64_t>(1, pixels(measures.underlineThickness * unit));
     return size;
 }
 
@@ -175,7 +165,9 @@ int EmbeddedFont::writeUnicodeMap(ObjectWriter& writer) const {
         appendInteger(map, static_cast<std::int64_t>(end - start));
         map += " beginbfchar\n";
         for (std::size_t index = start; index < end; ++index) {
+            map += '<';
             appendHexByte(map, static_cast<unsigned>(bytes[index]));
+            map += '>';
             map += '<';
             appendUtf16Hex(map, codePage_[bytes[index]]);
             map += ">\n";

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/font_pixels.h"
 #include "platform/linux/pdf/font_file.h"
 #include "platform/linux/pdf/font_size.h"
 #include "platform/linux/pdf/font_subset.h"
@@ -22,12 +23,10 @@ public:
     // Whether it has the characters of the code page; a few may be missing, control codes are not looked at.
     bool coversCodePage() const noexcept { return coversCodePage_; }
 
-    // Whether its characters are as wide and its lines as high as those of the usual fixed-pitch screen and printer
-    // font of Windows, so that one can stand for the other.
-    bool hasCourierMetrics() const;
+    const platform::FontUnits& units() const noexcept { return units_; }
 
-    // The font with an em square of that many pixels, at least 1; the stretch is that of FontSize.
-    FontSize atSize(int em, double stretch) const;
+    // The font with an em square of that many pixels, at least 1, and what that comes to in pixels.
+    FontSize atSize(int em, platform::TextScale scale, const platform::FontPixels& pixels) const;
 
     // Notes that these bytes appear on a page.
     void use(std::string_view bytes);
@@ -45,10 +44,10 @@ private:
 
     FontFile file_;
     CodePage codePage_;
+    platform::FontUnits units_;
     int resource_;
     ByteGlyphs glyphs_{};
-    std::array<int, 256> advances_{};  // units of the font
-    std::array<int, 256> widths_{};    // thousandths of the em
+    std::array<int, 256> widths_{};  // thousandths of the em
     std::array<bool, 256> used_{};
     bool anyUsed_ = false;
     bool coversCodePage_ = false;

@@ -38,7 +38,8 @@ FontCollection::Choice FontCollection::load(const Request& request) {
     for (const bool all : {false, true}) {
         for (const FontLocation& location : finder_.find(request.name, request.bold, request.italic, all)) {
             if (Loaded* found = open(location)) {
-                const bool same = location.sameFamily || (isHostFont(request.name) && found->font.hasCourierMetrics());
+                const bool same = location.sameFamily ||
+                                  (isHostFont(request.name) && platform::hasCourierMetrics(found->font.units()));
                 return {&found->font, same ? request.name : location.family};
             }
         }
@@ -63,16 +64,15 @@ FontCollection::Loaded* FontCollection::open(const FontLocation& location) {
     return &loaded_.emplace_back(Loaded{location, EmbeddedFont(std::move(*file), codePage_, resource)});
 }
 
-void FontCollection::write(ObjectWriter& writer, int resources) const {
-    std::string text = "<</Font<<";
+void FontCollection::write(ObjectWriter& writer, std::string& resources) const {
+    resources += "/Font<<";
     for (std::size_t index = 0; index < loaded_.size(); ++index) {
         if (loaded_[index].font.used()) {
-            text += '/' + fontResourceName(static_cast<int>(index)) + ' ';
-            appendReference(text, loaded_[index].font.write(writer));
+            resources += '/' + fontResourceName(static_cast<int>(index)) + ' ';
+            appendReference(resources, loaded_[index].font.write(writer));
         }
     }
-    text += ">>>>";
-    writer.object(resources, text);
+    resources += ">>";
 }
 
 }  // namespace platform_linux::pdf

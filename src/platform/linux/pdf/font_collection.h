@@ -23,8 +23,8 @@ public:
     // TrueType font is installed.
     const Choice& choose(const std::string& name, bool bold, bool italic);
 
-    // Writes the fonts used, and the dictionary of them.
-    void write(ObjectWriter& writer, int resources) const;
+    // Writes the fonts used and appends the entry of the resource dictionary.
+    void write(ObjectWriter& writer, std::string& resources) const;
 
 private:
     struct Request {

@@ -29,15 +29,19 @@ void ObjectWriter::object(int number, std::string_view body) {
 }
 
 void ObjectWriter::stream(int number, std::string_view entries, std::string_view content) {
-    const std::string_view compressed = deflater_.compress(content);
+    entries_.assign(entries) += "/Filter/FlateDecode";
+    storedStream(number, entries_, deflater_.compress(content));
+}
+
+void ObjectWriter::storedStream(int number, std::string_view entries, std::string_view content) {
     begin(number);
     line_ += "<<";
     line_ += entries;
-    line_ += "/Filter/FlateDecode/Length ";
-    appendInteger(line_, static_cast<std::int64_t>(compressed.size()));
+    line_ += "/Length ";
+    appendInteger(line_, static_cast<std::int64_t>(content.size()));
     line_ += ">>stream\n";
     output_.write(line_);
-    output_.write(compressed);
+    output_.write(content);
     output_.write("\nendstream\nendobj\n");
 }
 

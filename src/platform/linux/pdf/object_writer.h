@@ -23,6 +23,8 @@ public:
     void object(int number, std::string_view body);
     // A stream, compressed; the entries of its dictionary are given without those that compression needs.
     void stream(int number, std::string_view entries, std::string_view content);
+    // A stream as it is; of the entries only the length is missing.
+    void storedStream(int number, std::string_view entries, std::string_view content);
 
     // Cross-reference table and trailer, through to the descriptor. Numbers never written count as free.
     void finish(int catalog, int info);
@@ -33,6 +35,7 @@ private:
     FileOutput& output_;
     Deflater deflater_;
     std::string line_;                    // reused
+    std::string entries_;                 // reused
     std::vector<std::uint64_t> offsets_;  // of object n at n - 1; 0 while it is not written
 };
 

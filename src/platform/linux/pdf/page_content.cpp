@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/linux/pdf/number_text.h"
+#include "platform/linux/pdf/picture_collection.h"
 #include "platform/linux/pdf/text_string.h"
 
 namespace platform_linux::pdf {
@@ -55,21 +56,21 @@ void PageContent::setColor(platform::Color color) {
     content_ += "rg\n";
 }
 
-void PageContent::showText(const FontSize& font, std::string_view text, std::int64_t x, std::int64_t baseline,
-                           std::int64_t width, platform::TextRole role) {
+void PageContent::showText(const FontSize& font, std::string_view text, platform::Point start, std::int64_t width,
+                           platform::TextRole role) {
     const bool effect = role == platform::TextRole::effect;
     openText();
     setFont(font);
-    moveTo(x, baseline);
+    moveTo(font, start);
     if (effect) {
         content_ += effectStart;
     }
     if (font.even) {
         showEvenly(text);
-        penX_ = x + width;
+        pen_ = font.turn.toPage(start, platform::Point{width, 0});
     } else {
         showAdjusted(font, text);
-        penX_ = -1;  // hundredths of a pixel beside it: the next run is moved to
+        pen_.reset();  // hundredths of a pixel beside it: the next run is moved to
     }
     if (effect) {
         content_ += effectEnd;
@@ -85,6 +86,18 @@ void PageContent::fillRectangle(std::int64_t x, std::int64_t y, std::int64_t wid
     content_ += "re f\n";
 }
 
+void PageContent::showPicture(int resource, platform::Point corner, std::int64_t width, std::int64_t height) {
+    closeText();
+    content_ += "q ";
+    appendInteger(content_, width);
+    content_ += " 0 0 ";
+    for (const std::int64_t number : {height, corner.x, -(corner.y + height)}) {
+        appendInteger(content_, number);
+        content_ += ' ';
+    }
+    content_.append("cm /").append(pictureResourceName(resource)) += " Do Q\n";
+}
+
 std::string_view PageContent::finish() {
     closeText();
     return content_;
@@ -94,7 +107,9 @@ void PageContent::openText() {
     if (!inText_) {
         content_ += "BT\n";
         inText_ = true;
-        lineX_ = lineY_ = penX_ = 0;
+        turn_ = {};
+        line_ = {};
+        pen_ = line_;
     }
 }
 
@@ -105,16 +120,41 @@ void PageContent::closeText() {
     }
 }
 
-void PageContent::moveTo(std::int64_t x, std::int64_t baseline) {
-    if (x == penX_ && baseline == lineY_) {
+void PageContent::moveTo(const FontSize& font, platform::Point start) {
+    if (font.turn == turn_ && start == pen_) {
         return;
     }
-    appendInteger(content_, x - lineX_);
+    if (font.turn.turned()) {
+        turnTo(font, start);
+        return;
+    }
+    if (turn_.turned()) {
+        closeText();
+        openText();
+    }
+    appendInteger(content_, start.x - line_.x);
     content_ += ' ';
-    appendInteger(content_, lineY_ - baseline);
+    appendInteger(content_, line_.y - start.y);
     content_ += " Td\n";
-    lineX_ = x;
-    lineY_ = baseline;
+    line_ = start;
+}
+
+void PageContent::turnTo(const FontSize& font, platform::Point start) {
+    const platform::Point along = font.turn.along();
+    const platform::Point down = font.turn.down();
+    const auto append = [this](double number) {
+        appendReal(content_, number, 6);
+        content_ += ' ';
+    };
+    // The text's matrix has its second axis upwards, as the page has.
+    append(static_cast<double>(along.x));
+    append(static_cast<double>(-along.y));
+    append(static_cast<double>(-down.x) * font.across);
+    append(static_cast<double>(down.y) * font.across);
+    append(static_cast<double>(start.x));
+    append(static_cast<double>(-start.y));
+    content_ += "Tm\n";
+    turn_ = font.turn;
 }
 
 void PageContent::setFont(const FontSize& font) {
@@ -125,8 +165,8 @@ void PageContent::setFont(const FontSize& font) {
         appendInteger(content_, size_);
         content_ += " Tf\n";
     }
-    if (font.stretch != stretch_) {
-        stretch_ = font.stretch;
+    if (font.along != stretch_) {
+        stretch_ = font.along;
         appendReal(content_, stretch_ * 100, 6);
         content_ += " Tz\n";
     }

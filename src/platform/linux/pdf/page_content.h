@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -24,11 +25,14 @@ public:
     // Colour of what follows.
     void setColor(platform::Color color);
 
-    // Shows a run, its first cell's left edge at x, all of it on one baseline, and of the width given.
-    void showText(const FontSize& font, std::string_view text, std::int64_t x, std::int64_t baseline,
-                  std::int64_t width, platform::TextRole role);
+    // Shows a run that begins at a point of its baseline and has the width given.
+    void showText(const FontSize& font, std::string_view text, platform::Point start, std::int64_t width,
+                  platform::TextRole role);
 
     void fillRectangle(std::int64_t x, std::int64_t y, std::int64_t width, std::int64_t height);
+
+    // Shows a picture of the document, its left top corner at a point; a negative width or height mirrors it.
+    void showPicture(int resource, platform::Point corner, std::int64_t width, std::int64_t height);
 
     // The whole stream; valid until the next call of begin().
     std::string_view finish();
@@ -36,7 +40,8 @@ public:
 private:
     void openText();
     void closeText();
-    void moveTo(std::int64_t x, std::int64_t baseline);
+    void moveTo(const FontSize& font, platform::Point start);
+    void turnTo(const FontSize& font, platform::Point start);
     void setFont(const FontSize& font);
     void setSpacing(double spacing);
     void showEvenly(std::string_view text);
@@ -45,9 +50,9 @@ private:
 
     std::string content_;
     bool inText_ = false;
-    std::int64_t lineX_ = 0;  // start of the current line of text
-    std::int64_t lineY_ = 0;
-    std::int64_t penX_ = 0;  // where the next glyph would appear on it
+    platform::Turn turn_;                 // of the text
+    platform::Point line_;                // start of the current line of text
+    std::optional<platform::Point> pen_;  // where the next glyph would appear, if that is a whole pixel
     int resource_ = -1;
     std::int64_t size_ = 0;
     double stretch_ = 1;

@@ -23,10 +23,8 @@ constexpr std::array<char, 256> escapes = [] {
 }();
 
 void appendUnit(std::string& text, char32_t unit) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
-    for (int shift = 12; shift >= 0; shift -= 4) {
-        text += digits[(unit >> shift) & 0xF];
-    }
+    appendHexByte(text, unit >> 8);
+    appendHexByte(text, unit & 0xFF);
 }
 
 // Takes one character off the front of a UTF-8 text that is not empty.
@@ -62,6 +60,12 @@ void appendPadded(std::string& text, std::int64_t value, std::size_t width) {
 }
 
 }  // namespace
+
+void appendHexByte(std::string& text, unsigned byte) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    text += digits[byte >> 4];
+    text += digits[byte & 0xF];
+}
 
 void appendUtf16Hex(std::string& text, char32_t character) {
     if (character > 0xFFFF) {

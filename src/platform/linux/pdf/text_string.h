@@ -10,6 +10,9 @@ namespace platform_linux::pdf {
 // A character's UTF-16BE code units in hexadecimal digits.
 void appendUtf16Hex(std::string& text, char32_t character);
 
+// A byte in two hexadecimal digits.
+void appendHexByte(std::string& text, unsigned byte);
+
 // Bytes as a literal string without its brackets, such that a reader gets back exactly these bytes.
 void appendEscaped(std::string& text, std::string_view bytes);
 

@@ -12,7 +12,7 @@ HFONT FontHandles::get(const FontKey& key) {
         entries_.splice(entries_.begin(), entries_, found);
         return entries_.front().font.get();
     }
-    Font font = key.typeface->create(key.emHeight);
+    Font font = key.typeface->create(key.emHeight, key.turn, key.scale);
     if (!font) {
         return nullptr;
     }

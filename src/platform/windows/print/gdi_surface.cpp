@@ -2,12 +2,16 @@
 
 #include <algorithm>
 #include <climits>
-#include <cstddef>
-#include <cstdint>
-
-#include "runtime/error.h"
 
 namespace platform_windows::print {
+
+namespace {
+
+int toInt(std::int64_t value) { return static_cast<int>(std::clamp<std::int64_t>(value, INT_MIN, INT_MAX)); }
+
+COLORREF colorRef(platform::Color color) { return RGB(color.red, color.green, color.blue); }
+
+}  // namespace
 
 platform::DeviceCapabilities capabilitiesOf(HDC device) noexcept {
     const auto ask = [device](int index) { return ::GetDeviceCaps(device, index); };
@@ -25,113 +29,31 @@ platform::DeviceCapabilities capabilitiesOf(HDC device) noexcept {
 
 GdiSurface::GdiSurface(HDC device) : device_(device), characters_(dosCharacters()) {}
 
-void GdiSurface::setPage(const platform::DeviceCapabilities& capabilities, bool color) {
-    capabilities_ = capabilities;
-    color_ = color;
-    if (typeface_ != nullptr) {
-        size_ = typeface_->atSize(request_->emHeight, stretch());
-    }
+platform::PixelSurface::DeviceFont GdiSurface::findFont(const platform::FontRequest& font) {
+    const auto known = std::find_if(typefaces_.begin(), typefaces_.end(),
+                                    [&](const Typeface& typeface) { return typeface.isFor(font); });
+    typeface_ = known != typefaces_.end() ? &*known : &typefaces_.emplace_back(device_, font, characters_);
+    return {typeface_->face(), &typeface_->units()};
 }
 
-double GdiSurface::stretch() const noexcept {
-    return capabilities_.logPixelsY > 0 ? static_cast<double>(capabilities_.logPixelsX) / capabilities_.logPixelsY : 1;
+void GdiSurface::showRun(const Run& run) {
+    recording_.addText({typeface_, std::max(1, font().emHeight), turn(), textScale()}, colorRef(run.color),
+                       {toInt(run.start.x), toInt(run.start.y)}, run.text, characters_, fontPixels());
 }
 
-platform::FontFace GdiSurface::setFont(const platform::FontRequest& font) {
-    if (request_ != font) {
-        const auto known = std::find_if(typefaces_.begin(), typefaces_.end(),
-                                        [&](const Typeface& typeface) { return typeface.isFor(font); });
-        typeface_ = known != typefaces_.end() ? &*known : &typefaces_.emplace_back(device_, font, characters_);
-        request_ = font;
-        request_->emHeight = std::max(1, font.emHeight);
-        size_ = typeface_->atSize(request_->emHeight, stretch());
-    }
-    return typeface_->face();
+void GdiSurface::showRectangle(const platform::Area& area, platform::Color color) {
+    recording_.addRectangle(
+        {toInt(area.across.start), toInt(area.down.start), toInt(area.across.end), toInt(area.down.end)},
+        colorRef(color));
 }
 
-void GdiSurface::requireFont() const {
-    if (typeface_ == nullptr) {
-        throw runtime::Error(runtime::errInvalidCall, "Für die Seite ist noch kein Zeichensatz gewählt.");
-    }
-}
-
-int GdiSurface::textWidth(std::string_view text) const {
-    requireFont();
-    std::int64_t width = 0;
-    for (const char byte : text) {
-        width += size_.advance[static_cast<unsigned char>(byte)];
-    }
-    return static_cast<int>(std::min<std::int64_t>(width, INT_MAX));
-}
-
-int GdiSurface::textHeight() const {
-    requireFont();
-    return static_cast<int>(size_.ascent + size_.descent);
-}
-
-void GdiSurface::drawPicture(const std::shared_ptr<const platform::Picture>&, int, int, int, int) {}
-
-void GdiSurface::drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole) {
-    requireFont();
-    const std::int64_t left = -std::int64_t{capabilities_.physicalOffsetX};
-    const std::int64_t right = left + capabilities_.physicalWidth;
-    const std::int64_t top = -std::int64_t{capabilities_.physicalOffsetY};
-    const std::int64_t baseline = std::int64_t{y} + size_.ascent;
-    if (y >= top + capabilities_.physicalHeight || baseline + size_.descent <= top) {
-        return;
-    }
-    const auto advance = [&](std::size_t index) { return size_.advance[static_cast<unsigned char>(text[index])]; };
-    std::size_t first = 0;
-    std::int64_t start = x;
-    while (first < text.size() && start + advance(first) <= left) {
-        start += advance(first++);
-    }
-    std::size_t last = first;
-    std::int64_t end = start;
-    // Letters less than half a pixel wide do not move the position: without an end they would fill the memory.
-    const auto most = static_cast<std::size_t>(std::max(0, capabilities_.physicalWidth));
-    while (last < text.size() && end < right && last - first < most) {
-        end += advance(last++);
-    }
-    if (first == last) {
-        return;
-    }
-    recording_.addText({typeface_, request_->emHeight}, shown(color),
-                       {static_cast<LONG>(start), static_cast<LONG>(baseline)}, text.substr(first, last - first),
-                       characters_, size_.advance);
-    if (request_->underline) {
-        const std::int64_t line = baseline + size_.underlineTop;
-        fill({start, end}, {line, line + size_.underlineThickness}, shown(color));
-    }
-}
-
-void GdiSurface::fillRectangle(int x, int y, int width, int height, platform::Color color) {
-    fill({x, std::int64_t{x} + width}, {y, std::int64_t{y} + height}, shown(color));
-}
-
-void GdiSurface::fill(Span across, Span down, COLORREF color) {
-    const auto clip = [](std::int64_t edge, std::int64_t offset, std::int64_t sheet) {
-        return static_cast<LONG>(std::clamp(edge, -offset, std::max(sheet, offset) - offset));
-    };
-    const auto column = [&](std::int64_t edge) {
-        return clip(edge, capabilities_.physicalOffsetX, capabilities_.physicalWidth);
-    };
-    const auto row = [&](std::int64_t edge) {
-        return clip(edge, capabilities_.physicalOffsetY, capabilities_.physicalHeight);
-    };
-    const RECT area{column(across.start), row(down.start), column(across.end), row(down.end)};
-    if (area.left < area.right && area.top < area.bottom) {
-        recording_.addRectangle(area, color);
-    }
-}
-
-COLORREF GdiSurface::shown(platform::Color color) const noexcept {
-    if (color_) {
-        return RGB(color.red, color.green, color.blue);
-    }
-    // Luma by ITU-R BT.601.
-    const int grey = (299 * color.red + 587 * color.green + 114 * color.blue + 500) / 1000;
-    return RGB(grey, grey, grey);
+void GdiSurface::showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) {
+    const auto& bitmap = bitmaps_.get(picture, hasColor(), [&](bool grey) {
+        return std::make_shared<DeviceBitmap>(grey ? platform::greyOf(*picture) : *picture);
+    });
+    const Stretch across{toInt(frame.corner.x), frame.width, 0, picture->width};
+    const Stretch down{toInt(frame.corner.y), frame.height, 0, picture->height};
+    recording_.addPicture(bitmap, visibleStretch(across, sheet().across), visibleStretch(down, sheet().down));
 }
 
 }  // namespace platform_windows::print

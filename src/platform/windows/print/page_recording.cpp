@@ -1,6 +1,9 @@
 #include "platform/windows/print/page_recording.h"
 
+#include <algorithm>
+#include <climits>
 #include <limits>
+#include <utility>
 
 #include "platform/windows/print/spooler_error.h"
 
@@ -14,19 +17,24 @@ void PageRecording::clear() noexcept {
 }
 
 void PageRecording::addText(const FontKey& font, COLORREF color, POINT baseline, std::string_view bytes,
-                            const DosCharacters& characters, const std::array<int, 256>& advances) {
+                            const DosCharacters& characters, const platform::FontPixels& pixels) {
     if (fonts_.empty() || fonts_.back() != font) {
         fonts_.push_back(font);
     }
     steps_.emplace_back(Text{fonts_.size() - 1, color, baseline, characters_.size(), static_cast<UINT>(bytes.size())});
     for (const char byte : bytes) {
         characters_.push_back(characters[static_cast<unsigned char>(byte)]);
-        advances_.push_back(advances[static_cast<unsigned char>(byte)]);
+        advances_.push_back(
+            static_cast<int>(std::min<std::int64_t>(pixels.advance[static_cast<unsigned char>(byte)], INT_MAX)));
     }
 }
 
 void PageRecording::addRectangle(const RECT& rectangle, COLORREF color) {
     steps_.emplace_back(Rectangle{rectangle, color});
+}
+
+void PageRecording::addPicture(std::shared_ptr<const DeviceBitmap> bitmap, const Stretch& across, const Stretch& down) {
+    steps_.emplace_back(Picture{std::move(bitmap), across, down});
 }
 
 // Draws step by step, with the device's state changed only where it has to be.
@@ -62,6 +70,8 @@ public:
         }
         return brush_ && ::FillRect(device_, &rectangle.area, brush_.get()) != 0;
     }
+
+    bool operator()(const Picture& picture) { return picture.bitmap->draw(device_, picture.across, picture.down); }
 
 private:
     const PageRecording& page_;

@@ -2,12 +2,13 @@
 // page begun cannot be taken back from the system.
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <memory>
 #include <string_view>
 #include <variant>
 #include <vector>
 
+#include "platform/windows/print/device_bitmap.h"
 #include "platform/windows/print/dos_characters.h"
 #include "platform/windows/print/font_handles.h"
 #include "platform/windows/print/system_headers.h"
@@ -20,8 +21,9 @@ public:
     void clear() noexcept;
 
     void addText(const FontKey& font, COLORREF color, POINT baseline, std::string_view bytes,
-                 const DosCharacters& characters, const std::array<int, 256>& advances);
+                 const DosCharacters& characters, const platform::FontPixels& pixels);
     void addRectangle(const RECT& rectangle, COLORREF color);
+    void addPicture(std::shared_ptr<const DeviceBitmap> bitmap, const Stretch& across, const Stretch& down);
 
     // Draws everything in its order. Returns 0 or the system's error code; after an error the rest has not been drawn.
     DWORD play(HDC device, FontHandles& fonts) const;
@@ -38,9 +40,14 @@ private:
         RECT area{};
         COLORREF color = 0;
     };
+    struct Picture {
+        std::shared_ptr<const DeviceBitmap> bitmap;
+        Stretch across;
+        Stretch down;
+    };
     class Player;
 
-    std::vector<std::variant<Text, Rectangle>> steps_;
+    std::vector<std::variant<Text, Rectangle, Picture>> steps_;
     std::vector<FontKey> fonts_;
     std::vector<wchar_t> characters_;
     std::vector<int> advances_;

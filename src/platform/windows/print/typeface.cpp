@@ -48,10 +48,11 @@ std::wstring faceName(HDC device) {
 }  // namespace
 
 Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCharacters& characters)
-    : request_(request), description_(describe(request)), em_(usualUnitsPerEm) {
+    : request_(request), description_(describe(request)) {
+    units_.perEm = usualUnitsPerEm;
     std::wstring name;
     for (bool again = true; again;) {
-        const Font font = create(em_);
+        const Font font = create(units_.perEm, {}, {});
         if (!font) {
             throw runtime::Error(runtime::errPrinter, "Der Zeichensatz „" + request.name +
                                                           "“ lässt sich nicht anlegen. Bitte andere Programme "
@@ -61,9 +62,9 @@ Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCh
         OUTLINETEXTMETRICW outline{};
         const bool hasOutline = ::GetOutlineTextMetricsW(device, sizeof outline, &outline) != 0;
         const auto units = static_cast<int>(outline.otmEMSquare);
-        again = hasOutline && units > 0 && units <= mostPixels && units != em_;
+        again = hasOutline && units > 0 && units <= mostPixels && units != units_.perEm;
         if (again) {
-            em_ = units;
+            units_.perEm = units;
         } else {
             name = faceName(device);
             measure(device, characters);
@@ -71,15 +72,17 @@ Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCh
         }
     }
     const std::wstring requested = widen(request.name);
-    const bool same = sameName(name, requested) || (sameName(requested, hostFont) && hasCourierMetrics());
+    const bool same =
+        sameName(name, requested) || (sameName(requested, hostFont) && platform::hasCourierMetrics(units_));
     face_ = {same ? request.name : narrow(name), coversCodePage_ ? request.charset : platform::charsetAnsi};
 }
 
 void Typeface::measure(HDC device, const DosCharacters& characters) {
     TEXTMETRICW metrics{};
     ::GetTextMetricsW(device, &metrics);
-    ascent_ = metrics.tmAscent;
-    descent_ = metrics.tmDescent;
+    units_.ascent = metrics.tmAscent;
+    units_.descent = metrics.tmDescent;
+    averageWidth_ = metrics.tmAveCharWidth;
 
     constexpr WORD noGlyph = 0xFFFF;
     constexpr WORD replacementGlyph = 0;
@@ -89,9 +92,12 @@ void Typeface::measure(HDC device, const DosCharacters& characters) {
     const auto missing = std::count(glyphs.begin() + firstPrintable, glyphs.end(), noGlyph);
     coversCodePage_ = told && missing <= missingAllowed;
     std::replace(glyphs.begin(), glyphs.end(), noGlyph, replacementGlyph);
-    advances_.fill(metrics.tmAveCharWidth);
+    units_.advance.fill(averageWidth_);
     if (told) {
-        ::GetCharWidthI(device, 0, static_cast<UINT>(glyphs.size()), glyphs.data(), advances_.data());
+        ::GetCharWidthI(device, 0, static_cast<UINT>(glyphs.size()), glyphs.data(), units_.advance.data());
+    }
+    for (int& advance : units_.advance) {
+        advance = std::max(0, advance);
     }
 }
 
@@ -102,11 +108,11 @@ void Typeface::measureUnderline(HDC device) {
     std::array<std::uint8_t, 4> bytes{};
     if (::GetFontData(device, table, offset, bytes.data(), static_cast<DWORD>(bytes.size())) == bytes.size()) {
         const auto signed16 = [&](std::size_t at) { return static_cast<std::int16_t>(bytes[at] << 8 | bytes[at + 1]); };
-        underlineTop_ = signed16(0);
-        underlineThickness_ = signed16(2);
+        units_.underlineTop = signed16(0);
+        units_.underlineThickness = signed16(2);
     } else {
-        underlineTop_ = -descent_ / 3;
-        underlineThickness_ = em_ / 20;
+        units_.underlineTop = -units_.descent / 3;
+        units_.underlineThickness = units_.perEm / 20;
     }
 }
 
@@ -115,30 +121,17 @@ bool Typeface::isFor(const platform::FontRequest& request) const noexcept {
            request_.italic == request.italic;
 }
 
-bool Typeface::hasCourierMetrics() const noexcept {
-    const auto is = [this](int value, int of2048) { return value * usualUnitsPerEm == of2048 * em_; };
-    return is(ascent_, 1705) && is(descent_, 615) &&
-           std::all_of(advances_.begin() + firstPrintable, advances_.end(),
-                       [&](int advance) { return is(advance, 1229); });
-}
-
-FontSize Typeface::atSize(int emHeight, double stretch) const noexcept {
-    const double unit = static_cast<double>(emHeight) / em_;
-    const auto pixels = [](double length) { return static_cast<int>(std::floor(std::clamp(length, -1e9, 1e9) + 0.5)); };
-    FontSize size;
-    for (std::size_t byte = 0; byte < advances_.size(); ++byte) {
-        size.advance[byte] = std::max(0, pixels(advances_[byte] * unit * stretch));
-    }
-    size.ascent = pixels(ascent_ * unit);
-    size.descent = pixels(descent_ * unit);
-    size.underlineTop = -pixels(underlineTop_ * unit);
-    size.underlineThickness = std::max(1, pixels(underlineThickness_ * unit));
-    return size;
-}
-
-Font Typeface::create(int emHeight) const noexcept {
+Font Typeface::create(int emHeight, platform::Turn turn, platform::TextScale scale) const noexcept {
+    const auto pixels = [](double length) {
+        return static_cast<LONG>(std::lround(std::clamp<double>(length, 1, mostPixels)));
+    };
     LOGFONTW description = description_;
-    description.lfHeight = -std::clamp(emHeight, 1, mostPixels);
+    description.lfHeight = -pixels(emHeight * scale.across);
+    description.lfEscapement = description.lfOrientation = turn.degrees() * 10;
+    if (turn.upright() && scale != platform::TextScale{}) {
+        // By itself the system would widen the letters as if they stood upright on the page.
+        description.lfWidth = pixels(averageWidth_ * scale.along * emHeight / units_.perEm);
+    }
     return Font(::CreateFontIndirectW(&description));
 }
 

@@ -1,0 +1,24 @@
+// The module "images": the port ImageFiles by libpng, libjpeg, libtiff and leptonica (GIF).
+#pragma once
+
+#include <memory>
+
+#include "platform/image_files.h"
+
+namespace platform_linux {
+
+// The module's entry function.
+using ImageFilesFactory = std::unique_ptr<platform::ImageFiles> (*)();
+
+namespace images {
+
+// Throws std::bad_alloc, too.
+class ImageCodecs : public platform::ImageFiles {
+public:
+    platform::Picture decode(std::string_view content) override;
+    std::string encode(const platform::Picture& picture, std::string_view original) override;
+};
+
+}  // namespace images
+
+}  // namespace platform_linux

@@ -1,0 +1,29 @@
+// The port Profile on Linux, and the only place here that knows how Windows reads such a file.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "platform/profile.h"
+
+namespace platform_linux {
+
+// The content of a settings file. Lines end with CR, LF or both. "[Name]" begins a section: its name is what stands up
+// to the last "]" of the line. "key=value" is a key; one without "=" is there, but has no value. ";" makes a comment at
+// the beginning of a line only. Around names and values spaces, tabs, form feeds and the end-of-file mark of DOS (1A)
+// do not count; one pair of quotes, of either kind, round a value is taken off, and what it holds stays as it is. A NUL
+// ends the value. Of sections of one name the first counts, and so it is with keys; a case of letters counts nowhere
+// (ASCII).
+//
+// A byte-order mark is skipped; UTF-16 with the mark FF FE becomes UTF-8. Other bytes stay as they are.
+class ProfileText : public platform::Profile {
+public:
+    explicit ProfileText(std::string content);
+
+    std::string text(std::string_view section, std::string_view key, std::string_view fallback) override;
+
+private:
+    std::string content_;
+};
+
+}  // namespace platform_linux

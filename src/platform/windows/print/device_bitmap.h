@@ -1,0 +1,36 @@
+// A picture as GDI draws it: rows from the bottom, each of whole double words.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/picture.h"
+#include "platform/windows/print/stretch.h"
+#include "platform/windows/print/system_headers.h"
+
+namespace platform_windows::print {
+
+class DeviceBitmap {
+public:
+    explicit DeviceBitmap(const platform::Picture& picture);
+
+    // Draws the pixels of these columns and rows. Whether the system took them.
+    //
+    // Of pixels that fall together on the device, the dark one wins in a picture of two colours: thin lines stay. With
+    // more colours they are averaged. That is for drivers that draw pixels; others let the printer do it, from the
+    // whole picture. Enlarged pixels keep their colour.
+    bool draw(HDC device, const Stretch& across, const Stretch& down) const;
+
+private:
+    struct Header {
+        BITMAPINFOHEADER info{};
+        RGBQUAD colors[256]{};
+    };
+
+    int stretchMode(const Stretch& across, const Stretch& down) const;
+
+    Header header_;
+    std::vector<std::uint8_t> pixels_;
+};
+
+}  // namespace platform_windows::print

@@ -1,0 +1,78 @@
+#include "platform/windows/wic_factory.h"
+
+#include <array>
+#include <cstdio>
+#include <new>
+
+#include "platform/windows/system_error.h"
+#include "runtime/error.h"
+
+namespace platform_windows {
+
+namespace {
+
+std::string codeOf(HRESULT result) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "0x%08lX", static_cast<unsigned long>(result));
+    return "Windows-Fehler " + std::string(text.data());
+}
+
+}  // namespace
+
+WicFactory::WicFactory() {
+    void* created = nullptr;
+    const HRESULT result =
+        ::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory, &created);
+    if (FAILED(result)) {
+        throw runtime::Error(runtime::errInvalidPicture,
+                             "Windows kann auf diesem Rechner keine Bilder dieser Art lesen (" + codeOf(result) +
+                                 "). Bitte das Bild als BMP speichern.");
+    }
+    factory_.reset(static_cast<IWICImagingFactory*>(created));
+}
+
+void WicCheck::operator()(HRESULT result) const {
+    if (SUCCEEDED(result)) {
+        return;
+    }
+    switch (result) {
+        case E_OUTOFMEMORY:
+            throw std::bad_alloc();
+        case WINCODEC_ERR_COMPONENTNOTFOUND:
+        case WINCODEC_ERR_UNSUPPORTEDPIXELFORMAT:
+        case WINCODEC_ERR_UNSUPPORTEDOPERATION:
+            platform::refuseForeign(kind_, "ist von einer Art, die Windows nicht kennt (" + codeOf(result) + ")");
+        default:
+            platform::refuseForeign(kind_, "ist beschädigt (" + codeOf(result) + ")");
+    }
+}
+
+const GUID& containerOf(platform::ForeignKind kind) {
+    switch (kind) {
+        case platform::ForeignKind::png:
+            return GUID_ContainerFormatPng;
+        case platform::ForeignKind::jpeg:
+            return GUID_ContainerFormatJpeg;
+        case platform::ForeignKind::gif:
+            return GUID_ContainerFormatGif;
+        case platform::ForeignKind::tiff:
+            break;
+    }
+    return GUID_ContainerFormatTiff;
+}
+
+const GUID& indexedFormat(int bitsPerPixel) {
+    return bitsPerPixel == 1   ? GUID_WICPixelFormat1bppIndexed
+           : bitsPerPixel == 2 ? GUID_WICPixelFormat2bppIndexed
+           : bitsPerPixel == 4 ? GUID_WICPixelFormat4bppIndexed
+                               : GUID_WICPixelFormat8bppIndexed;
+}
+
+const GUID& greyFormat(int bitsPerPixel) {
+    return bitsPerPixel == 1   ? GUID_WICPixelFormatBlackWhite
+           : bitsPerPixel == 2 ? GUID_WICPixelFormat2bppGray
+           : bitsPerPixel == 4 ? GUID_WICPixelFormat4bppGray
+                               : GUID_WICPixelFormat8bppGray;
+}
+
+}  // namespace platform_windows

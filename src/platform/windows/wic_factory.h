@@ -1,0 +1,42 @@
+// The system's picture codecs: Windows Imaging Component.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <wincodec.h>
+
+#include "platform/foreign/foreign_picture.h"
+#include "platform/windows/com_object.h"
+
+namespace platform_windows {
+
+// COM and the factory of the codecs, as long as this lives; to be used on one thread. Throws errInvalidPicture where
+// the system has none.
+class WicFactory {
+public:
+    WicFactory();
+
+    IWICImagingFactory& get() const { return *factory_; }
+
+private:
+    ComScope com_;
+    ComObject<IWICImagingFactory> factory_;
+};
+
+// Turns failures of the codecs into errors: std::bad_alloc, errInvalidPicture.
+class WicCheck {
+public:
+    explicit WicCheck(platform::ForeignKind kind) : kind_(kind) {}
+    void operator()(HRESULT result) const;
+
+private:
+    platform::ForeignKind kind_;
+};
+
+const GUID& containerOf(platform::ForeignKind kind);
+
+// The kinds of pixels that a Picture has, too: numbers in a palette, or shades of grey from black to white.
+const GUID& indexedFormat(int bitsPerPixel);
+const GUID& greyFormat(int bitsPerPixel);
+
+}  // namespace platform_windows
