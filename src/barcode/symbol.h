@@ -42,6 +42,13 @@ bool accepts(int symbology, unsigned char character);
 
 // The whole symbol: start, data, check characters, stop, and what readers need behind it. The data is not empty and
 // every character is accepted.
+//   code128 to code128C  always with the check character, which has no text; code128 gives the shortest symbol there is
+//   code128C             digits come in pairs: an odd number of them gets a leading "0", which the text shows
+//   interleaved2of5      the same, the check digit counted among them
+//   code93               always with both check characters; a shift character among them reads as the sign in its name
+//   codabar              between A and A
+//   code11               two check characters where they are computed
+// Time and memory grow in proportion to the data.
 Symbol encode(int symbology, std::string_view data, const SymbolOptions& options);
 
 }  // namespace barcode

@@ -1,12 +1,18 @@
 #include "report/BarcodeMacro.h"
 
 #include <algorithm>
+#include <cmath>
 
+#include "barcode/clsLinearBarCodes.h"
 #include "runtime/numbers.h"
 
 namespace MPrint {
 
 namespace {
+
+constexpr double xFactor = 3.0;
+constexpr double ratio = 3.0;
+constexpr int multiplier = 2;
 
 // Cuts the text before the next comma, and the comma, off the fields.
 std::string_view cutField(std::string_view& fields) {
@@ -22,6 +28,25 @@ float inches(std::string_view text) {
     return runtime::toSingle(runtime::numberPrefix(number, ','));
 }
 
+// ", " and how far it is in millimetres, rounded up to tenths; nothing where it is not beyond the edge.
+std::string overhang(std::string_view edge, std::int64_t pixels, int pixelsPerInch, const runtime::Locale& locale) {
+    if (pixels <= 0) {
+        return {};
+    }
+    const double tenths = std::ceil(static_cast<double>(pixels) * 254 / pixelsPerInch);
+    return ", " + std::string(edge) + " " + runtime::singleText(static_cast<float>(tenths / 10), locale) + " mm";
+}
+
+std::string overhangs(clsLinearBarCodes& barcode, const platform::DeviceCapabilities& caps,
+                      const runtime::Locale& locale) {
+    const std::int64_t right = barcode.BarCodeX() + barcode.TotalBarWidth();
+    const std::int64_t bottom = barcode.BarCodeY() + barcode.TotalBarHeight();
+    return overhang("links", -static_cast<std::int64_t>(barcode.BarCodeX()), caps.logPixelsX, locale) +
+           overhang("oben", -static_cast<std::int64_t>(barcode.BarCodeY()), caps.logPixelsY, locale) +
+           overhang("rechts", right - caps.horzRes, caps.logPixelsX, locale) +
+           overhang("unten", bottom - caps.vertRes, caps.logPixelsY, locale);
+}
+
 }  // namespace
 
 BarcodeMacro readBarcodeMacro(std::string_view fields) {
@@ -31,6 +56,35 @@ BarcodeMacro readBarcodeMacro(std::string_view fields) {
     macro.data = fields;
     std::erase(macro.data, ',');
     return macro;
+}
+
+void printBarcode(session::Session& session, printer::Printer& printer, const BarcodeMacro& macro, double height) {
+    const runtime::Locale& locale = session.locale();
+    session.log.line(">       Barcodeausgabe: (Y,X) ", runtime::singleText(macro.y, locale), ",",
+                     runtime::singleText(macro.x, locale), " Text: '",
+                     session.platform.system.fromDosCodePage(macro.data), "'");
+    platform::Surface& page = printer.Canvas();
+    const platform::DeviceCapabilities caps = page.capabilities();
+    clsLinearBarCodes barcode;
+    barcode.Symbology(barcode::code39);
+    barcode.BarcodeOutput(&page);
+    barcode.BarCodeX(runtime::roundToLong(static_cast<double>(macro.x) * caps.logPixelsX));
+    barcode.BarCodeY(runtime::roundToLong(static_cast<double>(macro.y) * caps.logPixelsY));
+    barcode.BarXFactor(xFactor);
+    barcode.BarRatio(ratio);
+    barcode.BarMultiplier(multiplier);
+    session.log.line(">       Barcodeparameter: XFactor ", runtime::doubleText(barcode.BarXFactor(), locale),
+                     ", Ratio ", runtime::doubleText(barcode.BarRatio(), locale), ", Multiplier ",
+                     std::to_string(barcode.BarMultiplier()));
+    barcode.BarcodeHeight(runtime::roundToLong(caps.logPixelsY * height));
+    barcode.BarCodeData(macro.data);
+    barcode.DrawBarCode();
+    if (session.log.writes()) {
+        const std::string beyond = overhangs(barcode, caps, locale);
+        if (!beyond.empty()) {
+            session.log.line(">       Barcode ragt über den bedruckbaren Bereich hinaus: ", beyond.substr(2));
+        }
+    }
 }
 
 }  // namespace MPrint

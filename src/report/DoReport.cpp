@@ -3,15 +3,18 @@
 #include <memory>
 #include <new>
 #include <optional>
-#include <utility>
 
-#include "printer/CPrinterInfo.h"
+#include "graphics/picture_cache.h"
 #include "printer/Printer.h"
-#include "printer/clsDrucker.h"
+#include "printer/PrinterChoice.h"
+#include "report/Background.h"
 #include "report/Completion.h"
+#include "report/HplaserIni.h"
+#include "report/JobFailure.h"
 #include "report/JobState.h"
 #include "report/PageCutter.h"
 #include "report/PageInterpreter.h"
+#include "report/PrinterGeometry.h"
 #include "report/TraySelection.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
@@ -30,11 +33,9 @@ using runtime::Error;
 using namespace runtime::literals;
 
 constexpr int spoolerTimeOutSeconds = 10;
+constexpr std::uint8_t secondSetOffset = 10;  // of the macro numbers of "Grafik_A"
 constexpr const char* fontName = "Courier New";
 constexpr runtime::Currency baseFontSize = 12_cur;
-constexpr const char* errorBoxTitle = "KrvWinPr";
-
-std::string numbered(const Error& error) { return std::to_string(error.number()) + " " + error.description(); }
 
 struct JobOrder {
     const std::string& sDateiname;
@@ -46,56 +47,50 @@ struct JobOrder {
 
 class ReportJob {
 public:
-    ReportJob(session::Session& session, const JobOrder& order) : session_(session), log_(session.log), order_(order) {}
+    ReportJob(session::Session& session, const JobOrder& order)
+        : session_(session),
+          log_(session.log),
+          order_(order),
+          failure_(session, order.sDateiname, order.sGrafikname),
+          pictures_(session.platform.system, session.platform.imageFiles) {}
 
     void run();
 
 private:
-    // Where an error is reported as; each stretch of the job has its own.
-    enum class Handler { general, driver, background, page };
-
     void printReport();
     void readPrintFile();
     void earlyHandshake();
     void choosePrinter();
-    void logGeometry();
     void loadSettings();
     void readGraphicSettings();
+    void logSettings();
     void setPaperSize();
     void setColorMode();
     void setFont();
     void printPages();
-    void drawBackground();
-    void printPage(std::string_view page);
+    void printPage(PageInterpreter& interpreter, std::string_view page);
     void toPageStart();
     void lateHandshake();
 
-    void reportNoPrinters();
     void report(const Error& error);
-    void reportGeneral(const Error& error);
-    void reportDriver(const Error& error);
-    void reportBackground(const Error& error);
-    void reportPage(const Error& error);
-    void tellShell(const Error& error);
-    void releasePages();
     void commonEnd();
     template <typename Step>
     void attempt(Step step);
 
-    std::string single(float value) const { return runtime::singleText(value, session_.locale()); }
     printer::Printer& printer() { return *printer_; }
 
     session::Session& session_;
     session::DebugLog& log_;
     const JobOrder& order_;
-    Handler handler_ = Handler::general;
+    JobFailure failure_;
+    Stretch stretch_ = Stretch::general;
 
     std::string printText_;
     std::optional<std::string> namedPrinter_;  // the printer that the order names, where it is installed
     std::unique_ptr<printer::Printer> printer_;
     std::int32_t lngColorMode_ = 0;
+    graphics::PictureCache pictures_;
     JobState state_;
-    bool backgroundNoticeGiven_ = false;
 };
 
 void ReportJob::run() {
@@ -104,7 +99,7 @@ void ReportJob::run() {
                   "', sDruckerTreiber='", order_.sDruckerTreiber, "', blnWait='",
                   runtime::booleanText(order_.blnWait, session_.locale()), "')");
         if (!session_.platform.spooler.hasPrinters()) {
-            reportNoPrinters();
+            failure_.reportNoPrinters();
             commonEnd();
             return;
         }
@@ -120,9 +115,10 @@ void ReportJob::printReport() {
     readPrintFile();
     earlyHandshake();
     choosePrinter();
-    logGeometry();
+    LogPrinterGeometry(session_, printer());
     loadSettings();
     readGraphicSettings();
+    logSettings();
     setPaperSize();
     setColorMode();
     setFont();
@@ -147,40 +143,8 @@ void ReportJob::earlyHandshake() {
 }
 
 void ReportJob::choosePrinter() {
-    platform::Spooler& spooler = session_.platform.spooler;
-    if (!order_.sDruckerTreiber.empty()) {
-        const std::string wanted = runtime::upperCase(order_.sDruckerTreiber);
-        for (const std::string& name : spooler.printerNames()) {
-            if (runtime::upperCase(name) == wanted) {
-                namedPrinter_ = name;
-                break;
-            }
-        }
-    }
-    printer_ = std::make_unique<printer::Printer>(spooler, namedPrinter_ ? *namedPrinter_ : spooler.defaultPrinter(),
-                                                  std::string(runtime::fileNameOf(order_.sDateiname)));
-    log_.line(">   verwendeter Druckertreiber: ", printer().DeviceName());
-}
-
-void ReportJob::logGeometry() {
-    clsDrucker geometry(session_.platform.dialogs);
-    geometry.NewPrinter(printer().Device());
-    log_.line(">   Ränder (links;oben; rechts;unten) cm: ", single(geometry.LeftMarginCM()), ";",
-              single(geometry.TopMarginCM()), ";", single(geometry.RightMarginCM()), ";",
-              single(geometry.BottomMarginCM()));
-    const float twipsX = printer().TwipsPerPixelX();
-    const float twipsY = printer().TwipsPerPixelY();
-    const float pixelsX = runtime::toSingle(printer::twipsPerInch / twipsX);
-    const float pixelsY = runtime::toSingle(printer::twipsPerInch / twipsY);
-    const std::int32_t width = runtime::roundToLong(printer().ScaleWidth());
-    const std::int32_t height = runtime::roundToLong(printer().ScaleHeight());
-    log_.line(">   TwipsPerPixel (X,Y): ", single(twipsX), ", ", single(twipsY));
-    log_.line(">   Pixel pro mm (X,Y): ", single(pixelsX), ", ", single(pixelsY));
-    log_.line(">   Bedruckbarer Bereich (Breite x Höhe): ", std::to_string(width), " x ", std::to_string(height));
-    log_.line(">   Bedruckbarer Bereich (Breite x Höhe) in cm: ", single(static_cast<float>(width) / pixelsX), ", ",
-              single(static_cast<float>(height) / pixelsY));
-    log_.line(">   Physische Größe in cm (X,Y): ", single(geometry.PhysicalWidthCM()), ", ",
-              single(geometry.PhysicalHeightCM()));
+    namedPrinter_ = printer::installedPrinter(session_.platform.spooler, order_.sDruckerTreiber);
+    printer_ = printer::choosePrinter(session_, namedPrinter_, std::string(runtime::fileNameOf(order_.sDateiname)));
 }
 
 void ReportJob::loadSettings() {
@@ -197,22 +161,29 @@ void ReportJob::loadSettings() {
 
 void ReportJob::readGraphicSettings() {
     const std::string folder = runtime::AddBackslash(session_.platform.system.currentDirectory());
+    HplaserIni settings(session_, pictures_);
     log_.line(">   Grafikdaten aus ", folder, "HPLASER.INI verarbeiten");
+    settings.AutoScaleDPI();
     log_.line(">     Grafik");
+    settings.ReadGrafikPositionen(state_.colGrafik, "Grafik", 0, state_.sngScaleFactor);
     log_.line(">     Grafik_A");
+    settings.ReadGrafikPositionen(state_.colGrafikA, "Grafik_A", secondSetOffset, state_.sngScaleFactor);
     log_.line(">   Grafikdaten aus HPLASER.INI verarbeitet");
     log_.line(">   Barcodeeinstellungen aus ", folder, "HPLASER.INI lesen");
+    state_.dblBarcodeHeight = settings.GetBarcodeHeight();
     log_.line(">   Barcodehöhe: ", runtime::doubleText(state_.dblBarcodeHeight, session_.locale()));
+}
 
+void ReportJob::logSettings() {
     log_.line(">   Zeilenabstand: ", std::to_string(state_.lngZeilenabstand));
     log_.line(">   Kopfabstand: ", std::to_string(state_.lngKopfabstand));
     log_.line(">   Linker Rand: ", std::to_string(state_.lngLinkerRand));
-    log_.line(">   ScaleFaktor: ", single(state_.sngScaleFactor));
+    log_.line(">   ScaleFaktor: ", runtime::singleText(state_.sngScaleFactor, session_.locale()));
     log_.line(">   ColorMode (0=Def,1=Mono,2=Color): ", std::to_string(lngColorMode_));
 }
 
 void ReportJob::setPaperSize() {
-    handler_ = Handler::driver;
+    stretch_ = Stretch::driver;
     const std::string ignore = MRegistry::GetRegistryValue(
         session_.platform.settings, MRegistry::printerKey(printer().DeviceName()), "IgnorePaperSize", "0");
     int paperSize = printer::paperA4;
@@ -221,7 +192,7 @@ void ReportJob::setPaperSize() {
         paperSize = current == 0 ? printer::paperA4 : current;
     }
     printer().Option(PageOption::paperSize, paperSize);
-    handler_ = Handler::general;
+    stretch_ = Stretch::general;
 }
 
 void ReportJob::setColorMode() {
@@ -259,31 +230,23 @@ void ReportJob::printPages() {
     log_.line(">   Druckbeginn");
     PageCutter cutter(printText_);
     PageInterpreter interpreter(session_, printer(), state_);
+    Background background(session_, pictures_, order_.sGrafikname);
     std::int16_t pageNumber = 1;
     std::optional<std::string_view> page = cutter.nextPage();
     SelectTray(session_, printer(), cutter.requestedTray());
     while (page) {
         log_.line(">     bearbeite Seite: ", std::to_string(pageNumber));
         toPageStart();
-        drawBackground();
+        if (background.wanted()) {
+            stretch_ = Stretch::background;
+            background.draw(printer());
+            stretch_ = Stretch::general;
+        }
         state_.blnZeileBegonnen = false;
         log_.line(">     DoPage bearbeitet Seite");
-        handler_ = Handler::page;
-        const auto pass = [&](bool graphics, bool text) {
-            state_.blnGrafikAusgeben = graphics;
-            state_.blnTextAusgeben = text;
-            interpreter.DoPage(*page);
-        };
-        if (order_.blnTwoPass) {
-            log_.line(">       DoPage Phase 1, nur Grafiken ausgeben");
-            pass(true, false);
-            log_.line(">       DoPage Phase 2, nur Text ausgeben");
-            toPageStart();
-            pass(false, true);
-        } else {
-            pass(true, true);
-        }
-        handler_ = Handler::general;
+        stretch_ = Stretch::page;
+        printPage(interpreter, *page);
+        stretch_ = Stretch::general;
         log_.line(">     DoPage hat Seite bearbeitet");
         page = cutter.nextPage();
         if (page) {
@@ -296,25 +259,26 @@ void ReportJob::printPages() {
     printer().EndDoc();
 }
 
+void ReportJob::printPage(PageInterpreter& interpreter, std::string_view page) {
+    const auto pass = [&](bool graphics, bool text) {
+        state_.blnGrafikAusgeben = graphics;
+        state_.blnTextAusgeben = text;
+        interpreter.DoPage(page);
+    };
+    if (!order_.blnTwoPass) {
+        pass(true, true);
+        return;
+    }
+    log_.line(">       DoPage Phase 1, nur Grafiken ausgeben");
+    pass(true, false);
+    log_.line(">       DoPage Phase 2, nur Text ausgeben");
+    toPageStart();
+    pass(false, true);
+}
+
 void ReportJob::toPageStart() {
     printer().CurrentY(state_.lngKopfabstand);
     printer().CurrentX(state_.lngLinkerRand);
-}
-
-void ReportJob::drawBackground() {
-    if (order_.sGrafikname.empty() || runtime::upperCase(order_.sGrafikname) == "KEINEGRAFIK") {
-        return;
-    }
-    log_.line(">     Hintergrundbild laden: ", order_.sGrafikname);
-    handler_ = Handler::background;
-    if (!session_.platform.system.fileExists(order_.sGrafikname)) {
-        throw Error(runtime::errFileNotFound, order_.sGrafikname);
-    }
-    if (!std::exchange(backgroundNoticeGiven_, true)) {
-        session_.platform.dialogs.diagnostic("Hintergrundbilder kann diese Fassung noch nicht drucken; '" +
-                                             order_.sGrafikname + "' wird ausgelassen.");
-    }
-    handler_ = Handler::general;
 }
 
 void ReportJob::lateHandshake() {
@@ -325,15 +289,6 @@ void ReportJob::lateHandshake() {
     WaitForSpoolerFinished(session_, namedPrinter_ ? &*namedPrinter_ : nullptr, spoolerTimeOutSeconds);
     WriteOKFile(session_);
     log_.line(">   KRVWINPR.OK wegen /WAIT-Parameter am Ende ausgegeben");
-}
-
-void ReportJob::reportNoPrinters() {
-    const std::string reason = "Es sind keine Windowsdruckertreiber auf diesem Rechner installiert. Deshalb kann " +
-                               session_.program.name + " nicht drucken.";
-    const std::string consequence = "Druckauftrag wurde abgebrochen.";
-    log_.line(">   ", reason, " ", consequence);
-    session_.platform.dialogs.messageBox(reason + "\r\r" + consequence, Buttons::ok, Icon::critical,
-                                         session_.program.title);
 }
 
 // Each step of a report is tried, whatever becomes of the others: the host must get its file, and the user what has
@@ -348,76 +303,17 @@ void ReportJob::attempt(Step step) {
 }
 
 void ReportJob::report(const Error& error) {
-    attempt([&] {
-        switch (handler_) {
-            case Handler::general:
-                reportGeneral(error);
-                break;
-            case Handler::driver:
-                reportDriver(error);
-                break;
-            case Handler::background:
-                reportBackground(error);
-                break;
-            case Handler::page:
-                reportPage(error);
-                break;
+    attempt([&] { failure_.report(stretch_, error, printer_ ? printer().DeviceName() : ""); });
+    attempt([this] {
+        if (printer_) {
+            printer().Release();
         }
     });
-    attempt([this] { releasePages(); });
     attempt([this] { commonEnd(); });
 }
 
-void ReportJob::reportGeneral(const Error& error) {
-    tellShell(error);
-    log_.line(">     Allgemeiner Fehler in DoReport ", numbered(error));
-    if (!session_.platform.spooler.serviceRunning()) {
-        log_.line(">     DRUCKWARTESCHLANGE ist nicht gestartet!!! ");
-    }
-}
-
-void ReportJob::reportDriver(const Error& error) {
-    const std::string text = "Fehler beim Ansprechen des Druckertreibers " + numbered(error);
-    log_.line(">     ", text);
-    session_.platform.dialogs.messageBox(text, Buttons::ok, Icon::critical, errorBoxTitle);
-}
-
-void ReportJob::reportBackground(const Error& error) {
-    const std::string text = "Fehler beim Laden der Grafikdatei " + order_.sGrafikname +
-                             " auf.\r\nNummer: " + std::to_string(error.number()) + ", " + error.description();
-    log_.line(">     Hintergrundbild laden ", text);
-    session_.platform.dialogs.messageBox("Es trat ein " + text, Buttons::ok, Icon::critical, errorBoxTitle);
-}
-
-void ReportJob::reportPage(const Error& error) {
-    tellShell(error);
-    log_.line(">     DoPage Fehler in DoReport ", numbered(error));
-    log_.line(">       Druckerstatus: ", CPrinterInfo(session_.platform.spooler, printer().DeviceName()).StatusText());
-}
-
-// These errors go to the log only; whoever typed the command wants to see them all the same.
-void ReportJob::tellShell(const Error& error) {
-    session_.platform.dialogs.diagnostic("Druckauftrag '" + order_.sDateiname + "' abgebrochen, Fehler " +
-                                         std::to_string(error.number()) + ": " + error.message());
-}
-
-void ReportJob::releasePages() {
-    if (printer_) {
-        printer().Release();
-    }
-}
-
 void ReportJob::commonEnd() {
-    if (log_.debugging()) {
-        attempt([this] {
-            const auto answer = session_.platform.dialogs.messageBox(
-                "Es traten Fehler bei " + session_.program.name + " auf, diese anzeigen?", Buttons::yesNo, Icon::none,
-                session_.program.title);
-            if (answer == platform::Answer::yes) {
-                session_.platform.dialogs.showTextFile(session_.program.name + ".log");
-            }
-        });
-    }
+    attempt([this] { failure_.offerLog(); });
     if (order_.blnWait) {
         WriteOKFile(session_);
     }

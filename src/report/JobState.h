@@ -4,6 +4,7 @@
 
 #include <cstdint>
 
+#include "graphics/clsGrafiken.h"
 #include "runtime/currency.h"
 
 namespace MPrint {
@@ -16,6 +17,8 @@ struct JobState {
     float sngScaleFactor = 5.5F;          // divisor of graphics
     std::int16_t intMaxZeilen = 72;       // lines of a page
     double dblBarcodeHeight = 0.15;       // inches
+    clsGrafiken colGrafik;                // the two sets of graphics
+    clsGrafiken colGrafikA;
 
     // Which objects a pass draws.
     bool blnGrafikAusgeben = true;

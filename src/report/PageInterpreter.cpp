@@ -5,6 +5,7 @@
 #include <string>
 
 #include "report/BarcodeMacro.h"
+#include "report/GraphicMacro.h"
 #include "runtime/numbers.h"
 
 namespace MPrint {
@@ -21,11 +22,6 @@ constexpr double wideTypeLift = 200;
 constexpr double scriptShift = 70;
 constexpr double boldOffset = 4;
 constexpr double shadowOffsetPerDepth = 2;
-
-// What a barcode is drawn with.
-constexpr float barXFactor = 3.0F;
-constexpr float barRatio = 3.0F;
-constexpr int barMultiplier = 2;
 
 // The bytes that end a run of text.
 constexpr std::array<bool, 256> runEnds = [] {
@@ -85,6 +81,8 @@ void PageInterpreter::DoPage(std::string_view page) {
     page_ = page;
     position_ = 0;
     line_ = 1;
+    objPrinterUtil_ = clsDrucker(session_.platform.dialogs);
+    objPrinterUtil_.NewPrinter(printer_.Device());
     while (position_ < page_.size()) {
         const std::size_t end = runEnd(page_, position_);
         if (end > position_) {
@@ -240,7 +238,7 @@ bool PageInterpreter::executeDrawing(std::string_view code) {
         barcode();
         return true;
     }
-    if (code == "GZ" || code == "GY" || code == "GR" || code == "GA") {
+    if (isGraphicMacro(code)) {
         graphics(code);
         return true;
     }
@@ -251,32 +249,17 @@ void PageInterpreter::barcode() {
     const std::size_t end = std::min(page_.find('\\', position_), page_.size());
     const BarcodeMacro macro = readBarcodeMacro(page_.substr(position_, end - position_));
     position_ = std::min(end + 1, page_.size());
-    if (macro.data.empty()) {
-        return;
-    }
-    const runtime::Locale& locale = session_.locale();
-    session_.log.line(">       Barcodeausgabe: (Y,X) ", runtime::singleText(macro.y, locale), ",",
-                      runtime::singleText(macro.x, locale), " Text: '",
-                      session_.platform.system.fromDosCodePage(macro.data), "'");
-    session_.log.line(">       Barcodeparameter: XFactor ", runtime::singleText(barXFactor, locale), ", Ratio ",
-                      runtime::singleText(barRatio, locale), ", Multiplier ", std::to_string(barMultiplier));
-    if (!barcodeNoticeGiven_) {
-        barcodeNoticeGiven_ = true;
-        session_.platform.dialogs.diagnostic(
-            "Strichcodes kann diese Fassung noch nicht drucken; sie fehlen auf der Seite.");
+    if (!macro.data.empty()) {
+        printBarcode(session_, printer_, macro, state_.dblBarcodeHeight);
     }
 }
 
 void PageInterpreter::graphics(std::string_view code) {
-    const std::string_view next = page_.substr(position_, 1);
-    const bool single = !next.empty() && next.front() >= '1' && next.front() <= '9';
-    if (single) {
+    const int number = graphicNumber(page_.substr(position_, 1));
+    if (number != 0) {
         ++position_;
     }
-    if (code == "GR") {
-        session_.log.line(single ? ">       Grafik " + std::string(next) + " ausgeben"
-                                 : ">       alle Grafiken ausgeben");
-    }
+    GraphicMacro(session_, printer_, state_, objPrinterUtil_).print(code, number);
 }
 
 std::string_view PageInterpreter::parameter() {

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "printer/Printer.h"
+#include "printer/clsDrucker.h"
 #include "report/JobState.h"
 #include "session/Session.h"
 
@@ -15,7 +16,7 @@ class PageInterpreter {
 public:
     // All three are borrowed for the job.
     PageInterpreter(session::Session& session, printer::Printer& printer, JobState& state)
-        : session_(session), printer_(printer), state_(state) {}
+        : session_(session), printer_(printer), state_(state), objPrinterUtil_(session.platform.dialogs) {}
 
     // Prints one page, bytes in the host's DOS code page. The printer stands at the left margin and top offset with
     // "Courier New" in the OEM character set. The page ends with its text, with a form feed, or with the line feed that
@@ -52,11 +53,11 @@ private:
     session::Session& session_;
     printer::Printer& printer_;
     JobState& state_;
+    clsDrucker objPrinterUtil_;
 
     std::string_view page_;
     std::size_t position_ = 0;  // of the next character to be read
     std::int16_t line_ = 1;
-    bool barcodeNoticeGiven_ = false;
 };
 
 }  // namespace MPrint

@@ -1,17 +1,14 @@
 #include "report/TraySelection.h"
 
 #include "runtime/numbers.h"
+#include "settings/DruckerEinstellungen.h"
 #include "settings/MRegistry.h"
 
 namespace MPrint {
 
 void SelectTray(session::Session& session, printer::Printer& printer, const std::string& requestedTray) {
     const std::string& deviceName = printer.DeviceName();
-    const std::string_view keyName = MRegistry::printerKeyName(deviceName);
-    if (keyName != deviceName) {
-        session.log.line(R"(>     UNC-Druckername erkannt, führende \\ gekürzt: )", keyName);
-    }
-    const std::string key = MRegistry::printerKey(deviceName);
+    const std::string key = MRegistry::printerKey(MRegistry::keyNameOf(session, deviceName));
     std::int32_t bin = 0;
     if (requestedTray == "1" || requestedTray == "2" || requestedTray == "3" || requestedTray == "4") {
         const std::string text =

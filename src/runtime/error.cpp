@@ -53,6 +53,6 @@ Error::Error(std::int32_t number, std::string source, std::string description, s
       source_(std::move(source)),
       description_(std::move(description)),
       detail_(std::move(detail)),
-      message_(detail_.empty() ? description_ : description_ + ": " + detail_) {}
+      message_(detail_.empty() ? description_ : description_ + (description_.ends_with('.') ? " " : ": ") + detail_) {}
 
 }  // namespace runtime

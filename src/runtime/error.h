@@ -46,7 +46,7 @@ public:
     const std::string& source() const noexcept { return source_; }
     const std::string& description() const noexcept { return description_; }
     const std::string& detail() const noexcept { return detail_; }
-    // Description, and the detail behind ": " where there is one.
+    // Description, and the detail where there is one, behind ": " unless the description is a sentence.
     const std::string& message() const noexcept { return message_; }
     const char* what() const noexcept override { return message_.c_str(); }
 

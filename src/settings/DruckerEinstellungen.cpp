@@ -82,13 +82,18 @@ void carryOver(session::Session& session, const std::string& deviceName) {
 
 }  // namespace
 
-DruckerEinstellungen DruckerEinstellungenLaden(session::Session& session, const std::string& deviceName,
-                                               std::int32_t printerColorMode) {
-    platform::SettingsStore& store = session.platform.settings;
-    const std::string name(printerKeyName(deviceName));
+std::string_view keyNameOf(session::Session& session, std::string_view deviceName) {
+    const std::string_view name = printerKeyName(deviceName);
     if (name != deviceName) {
         session.log.line(R"(>     UNC-Druckername erkannt, führende \\ gekürzt: )", name);
     }
+    return name;
+}
+
+DruckerEinstellungen DruckerEinstellungenLaden(session::Session& session, const std::string& deviceName,
+                                               std::int32_t printerColorMode) {
+    platform::SettingsStore& store = session.platform.settings;
+    const std::string_view name = keyNameOf(session, deviceName);
     session.log.line(">     letzten Treiber speichern");
     SetRegistryValue(store, productKey, "LastDriverUsed", deviceName, noDefault);
 

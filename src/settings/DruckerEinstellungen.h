@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "session/Session.h"
 
@@ -15,6 +16,9 @@ struct DruckerEinstellungen {
     float sngScaleFaktor = 5.5F;
     std::int32_t lngColorMode = 0;  // 0 driver's default, 1 monochrome, 2 colour
 };
+
+// The printer's name as its keys have it. That two backslashes at its beginning were cut is mentioned in the log.
+std::string_view keyNameOf(session::Session& session, std::string_view deviceName);
 
 // Records the printer as the last one used, carries its settings over from the old product key where only that has
 // them, and reads them. A value that cannot be read as its number counts as its default. The colour mode's default is

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "graphics/MGrafikdruck.h"
+#include "graphics/MInverser.h"
 #include "report/DoReport.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
@@ -132,11 +134,13 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches) 
         log_.line("> Vorschauende");
     } else if (mode == "/INVERT") {
         log_.line("> Invertierungbeginn");
-        notYet("Das Invertieren einer Grafikdatei");
+        session_.storeSettings();
+        MInverser::InvertGraphic(session_, arguments.Item(2));
         log_.line("> Invertierungende");
     } else if (mode == "/PRINTGRAPHIC") {
         log_.line("> Grafikdruckbeginn");
-        notYet("Der Druck einer einzelnen Grafik");
+        session_.storeSettings();
+        MGrafikdruck::PrintGraphic(session_, "GRAFIK.PCX", arguments.Item(2));
         log_.line("> Grafikdruckende");
     } else {
         log_.line("> Reportbeginn");

@@ -61,7 +61,7 @@ class PrintFiles(JobTest):
     def test_random_bytes(self):
         source = random.Random(20261121)
         lengths = [*range(1, 17), 100, 1000, 4095, 4096, 4097, 30_000, 300_000, 1_000_000]
-        macros = b"^FE ^BC ^LR ^TR ^GR ^GZ1 ^BE ^10 ^SE ^LS ^PL ^HE ^CR , . 1 9 E e - \\ \r\n \f".split(b" ")
+        macros = b"^FE ^BC1,2,A9\\ ^LR ^TR ^GR ^GZ1 ^BE ^10 ^SE ^LS ^PL ^HE ^CR , . 1 9 E e - \\ \r\n \f".split(b" ")
         printed = 0
         for length in lengths:
             for alphabet in ("any", "macros"):

@@ -2,9 +2,10 @@
 
 import unittest
 
+from page_picture import bmp
 from support import OK_TEXT, PRINTER_KEY, PROGRAM, JobTest
 
-TEXT = "^TR2Eins ^FEfett^FA^XY\r\n^BC1.5,2,ab,12\\^GR3^GR\f^TR7Zwei"
+TEXT = "^TR2Eins ^FEfett^FA^XY\r\n^BC1.5,2,AB,12\\^GR3^GR\f^TR7Zwei"
 
 START = """
 ======= NEUER START ========
@@ -43,10 +44,16 @@ SET_UP = """
 >     bestehende Werte lesen Korvano PDF
 >   Registry verarbeitet
 >   Grafikdaten aus {folder}\\HPLASER.INI verarbeiten
+>     AutoScaleDPI: Falsch, gelesener Wert:  Vorgabe
 >     Grafik
+>     Grafikpositionen lesen{graphics}
+>     Grafikpositionen gelesen
 >     Grafik_A
+>     Grafikpositionen lesen
+>     Grafikpositionen gelesen
 >   Grafikdaten aus HPLASER.INI verarbeitet
 >   Barcodeeinstellungen aus {folder}\\HPLASER.INI lesen
+>     GetBarcodeHeight: 0,15, gelesener Wert:  Vorgabe
 >   Barcodehöhe: 0,15
 >   Zeilenabstand: 250
 >   Kopfabstand: 500
@@ -60,6 +67,37 @@ SET_UP = """
 >   Zeichensatz: 255
 >   Druckbeginn
 """
+GRAPHICS = """
+>       Grafikdaten: Grafik 1,2,3
+>       Makro: 3 Beginn
+>         Makro: KRVWin.M3
+>         Dateiname: {folder}\\LASER\\KRVWin.M3
+>         Auflösung (X, Y, Depth): 0, 0, 24
+>         Bild invertieren
+>         Bild laden
+>       Makro: 3 Ende
+>       Grafikdatengröße: Grafik 100,200.5,3
+>       bisherige Grafikgröße (HxW): 1270  2540
+>       neue Grafikgröße gesetzt"""
+GRAPHIC_PAGE = """
+>     Trayregistrierungswert nicht erkannt, Standardtray wird verwendet
+>     Schlüssel war: '{key}'
+>     Benutze Tray:   Paperbin:0
+>     bearbeite Seite: 1
+>     Hintergrundbild laden: kopf.bmp
+>     DoPage bearbeitet Seite
+>       ^GZ
+>       GZ Grafikmakro 1 Inch relativ, (x;y; width;height Twips): -40;1000; 45,56818;22,72727     Scalefaktor:4,4
+>       ^GR
+>       alle Grafiken ausgeben
+>         Teilgrafik ausdrucken
+>           objPrinterUtil clsDrucker
+>           lngLinkerRand -20
+>           lngKopfabstand 500
+>           sngScaleFactor 4,4
+>       GR Grafikmakro 1-9 Inch relativ, (x;y; width;height Twips): 2860;1940; 45,56818;22,72727     Scalefaktor:4,4
+>     DoPage hat Seite bearbeitet
+"""
 DETAILED_PAGES = """
 >     Tray wird vom Wert aus der Registrierung gesetzt, es soll 3 gesetzt werden
 >     Benutze Tray: 2  Paperbin:3
@@ -70,8 +108,8 @@ DETAILED_PAGES = """
 >       ^FA
 >       ^XY
 >       ^BC
->       Barcodeausgabe: (Y,X) 1,5,2 Text: 'ab12'
->       Barcodeparameter: XFactor 3, Ratio 3, Multiplier 2
+>       Barcodeausgabe: (Y,X) 1,5,2 Text: 'AB12'
+>       Barcodeparameter: XFactor 3, Ratio 1,5, Multiplier 2
 >       ^GR
 >       Grafik 3 ausgeben
 >       ^GR
@@ -132,15 +170,24 @@ class DebugLog(JobTest):
     def assert_log(self, *parts, **values):
         """The lines of one start: an empty one above and below, those of the parts between."""
         defaults = dict(level=0, two_pass="Nein", file="EINE.OUT", graphic="", printer="", wait="Falsch",
-                        folder=self.job.folder, program=f"{PROGRAM.parent}\\{PROGRAM.name}", key=PRINTER_KEY)
-        lines = [line.format(**defaults | values) for part in parts for line in part.strip("\n").split("\n")]
+                        folder=self.job.folder, graphics="", program=f"{PROGRAM.parent}\\{PROGRAM.name}", key=PRINTER_KEY)
+        lines = [line for part in parts for line in part.strip("\n").format(**defaults | values).split("\n")]
         self.assertEqual(self.job.log(), ["", *lines, ""])
 
     def test_every_line_of_a_detailed_log(self):
         run = self.job.run("A.OUT", "/DEBUG2")
-        self.assertEqual(run.errors, "KRVWinPr: Strichcodes kann diese Fassung noch nicht drucken; sie fehlen auf "
-                                     "der Seite.\n")
+        self.assertEqual(run.errors, "")
         self.assert_log(START, HANDSHAKE, SET_UP, DETAILED_PAGES, PRINTED, END, level=2, file="A.OUT")
+
+    def test_graphics(self):
+        self.job.write("hplaser.ini", "[Grafik]\r\nGrafik1=1,2,3\r\nGrafikSize9=100,200.5,3\r\n")
+        self.job.write("kopf.bmp", bmp(2, 2, b"\xFF\0\0"))
+        self.job.write("LASER/KRVWin.M3", bmp(96, 48, b"\xFF\0\0"))
+        self.job.write("LASER/KRVWinIn.M3", b"")
+        self.job.write("A.OUT", "^GZ1^GR")
+        self.job.run("A.OUT", "kopf.bmp", "/DEBUG2")
+        self.assert_log(START, HANDSHAKE, SET_UP, GRAPHIC_PAGE, PRINTED, END, level=2, file="A.OUT", graphic="kopf.bmp",
+                        graphics=GRAPHICS.format(folder=self.job.folder))
 
     def test_every_start_appends(self):
         self.job.write("KRVWinPr.LOG", b"alt\r\n")

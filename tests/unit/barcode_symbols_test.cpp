@@ -298,6 +298,7 @@ TEST(BarcodeSymbols, ShowWhatPeopleAreToRead) {
         {code39, "CODE39", hiddenCheck, "CODE39"},
         {code39FullAscii, "a", {}, "a"},
         {code93, "TEST93", all, "*TEST93+6*"},
+        {code93, "K3", all, "*K3$F*"},  // the check character "($)"
         {code93, "A B", {}, "A B"},
         {interleaved2of5, "123", {}, "0123"},
         {interleaved2of5, "123", all, "1236"},

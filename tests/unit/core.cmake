@@ -1,5 +1,9 @@
 krv_unit_test(core-tests LIBS krv-core SOURCES
+    unit/core/barcode_test.cpp
+    unit/core/graphics_test.cpp
+    unit/core/hplaser_test.cpp
     unit/core/page_interpreter_test.cpp
+    unit/core/picture_commands_test.cpp
     unit/core/printer_test.cpp
     unit/core/report_test.cpp
     unit/core/runtime_test.cpp

@@ -2,6 +2,7 @@
 
 #include <random>
 
+#include "barcode/clsLinearBarCodes.h"
 #include "report/BarcodeMacro.h"
 #include "report/PageCutter.h"
 #include "report/PageInterpreter.h"
@@ -147,9 +148,9 @@ TEST_F(PageInterpreterTest, IndentationStartsWithTheNextLineInTheSizeItWasSetIn)
 
 TEST_F(PageInterpreterTest, UnknownMacrosPrintTheirCodeAndParametersAreConsumed) {
     const std::vector<std::pair<const char*, const char*>> rows = {
-        {"^feX", "feX"},  {"^XY", "XY"},      {"a^", "a"},         {"a^F", "aF"},           {"^^FEx^FA", "xx"},
-        {"^PLabc", "bc"}, {"^TR2x", "x"},     {"^LSx", "x"},       {"^GZ0", "0"},           {"^GY7x", "x"},
-        {"^GRGR", "GR"},  {"^GA1^GZ9a", "a"}, {"^BC1,2,\\x", "x"}, {"^BC1,2,A\nB\\x", "x"}, {"^BC1,2,ABC", ""},
+        {"^feX", "feX"},  {"^XY", "XY"},      {"a^", "a"},         {"a^F", "aF"},          {"^^FEx^FA", "xx"},
+        {"^PLabc", "bc"}, {"^TR2x", "x"},     {"^LSx", "x"},       {"^GZ0", "0"},          {"^GY7x", "x"},
+        {"^GRGR", "GR"},  {"^GA1^GZ9a", "a"}, {"^BC1,2,\\x", "x"}, {"^BC1,2,A B\\x", "x"}, {"^BC1,2,ABC", ""},
         {"^LR", ""},      {"^BCx", ""},       {"a\fb", "a"},       {"a^LR\x0Cx^LR", "ax"}};
     for (const auto& [page, expected] : rows) {
         std::string printed;
@@ -186,6 +187,48 @@ TEST_F(PageInterpreterTest, PassesDrawTextOnce) {
     EXPECT_EQ(places(print("a^GZ1")), (std::vector<Place>{{100, 500, "a"}}));
 }
 
+// "*A*" at 1440 pixels per inch: narrow elements of 14, wide ones of 42 pixels.
+TEST_F(PageInterpreterTest, BarcodesStandAtTheirOwnPlaceInBothPasses) {
+    for (const bool text : {true, false}) {
+        state.blnTextAusgeben = text;
+        const auto texts = print("a^BC1.5,2,A\\b");
+        EXPECT_EQ(texts.size(), text ? 2U : 0U);
+        const auto& bars = host.spooler.device.pages().back().rectangles;
+        ASSERT_EQ(bars.size(), 15U);
+        EXPECT_EQ(bars.front(), (testing_support::DrawnRectangle{2880, 2160, 14, 216, {}}));
+        EXPECT_EQ(bars.back(), (testing_support::DrawnRectangle{2880 + 658 - 14, 2160, 14, 216, {}}));
+    }
+    state.blnTextAusgeben = true;
+    EXPECT_EQ(places(print("a^BC1.5,2,A\\b")), (std::vector<Place>{{100, 500, "a"}, {244, 500, "b"}}));
+}
+
+TEST_F(PageInterpreterTest, ABarcodeBeyondThePrintableAreaIsDrawnAndReported) {
+    session.log.debugging(true);
+    print("^BC-.01,7.5,A\\");
+    EXPECT_FALSE(host.spooler.device.pages().back().rectangles.empty());
+    EXPECT_NE(host.system.files["KRVWinPr.LOG"].find(
+                  ">       Barcode ragt über den bedruckbaren Bereich hinaus: oben 0,3 mm, rechts 0,6 mm"),
+              std::string::npos)
+        << host.system.files["KRVWinPr.LOG"];
+}
+
+TEST_F(PageInterpreterTest, RefusedBarcodesAreErrorsOfThePage) {
+    struct Row {
+        const char* page;
+        int number;
+    };
+    for (const Row& row :
+         {Row{"^BC1,2,abc\\", clsLinearBarCodes::invalidCharacter},
+          Row{"^BC1,2,A\nB\\", clsLinearBarCodes::invalidCharacter}, Row{"^BC1,9e9,A\\", runtime::errOverflow}}) {
+        try {
+            print(row.page);
+            ADD_FAILURE() << row.page;
+        } catch (const runtime::Error& error) {
+            EXPECT_EQ(error.number(), row.number) << row.page;
+        }
+    }
+}
+
 TEST_F(PageInterpreterTest, RandomBytesNeitherCrashNorHang) {
     std::mt19937 random(20261121);
     const std::string_view likely = "^^^^^BCFEUAKE10121517HTSOLRTRPLGZGR,.\\\n\r\f\x1B";
@@ -201,7 +244,8 @@ TEST_F(PageInterpreterTest, RandomBytesNeitherCrashNorHang) {
                 print(*cut);
             }
         } catch (const runtime::Error& error) {
-            EXPECT_EQ(error.number(), runtime::errOverflow);
+            EXPECT_TRUE(error.number() == runtime::errOverflow || error.number() == clsLinearBarCodes::invalidCharacter)
+                << error.what();
         }
     }
 }

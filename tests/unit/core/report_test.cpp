@@ -126,6 +126,58 @@ TEST_F(ReportTest, ADriverThatRefusesThePaperEndsTheJob) {
     EXPECT_TRUE(host.spooler.device.documents.back()->aborted);
 }
 
+TEST_F(ReportTest, TheBackgroundIsOnePictureBehindEveryPage) {
+    host.addPicture("kopf.bmp", 10, 10);
+    report("a\fb\f\fc", "kopf.bmp", "", false, true);
+    const auto& pages = host.spooler.device.pages();
+    ASSERT_EQ(pages.size(), 4U);
+    for (const auto& page : pages) {
+        ASSERT_EQ(page.pictures.size(), 1U);
+        const auto& drawn = page.pictures[0];
+        EXPECT_EQ(drawn.picture, pages[0].pictures[0].picture);
+        EXPECT_EQ((std::vector<int>{drawn.x, drawn.y, drawn.width, drawn.height}),
+                  (std::vector<int>{0, 0, 11424, 16358}));
+    }
+    EXPECT_EQ(std::ranges::count(host.logLines(), ">     Hintergrundbild laden: kopf.bmp"), 4);
+
+    host.system.files["kopf.bmp"] = "kein Bild";
+    report("a", "kopf.bmp");
+    EXPECT_TRUE(host.spooler.device.documents.back()->aborted);
+    EXPECT_EQ(host.dialogs.boxes[0].text,
+              "Es trat ein Fehler beim Laden der Grafikdatei kopf.bmp auf.\r\nNummer: 481, Ungültiges Bild");
+}
+
+TEST_F(ReportTest, TheHostsSettingsFileFillsBothSetsAndTheBarcodes) {
+    host.addPicture("logo.bmp", 96, 96);
+    host.addPicture("C:\\KORVANO\\LASER\\KRVWin.M12", 96, 96);
+    host.system.files["C:\\KORVANO\\hplaser.ini"] = "";
+    auto& values = host.system.profile.values;
+    values[{"Grafik", "Grafik1"}] = "1,2,logo.bmp";
+    values[{"Grafik_A", "Grafik3"}] = "3,4,2,INCH,True,2540";
+    values[{"Modus", "AutoScaleDPI"}] = "true";
+    values[{"Font", "BarcodeHeight"}] = "0.5";
+    host.settings.put(printerKey, "ScaleFaktor", std::string("2,54"));
+    host.system.screenDpi = 192;
+    report("^GR^GA1^BC1,1,A\\");
+    const auto& page = host.spooler.device.pages()[0];
+    ASSERT_EQ(page.pictures.size(), 2U);
+    // 1270 hundredths of a millimetre at that screen, divided by half the factor.
+    EXPECT_EQ(page.pictures[0].x, 2880);
+    EXPECT_EQ(page.pictures[0].y, 1440 + 500);
+    EXPECT_EQ(page.pictures[0].width, 1000);
+    EXPECT_EQ(page.pictures[1].x, 4 * 1440);
+    EXPECT_EQ(page.pictures[1].width, 1);
+    EXPECT_EQ(page.rectangles.at(0).height, 720);
+
+    values[{"Grafik", "Grafik1"}] = "1,2,nichts.bmp";
+    report("^GRx");
+    EXPECT_TRUE(host.logged(">     Allgemeiner Fehler in DoReport -2147194503 Bilddatei nichts.bmp nicht gefunden."));
+    EXPECT_TRUE(host.system.files.contains(okFile)) << "the host does not wait for pictures";
+    session.log.debugging(false);
+    report("^GRx");
+    EXPECT_EQ(texts(), Lines{"x"});
+}
+
 TEST_F(ReportTest, AMissingBackgroundEndsTheJobBehindThePagesPrintedSoFar) {
     report("a", "kopf.bmp");
     EXPECT_TRUE(host.spooler.device.documents.back()->aborted);

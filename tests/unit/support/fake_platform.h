@@ -51,8 +51,10 @@ public:
     std::map<std::string, std::string> files;
     MemoryProfile profile;  // content of whatever settings file exists
     std::set<std::string> unwritable;
+    std::map<std::string, int> failures;  // files that cannot be read, and the number of their error
     runtime::DateTime now{2026, 11, 21, 13, 45, 7, 0};
     runtime::Locale userLocale;
+    int screenDpi = 96;
     int sleptMilliseconds = 0;
 
     std::string commandTail() override { return tail; }
@@ -60,6 +62,9 @@ public:
     std::string programFileName() override { return "KRVWinPr.exe"; }
     std::string currentDirectory() override { return "C:\\KORVANO"; }
     std::string readFile(const std::string& path) override {
+        if (const auto failure = failures.find(path); failure != failures.end()) {
+            throw runtime::Error(failure->second, path);
+        }
         const auto file = files.find(path);
         if (file == files.end()) {
             throw runtime::Error(runtime::errFileNotFound, path);
@@ -86,8 +91,8 @@ public:
     const runtime::Locale& locale() override { return userLocale; }
     std::string toSystemCodePage(std::string_view text) override { return std::string(text); }
     std::string fromDosCodePage(std::string_view bytes) override { return std::string(bytes); }
-    int screenDpiX() override { return 96; }
-    int screenDpiY() override { return 96; }
+    int screenDpiX() override { return screenDpi; }
+    int screenDpiY() override { return screenDpi; }
     void sleep(int milliseconds) override {
         sleptMilliseconds += milliseconds;
         const int total = now.millisecond + milliseconds;
@@ -173,6 +178,12 @@ struct FakePlatform {
     FakeSpooler spooler;
     RecordingDialogs dialogs;
     FakeImageFiles imageFiles;
+    // Puts a picture of the given size into a file.
+    void addPicture(const std::string& path, int width, int height, int bitsPerPixel = 24) {
+        system.files[path] = path;
+        imageFiles.pictures[path] = platform::makePicture(width, height, bitsPerPixel);
+    }
+
     platform::Platform ports{system, settings, spooler, dialogs, imageFiles};
 
     // Lines of the debug log without their time stamp; a line that has none is kept whole.

@@ -1,0 +1,152 @@
+#include "graphics/clsGrafik.h"
+
+#include <cmath>
+
+#include "runtime/error.h"
+#include "runtime/numbers.h"
+#include "runtime/text.h"
+
+namespace {
+
+using runtime::divide;
+using runtime::Error;
+
+constexpr const char* macroFilePrefix = "KRVWin.M";
+constexpr const char* inversionMarkerPrefix = "KRVWinIn.M";
+constexpr const char* centimetres = "CM";
+constexpr double centimetresPerInch = 2.54;
+constexpr double himetricPerInch = 2540;
+
+bool isMissingFile(const Error& error) {
+    return error.number() == runtime::errFileNotFound || error.number() == runtime::errPathNotFound;
+}
+
+std::string resolutionText(double dotsPerInch, const runtime::Locale& locale) {
+    return runtime::doubleText(std::round(dotsPerInch), locale);
+}
+
+float naturalSize(int pixels, int screenDpi) { return runtime::toSingle(divide(pixels * himetricPerInch, screenDpi)); }
+
+template <typename Step>
+void orPrintingError(Step step) {
+    try {
+        step();
+    } catch (const Error& error) {
+        const std::string routine = "clsGrafik_PrintGrafik";
+        throw Error(clsGrafik::errPrinting, routine,
+                    "Fehler in " + routine + " " + std::to_string(error.number()) + " " + error.description(),
+                    error.detail());
+    }
+}
+
+}  // namespace
+
+std::string clsGrafik::Masseinheit() const { return runtime::upperCase(masseinheit_); }
+
+std::string clsGrafik::macroFolder() const {
+    return runtime::AddBackslash(session_->platform.system.currentDirectory()) + "LASER\\";
+}
+
+void clsGrafik::Makro(std::uint8_t number) {
+    const std::string digits = std::to_string(number);
+    session_->log.line(">       Makro: ", digits, " Beginn");
+    makro_ = number;
+    bild_.reset();
+    const std::string macroFile = macroFilePrefix + digits;
+    if (bildname_.empty()) {
+        bildname_ = macroFolder() + macroFile;
+    }
+    session_->log.line(">         Makro: ", macroFile);
+    try {
+        load();
+    } catch (const Error& error) {
+        ignoreOrRaise(error);
+        return;
+    }
+    session_->log.line(">       Makro: ", digits, " Ende");
+}
+
+void clsGrafik::load() {
+    session::DebugLog& log = session_->log;
+    platform::System& system = session_->platform.system;
+    log.line(">         Dateiname: ", bildname_);
+    const bool inverted = wantsInversion();
+    const auto picture = pictures_->load(bildname_, inverted ? graphics::Colors::inverted : graphics::Colors::asInFile);
+    const runtime::Locale& locale = session_->locale();
+    log.line(">         Auflösung (X, Y, Depth): ", resolutionText(picture->dpiX, locale), ", ",
+             resolutionText(picture->dpiY, locale), ", ", std::to_string(picture->bitsPerPixel));
+    if (inverted) {
+        log.line(">         Bild invertieren");
+    }
+    log.line(">         Bild laden");
+    bild_ = picture;
+    width_ = naturalSize(picture->width, system.screenDpiX());
+    height_ = naturalSize(picture->height, system.screenDpiY());
+}
+
+bool clsGrafik::wantsInversion() const {
+    return bildname_.find(macroFilePrefix) != std::string::npos &&
+           session_->platform.system.fileExists(macroFolder() + inversionMarkerPrefix + std::to_string(makro_));
+}
+
+void clsGrafik::ignoreOrRaise(const Error& error) const {
+    const std::string source = "KRVWINPR.CLSGRAFIK";
+    const std::int32_t number = isMissingFile(error) ? errFileMissing : error.number();
+    session_->log.line(">         Makrohinweis, ignoriert: ", std::to_string(number), " ", error.description());
+    if (number != errFileMissing) {
+        throw Error(errUnreadable, source, error.description() + "\r\n(" + std::to_string(number) + ")",
+                    error.detail());
+    }
+    if (session_->log.debugging()) {
+        throw Error(errMissing, source, "Bilddatei " + bildname_ + " nicht gefunden.");
+    }
+}
+
+void clsGrafik::PrintGrafik(const GrafikZiel& ziel, std::string& message, float x, float y) const {
+    orPrintingError([&] {
+        const Area area = areaAt(ziel, x == ownPosition ? xPos_ : x, y == ownPosition ? yPos_ : y);
+        if (bild_) {
+            paint(ziel, area, message);
+        } else {
+            message += " keine gültige Bilddatei!";
+        }
+    });
+}
+
+void clsGrafik::PrintGrafik2(const GrafikZiel& ziel, std::string& message) const {
+    orPrintingError([&] {
+        const Area area = areaAt(ziel, xPos_, yPos_);
+        if (!bild_) {
+            throw Error(runtime::errObjectNotSet);
+        }
+        paint(ziel, area, message);
+    });
+}
+
+clsGrafik::Area clsGrafik::areaAt(const GrafikZiel& ziel, float x, float y) const {
+    const clsDrucker& margins = ziel.objPrinterUtil;
+    const bool metric = Masseinheit() == centimetres;
+    const auto position = [&](float value, std::int32_t offset, auto marginCM, auto marginInch) {
+        const double twips = metric ? value / centimetresPerInch : value;
+        if (!absolutPos_) {
+            return runtime::toSingle(twips + offset);
+        }
+        return runtime::toSingle(twips - (metric ? (margins.*marginCM)() : (margins.*marginInch)()));
+    };
+    const auto size = [&](float natural) {
+        return runtime::toSingle(metric ? divide(natural / centimetresPerInch, scaleFaktor_ / centimetresPerInch)
+                                        : divide(natural, scaleFaktor_));
+    };
+    return {position(x, ziel.lngXOffset, &clsDrucker::LeftMarginCM, &clsDrucker::LeftMarginInch),
+            position(y, ziel.lngYOffset, &clsDrucker::TopMarginCM, &clsDrucker::TopMarginInch), size(width_),
+            size(height_)};
+}
+
+void clsGrafik::paint(const GrafikZiel& ziel, const Area& area, std::string& message) const {
+    ziel.printer.PaintPicture(bild_, area.left, area.top, area.width, area.height);
+    const auto text = [this](float value) { return runtime::singleText(value, session_->locale()); };
+    message += std::string(" ") + (Masseinheit() == centimetres ? "cm" : "Inch") +
+               (absolutPos_ ? " absolut" : " relativ") + ", (x;y; width;height Twips): " + text(area.left) + ";" +
+               text(area.top) + "; " + text(area.width) + ";" + text(area.height) +
+               "     Scalefaktor:" + text(scaleFaktor_);
+}

@@ -1,0 +1,34 @@
+#include "graphics/picture_cache.h"
+
+#include <new>
+
+#include "graphics/picture_file.h"
+#include "runtime/error.h"
+
+namespace graphics {
+
+platform::Picture decodeFile(const std::string& path, std::string_view content, platform::ImageFiles& others) {
+    try {
+        return decodePicture(content, others);
+    } catch (const runtime::Error& error) {
+        const std::string reason = error.detail().empty() ? "" : "; " + error.detail();
+        throw runtime::Error(error.number(), error.source(), error.description(), "'" + path + "'" + reason);
+    } catch (const std::bad_alloc&) {
+        throw runtime::Error(runtime::errOutOfMemory, "Das Bild '" + path + "' ist zu groß");
+    }
+}
+
+std::shared_ptr<const platform::Picture> PictureCache::load(const std::string& path, Colors colors) {
+    std::weak_ptr<const platform::Picture>& known = loaded_[{path, colors}];
+    if (auto picture = known.lock()) {
+        return picture;
+    }
+    const auto picture = std::make_shared<platform::Picture>(decodeFile(path, system_.readFile(path), others_));
+    if (colors == Colors::inverted) {
+        invert(*picture);
+    }
+    known = picture;
+    return picture;
+}
+
+}  // namespace graphics
