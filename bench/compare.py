@@ -169,7 +169,8 @@ class Bench:
               f"({handshake:.0f} µs, {empty:.0f} µs)")
 
     def barcodes(self) -> None:
-        for line in subprocess.run([self.build / "barcode-bench"], check=True, capture_output=True, text=True).stdout.splitlines():
+        output = subprocess.run([self.build / "barcode-bench"], check=True, capture_output=True, text=True).stdout
+        for line in output.splitlines():
             name, own, peer = line.split("\t")
             print(f"{name} symbols encoded: {float(own) / float(peer):.1f} times as many in the same time as libzint "
                   f"({float(own) / 1e6:.2f} and {float(peer) / 1e6:.2f} millions per second)")

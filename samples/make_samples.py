@@ -13,6 +13,11 @@ def indent(blanks: int) -> str:
     return "^LR" + chr(blanks)
 
 
+def barcode(y: float, x: float, data: str) -> str:
+    """The barcode macro; inches from the top left corner of the printable area."""
+    return f"^BC{y},{x},{data}\\"
+
+
 def page(lines: list[str]) -> str:
     return "\r\n".join(lines) + FORM_FEED
 
@@ -104,7 +109,7 @@ def invoice_first_page(half: int) -> tuple[list[str], int]:
         "",
         "^20^UEMüller & Söhne KG, Hafenstraße 12, 24103 Kiel^UA^10",
         "",
-        "Autohaus Groß & Weiß GmbH",
+        barcode(1.85, 5.65, "2026-10456") + "Autohaus Groß & Weiß GmbH",
         "z. Hd. Frau Käthe Öztürk",
         "Überseeallee 7",
         "20457 Hamburg",

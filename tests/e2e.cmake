@@ -2,7 +2,7 @@
 # and qpdf; queues are those of a private cupsd.
 find_package(Python3 3.10 REQUIRED COMPONENTS Interpreter)
 
-foreach(name pdf log faults queues desktop)
+foreach(name pdf log faults queues desktop graphics barcodes)
     add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
              COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     set_tests_properties(e2e.${name} PROPERTIES
@@ -10,3 +10,9 @@ foreach(name pdf log faults queues desktop)
         ENVIRONMENT "KRVWINPR=$<TARGET_FILE:KRVWinPr>;KRVWINPR_SLOW=$<BOOL:${KRV_SANITIZE}>")
 endforeach()
 set_property(TEST e2e.queues APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TARGET_FILE:krv-printers>")
+
+# Symbols for the readers of the barcode tests.
+add_executable(barcode_sheet e2e/barcode_sheet.cpp)
+target_include_directories(barcode_sheet PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
+target_link_libraries(barcode_sheet PRIVATE krv-barcode krv-pdf krv-linux)
+set_property(TEST e2e.barcodes APPEND PROPERTY ENVIRONMENT "KRVWINPR_SHEET=$<TARGET_FILE:barcode_sheet>")

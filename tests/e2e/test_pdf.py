@@ -9,7 +9,7 @@ from support import OK_TEXT, SAMPLES, JobTest, output_of
 
 POINTS_PER_PIXEL = 72 / 600
 MARGIN = 100 * POINTS_PER_PIXEL  # what the printer cannot print on
-KNOWN_MACRO = re.compile(r"\^(?:(?:TR|LR|PL).|[FUKHTBESO][EA]|10|12|15|17|20|C[SRGHBMC]|LS)", re.DOTALL)
+KNOWN_MACRO = re.compile(r"\^(?:BC[^\\]*\\|(?:TR|LR|PL).|[FUKHTBESO][EA]|10|12|15|17|20|C[SRGHBMC]|LS)", re.DOTALL)
 
 CONTROL_GLYPHS = "☺☻♥♦♣♠•◘○◙♂♀♪♫☼►◄↕‼¶§▬↨↑↓→←∟↔▲▼"
 

@@ -9,6 +9,7 @@ import subprocess
 import unittest
 from pathlib import Path
 
+from barcode_readers import zbar
 from private_cups import PrivateCups
 from support import OK_TEXT, PRODUCT_KEY, SAMPLES, Job, words_of
 
@@ -18,6 +19,7 @@ ANSWER = os.environ["KRVWINPR_ANSWER"]
 PROGRAM = os.environ["KRVWINPR"]
 NATIVE = os.environ["KRVWINPR_NATIVE"]
 TENTH_OF_A_MILLIMETRE = 72 / 254
+DPI = 600  # of pages as pictures
 QUEUE = "Laser"
 KEY = rf"{PRODUCT_KEY}\Drucker\{QUEUE}"
 # What the two systems, or their drivers for one queue, name differently.
@@ -28,6 +30,11 @@ OWN_LINES = re.compile("App.StartMode|RunPath|EXEPath|LOGPixels|Ränder|TwipsPer
 def wine(*command, **options):
     return subprocess.run([TESTS / "wine-run.sh", PREFIX, *command], stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
                           stderr=subprocess.PIPE, timeout=120, **options)
+
+
+def edges(pixels, begin, end):
+    """Where a line of pixels turns from white to black or back."""
+    return [place for place in range(begin, end) if (pixels[place] < 128) != (pixels[place - 1] < 128)]
 
 
 class WindowsTest(unittest.TestCase):
@@ -144,18 +151,43 @@ class Pages(WindowsTest):
                                       self.ink(native.folder / "A.pdf", native.folder, "utf-8")):
             self.assertAlmostEqual(ours, theirs, delta=TENTH_OF_A_MILLIMETRE, msg=axis)
 
-    def ink(self, pdf, folder, encoding):
-        """The box around everything drawn on the first page, in points behind the margins."""
-        dpi = 600
-        image = subprocess.run(["pdftoppm", "-r", str(dpi), "-gray", "-f", "1", "-l", "1", pdf], stdout=subprocess.PIPE,
+    def test_the_barcode_is_the_native_programs_and_is_read(self):
+        self.job.sample("RECHNUNG.OUT")
+        pdf = self.to_pdf(self.printed("RECHNUNG.OUT", "", QUEUE, "/DEBUG").data, "a.pdf")
+        native_folder, native_pdf = self.native_pdf("RECHNUNG.OUT")
+        bars, native_bars = self.bars(pdf, self.job.folder, "cp1252"), self.bars(native_pdf, native_folder, "utf-8")
+        self.assertEqual(len(native_bars), 2 * 5 * len("*2026-10456*") + 2)  # five bars a character; top and bottom
+        self.assertEqual(len(bars), len(native_bars))
+        for ours, theirs in zip(bars, native_bars):
+            self.assertAlmostEqual(ours, theirs, delta=TENTH_OF_A_MILLIMETRE)
+        picture = self.job.folder / "a"
+        subprocess.run(["pdftoppm", "-r", "200", "-gray", "-singlefile", pdf, picture], check=True)
+        self.assertEqual([found.data for found in zbar(picture.with_suffix(".pgm"))[0]], [b"2026-10456"])
+
+    def bars(self, pdf, folder, encoding):
+        """Every edge of the invoice's barcode across, then top and bottom of its first bar; in points behind the margins."""
+        width, _, pixels = self.grey(pdf)
+        left, top = (margin / 72 * DPI for margin in self.margins(folder, encoding))
+        row, right_half, above = round(top + 1.92 * DPI), round(left + 5.4 * DPI), round(top + 1.7 * DPI)
+        across = edges(pixels[row * width:(row + 1) * width], right_half, width)
+        down = edges(pixels[across[0] + 2::width], above, above + DPI // 2)
+        return [(edge - left) / DPI * 72 for edge in across] + [(edge - top) / DPI * 72 for edge in down]
+
+    def grey(self, pdf):
+        """Width, height and pixels of the first page."""
+        image = subprocess.run(["pdftoppm", "-r", str(DPI), "-gray", "-f", "1", "-l", "1", pdf], stdout=subprocess.PIPE,
                                check=True).stdout
         _, size, _, pixels = image.split(b"\n", 3)
-        width, height = map(int, size.split())
+        return *map(int, size.split()), pixels
+
+    def ink(self, pdf, folder, encoding):
+        """The box around everything drawn on the first page, in points behind the margins."""
+        width, height, pixels = self.grey(pdf)
         rows = [row for row in range(height) if min(pixels[row * width:(row + 1) * width]) < 128]
         inked = [pixels[row * width:(row + 1) * width] for row in rows]
         columns = [column for column in range(width) if any(row[column] < 128 for row in inked)]
         left, top = self.margins(folder, encoding)
-        points = 72 / dpi
+        points = 72 / DPI
         return (columns[0] * points - left, rows[0] * points - top, columns[-1] * points - left, rows[-1] * points - top)
 
     def test_two_passes_and_many_pages_print_the_same_text(self):
