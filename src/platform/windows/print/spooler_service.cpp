@@ -1,8 +1,9 @@
 #include "platform/windows/print/spooler_service.h"
 
+#include "platform/windows/com_object.h"
+
 #include <windows.h>
 // After windows.h, which they need.
-#include <objbase.h>
 #include <oleauto.h>
 #include <wbemidl.h>
 
@@ -11,28 +12,6 @@
 namespace platform_windows::print {
 
 namespace {
-
-// COM for as long as this lives. Where the thread has it already, in whatever way, that is as good.
-class ComScope {
-public:
-    ComScope() noexcept : result_(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
-    ComScope(const ComScope&) = delete;
-    ComScope& operator=(const ComScope&) = delete;
-    ~ComScope() {
-        if (SUCCEEDED(result_)) {
-            ::CoUninitialize();
-        }
-    }
-
-private:
-    HRESULT result_;
-};
-
-struct Release {
-    void operator()(IUnknown* object) const noexcept { object->Release(); }
-};
-template <typename Interface>
-using ComObject = std::unique_ptr<Interface, Release>;
 
 struct FreeString {
     void operator()(wchar_t* text) const noexcept { ::SysFreeString(text); }
