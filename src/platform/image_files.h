@@ -9,7 +9,9 @@
 namespace platform {
 
 // Kinds: PNG (ISO/IEC 15948), JPEG (ISO/IEC 10918-1), GIF 87a and 89a, TIFF 6.0. What is transparent in a file lies on
-// white. The file's own depth is kept where a Picture can have it; more than eight bits a channel become eight.
+// white. The file's own depth is kept where a Picture can have it; more than eight bits a channel become eight. Inks
+// are mixed to colours without a profile, and such a JPEG file is not handed on in Picture::jpeg. A note in the file
+// that it wants to be turned is not followed.
 class ImageFiles {
 public:
     virtual ~ImageFiles() = default;
@@ -20,7 +22,8 @@ public:
     virtual Picture decode(std::string_view content) = 0;
 
     // A file of the same kind, depth, resolution and compression as the original, the picture's pixels in place of its
-    // own. The picture has the size of the original. errInvalidPicture as above.
+    // own, and nothing else that the original has (further pictures, comments, profiles). The picture has the size of
+    // the original. errInvalidPicture as above.
     virtual std::string encode(const Picture& picture, std::string_view original) = 0;
 };
 

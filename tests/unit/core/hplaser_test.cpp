@@ -159,7 +159,6 @@ TEST_F(HplaserTest, WhatIsNoNumberOrNoMacroEndsTheReading) {
 }
 
 TEST_F(HplaserTest, SizesApplyToWhatIsDefinedSoFar) {
-    session.log.debugging(true);
     host.addPicture("C:\\KORVANO\\LASER\\KRVWin.M12", 1, 1);
     put("Grafik_A", "GrafikSize1", "1,1,2");
     put("Grafik_A", "Grafik2", "0,0,logo.bmp");
@@ -174,18 +173,6 @@ TEST_F(HplaserTest, SizesApplyToWhatIsDefinedSoFar) {
         EXPECT_EQ(set.Item(position).Width(), 200.5F);
     }
     EXPECT_EQ(set.Item(3).Height(), 2540 / 96.F);
-
-    Lines lines = host.logLines();
-    std::erase_if(lines, [](const std::string& line) {
-        return line.find("Makro") != std::string::npos || line.starts_with(">         ");
-    });
-    EXPECT_EQ(lines,
-              (Lines{">     Grafikpositionen lesen", ">       Grafikdatengröße: Grafik_A 1,1,2",
-                     ">       Grafikdaten: Grafik_A 0,0,logo.bmp", ">       Grafikdaten: Grafik_A 0,0,2",
-                     ">       Grafikdatengröße: Grafik_A 100,200.5,2",
-                     ">       bisherige Grafikgröße (HxW): 2540  2540", ">       neue Grafikgröße gesetzt",
-                     ">       bisherige Grafikgröße (HxW): 26,45833  26,45833", ">       neue Grafikgröße gesetzt",
-                     ">       Grafikdaten: Grafik_A 0,0,2", ">     Grafikpositionen gelesen"}));
 }
 
 }  // namespace

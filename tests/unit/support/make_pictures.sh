@@ -45,7 +45,7 @@ for colors in 2 4 16 200; do
     convert "colors$colors.ppm" "colors$colors.gif"
 done
 convert color.ppm -colors 8 -interlace GIF interlaced.gif
-convert colors16.ppm -fill none -draw 'rectangle 3,3 20,20' transparent.gif
+convert colors4.ppm -alpha set -region 18x18+3+3 -channel A -evaluate set 0 transparent.gif
 convert colors16.ppm grey.pgm animated.gif
 
 tif() { convert "$@"; }

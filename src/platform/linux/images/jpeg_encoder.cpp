@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 
 #include "platform/linux/images/codecs.h"
 #include "platform/linux/images/jpeg_reader.h"
@@ -44,6 +45,15 @@ private:
     unsigned long size_ = 0;
 };
 
+// A divisor of 0 is none, yet the library takes it over.
+void mendQuantisation(jpeg_compress_struct& info) {
+    for (JQUANT_TBL* table : info.quant_tbl_ptrs) {
+        if (table != nullptr) {
+            std::replace(std::begin(table->quantval), std::end(table->quantval), UINT16{0}, UINT16{1});
+        }
+    }
+}
+
 // Colours of inks, which the picture no longer has, are written as others are.
 void chooseCoding(const jpeg_decompress_struct& original, int components, jpeg_compress_struct& info) {
     constexpr int quality = 90;
@@ -53,6 +63,7 @@ void chooseCoding(const jpeg_decompress_struct& original, int components, jpeg_c
         jpeg_copy_critical_parameters(const_cast<jpeg_decompress_struct*>(&original), &info);
         info.input_components = components;
         info.in_color_space = components == 1 ? JCS_GRAYSCALE : JCS_RGB;
+        mendQuantisation(info);
     } else {
         jpeg_set_defaults(&info);
         jpeg_set_quality(&info, quality, TRUE);
