@@ -1,13 +1,13 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds KRVWinPr for Linux (with and without the sanitizers) and for Windows, and runs every
-# test; those of the Windows programs under Wine.
+# test, the fuzzers for a few seconds each; those of the Windows programs under Wine.
 set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/packages.sh
 # shellcheck disable=SC2086
 need_packages $build_packages $test_packages $windows_packages
 
-presets="asan windows32 windows linux"
+presets="asan fuzz windows32 windows linux"
 for preset in $presets; do
     cmake --preset $preset -DKRV_TESTS=ON >/dev/null
     cmake --build --preset $preset

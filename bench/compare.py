@@ -18,6 +18,8 @@ import sys
 import tempfile
 import time
 
+import pictures
+
 ROOT = pathlib.Path(__file__).resolve().parent.parent
 TEXT_FILTER = "/usr/lib/cups/filter/texttopdf"
 PRINTER = "Korvano PDF"
@@ -180,7 +182,8 @@ def main() -> None:
     parser = argparse.ArgumentParser(description="Measures KRVWinPr beside its peers.")
     parser.add_argument("build", type=pathlib.Path)
     parser.add_argument("--rounds", type=int, default=7)
-    parser.add_argument("--only", choices=("throughput", "startup", "memory", "pages", "letterhead", "barcodes"))
+    parser.add_argument("--only", choices=("throughput", "startup", "memory", "pages", "letterhead", "barcodes",
+                                           "pictures"))
     options = parser.parse_args()
     with tempfile.TemporaryDirectory() as folder:
         bench = Bench(options.build.resolve(), pathlib.Path(folder))
@@ -196,6 +199,8 @@ def main() -> None:
             bench.letterhead(1000, options.rounds)
         if options.only in (None, "barcodes"):
             bench.barcodes()
+        if options.only in (None, "pictures"):
+            pictures.measure(bench.build, bench.folder, options.rounds, run)
 
 
 if __name__ == "__main__":

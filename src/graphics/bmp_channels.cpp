@@ -84,7 +84,11 @@ BmpChannel::BmpChannel(std::uint32_t mask) : mask_(mask) {
 }
 
 std::uint32_t BmpChannel::write(std::uint8_t value) const {
-    return mask_ == 0 ? 0 : value * 0x01010101U >> (32 - std::popcount(mask_)) << std::countr_zero(mask_);
+    const int width = std::popcount(mask_);
+    if (width < 8) {
+        return (value * top_ + 127) / 255 << shift_;
+    }
+    return value * 0x01010101U >> (32 - width) << std::countr_zero(mask_);
 }
 
 BmpColors::BmpColors(const BmpHeader& header, std::string_view content)

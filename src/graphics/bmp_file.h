@@ -18,7 +18,8 @@ platform::Picture decodeBmp(std::string_view content);
 
 // The original with the picture's pixels and palette. Everything else stays as it is: header, unused bits, alpha of
 // pixels that are opaque or have not changed, bytes behind the pixels. The picture has the size and depth that
-// decodeBmp() gives for the original. A palette too short for it becomes a whole one.
+// decodeBmp() gives for the original. A palette too short for it becomes a whole one; colours that narrow channels
+// cannot hold become the nearest that they can, which only pictures with alpha need.
 std::string encodeBmp(const platform::Picture& picture, std::string_view original);
 
 }  // namespace graphics

@@ -12,13 +12,13 @@ inline std::uint8_t byteAt(std::string_view bytes, std::size_t position) {
     return position < bytes.size() ? static_cast<std::uint8_t>(bytes[position]) : std::uint8_t{0};
 }
 
-// The number at a position. Bytes behind the end are 0, as fields that a short header does not have.
+// The number at a position; 0 where it is not all there, as a field that a short header does not have.
 inline std::uint32_t numberAt16(std::string_view bytes, std::size_t position) {
-    return byteAt(bytes, position) | static_cast<std::uint32_t>(byteAt(bytes, position + 1)) << 8;
+    return position + 2 > bytes.size() ? 0 : byteAt(bytes, position) | std::uint32_t{byteAt(bytes, position + 1)} << 8;
 }
 
 inline std::uint32_t numberAt32(std::string_view bytes, std::size_t position) {
-    return numberAt16(bytes, position) | numberAt16(bytes, position + 2) << 16;
+    return position + 4 > bytes.size() ? 0 : numberAt16(bytes, position) | numberAt16(bytes, position + 2) << 16;
 }
 
 // Replaces two or four bytes that are there.

@@ -108,7 +108,7 @@ std::size_t largePaletteAt(std::string_view content, std::size_t pixelsEnd) {
         return 0;
     }
     const std::size_t last = content.size() - largePaletteSize - 1;
-    for (const std::size_t mark : {last, pixelsEnd}) {
+    for (const std::size_t mark : {pixelsEnd, last}) {
         if (mark >= pixelsEnd && mark <= last && content[mark] == largePaletteMark) {
             return mark + 1;
         }
@@ -161,9 +161,8 @@ void writePcxPalette(const Palette& palette, std::string& content, const PcxHead
     }
     std::size_t at = largePaletteAt(content, pixelsEnd);
     if (at == 0) {
-        content += largePaletteMark;
-        at = content.size();
-        content.append(largePaletteSize, '\0');
+        at = pixelsEnd + 1;
+        content.insert(pixelsEnd, largePaletteMark + std::string(largePaletteSize, '\0'));
         content[pcxVersionAt] = static_cast<char>(pcxLatestVersion);
     }
     putColors(palette, content, at);
