@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing, builds KRVWinPr and prints the sample invoice into a PDF.
+# Installs what is missing, builds KRVWinPr and prints the sample invoice and the sample letter into PDFs.
 set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/packages.sh
@@ -12,7 +12,11 @@ cmake --build --preset linux
 rm -rf build/sample
 mkdir -p build/sample
 cp samples/RECHNUNG.OUT build/sample/
+cp -r samples/BRIEF build/sample/
 program=$PWD/build/linux/KRVWinPr
 (cd build/sample && "$program" RECHNUNG.OUT KEINEGRAFIK "Korvano PDF")
-test -s build/sample/RECHNUNG.pdf
-echo "Printed samples/RECHNUNG.OUT to $PWD/build/sample/RECHNUNG.pdf"
+(cd build/sample/BRIEF && "$program" BRIEF.OUT HINTERGR.PCX "Korvano PDF")
+for printed in RECHNUNG BRIEF/BRIEF; do
+    test -s build/sample/$printed.pdf
+    echo "Printed samples/$printed.OUT to $PWD/build/sample/$printed.pdf"
+done

@@ -40,5 +40,5 @@ def measure(build: pathlib.Path, folder: pathlib.Path, rounds: int, run) -> None
             peer.append(run(["bmptopnm" if kind == "BMP" else "pcxtoppm", path], folder))
         own_rate, peer_rate = (WIDTH * HEIGHT / 1e6 / statistics.median(result.seconds for result in results)
                                for results in (own, peer))
-        print(f"{kind} of {bits} bits to PNM: {own_rate / peer_rate:.1f} times as fast as netpbm "
+        print(f"{bits}-bit {kind} file read: {own_rate / peer_rate:.1f} times as fast as netpbm "
               f"({own_rate:.0f} and {peer_rate:.0f} megapixels per second)")
