@@ -8,7 +8,11 @@ krv_unit_test(windows-tests LIBS krv-windows krv-windows-resources SOURCES
 )
 include(unit/pictures.cmake)
 krv_pictures(windows-tests)
-krv_unit_test(windows-print-tests LIBS krv-windows-print SOURCES unit/windows_print_test.cpp)
+krv_unit_test(windows-print-tests LIBS krv-windows-print SOURCES
+    unit/windows_pictures_test.cpp
+    unit/windows_print_test.cpp
+    unit/windows_spooler_test.cpp
+)
 
 # Starts the program for the tests from end to end and presses the buttons of its message boxes.
 add_executable(krv-answer e2e/windows/answer_boxes.cpp)

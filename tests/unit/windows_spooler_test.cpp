@@ -1,0 +1,74 @@
+// A printer's settings for a page, and the spooler where there is no such printer.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "platform/windows/print/page_mode.h"
+#include "platform/windows/print/spooler_error.h"
+#include "platform/windows/print/windows_spooler.h"
+#include "runtime/error.h"
+
+namespace platform_windows::print {
+
+namespace {
+
+using platform::PageOption;
+
+TEST(PageMode, RequestedSizeReplacesMeasuresAndFormName) {
+    PageMode own(10);
+    own.record()->dmFields = DM_PAPERSIZE | DM_PAPERLENGTH | DM_PAPERWIDTH | DM_FORMNAME | DM_ORIENTATION;
+    own.record()->dmPaperSize = 256;
+    own.record()->dmPaperLength = 1234;
+    PageMode mode = own;
+    mode.request(PageOption::paperSize, 9);
+    EXPECT_EQ(mode.record()->dmFields, DWORD{DM_PAPERSIZE | DM_ORIENTATION});
+    EXPECT_EQ(mode.value(PageOption::paperSize), 9);
+    mode.takePaperSize(own);
+    EXPECT_EQ(mode.record()->dmFields, own.record()->dmFields);
+    EXPECT_EQ(mode.record()->dmPaperLength, 1234);
+
+    EXPECT_EQ(mode.value(PageOption::paperBin), 0);
+    EXPECT_EQ(mode.value(PageOption::colorMode), DMCOLOR_COLOR);
+    mode.request(PageOption::paperBin, -32768);
+    EXPECT_EQ(mode.value(PageOption::paperBin), -32768);
+}
+
+TEST(Spooler, UnknownPrinterIsAnErrorThatNamesItAndSaysWhatToDo) {
+    WindowsSpooler spooler;
+    const std::string unknown = "Diesen Drücker gibt es nicht";
+    for (const std::string& name : {unknown, std::string(), std::string(3000, 'x'), std::string("\\\\.\\nichts")}) {
+        EXPECT_THROW(spooler.printer(name), platform::SpoolerError);
+        EXPECT_THROW(spooler.jobCount(name), platform::SpoolerError);
+        EXPECT_THROW(spooler.paperBins(name), platform::SpoolerError);
+        EXPECT_THROW(spooler.canAdminister(name), platform::SpoolerError);
+        EXPECT_THROW(spooler.purge(name), platform::SpoolerError);
+        EXPECT_THROW(spooler.setDefaultPrinter(name), platform::SpoolerError);
+    }
+    try {
+        spooler.openDocument(unknown, "Titel");
+        FAIL();
+    } catch (const platform::SpoolerError& error) {
+        EXPECT_EQ(error.number(), runtime::errPrinter);
+        EXPECT_NE(error.code(), 0U);
+        EXPECT_NE(error.detail().find(unknown), std::string::npos);
+        EXPECT_NE(error.detail().find(std::to_string(error.code())), std::string::npos);
+        EXPECT_NE(error.detail().find("Bitte"), std::string::npos);
+    }
+    EXPECT_EQ(spooler.hasPrinters(), !spooler.printerNames().empty());
+    EXPECT_FALSE(spooler.errorText(ERROR_ACCESS_DENIED).empty());
+    EXPECT_TRUE(spooler.errorText(0).empty());
+}
+
+TEST(SpoolerErrors, FullDiskIsAnErrorOfItsOwn) {
+    try {
+        throwDocumentFailure(ERROR_DISK_FULL, "Laser");
+    } catch (const runtime::Error& error) {
+        EXPECT_EQ(error.number(), runtime::errDiskFull);
+        EXPECT_EQ(dynamic_cast<const platform::SpoolerError*>(&error), nullptr);
+    }
+    EXPECT_THROW(throwDocumentFailure(ERROR_PRINT_CANCELLED, "Laser"), platform::SpoolerError);
+}
+
+}  // namespace
+
+}  // namespace platform_windows::print
