@@ -8,7 +8,7 @@ namespace barcode {
 
 namespace {
 
-// "1" narrow, "3" wide. Checked against the symbology's description in Palmer, The Bar Code Book.
+// AIM USD-8; "1" narrow, "3" wide. The table was checked against an independent encoder.
 constexpr std::array<std::string_view, 11> patterns = {
     "11113", "31113", "13113", "33111", "11313", "31311", "13311", "11133", "31131", "31111", "11311",
 };

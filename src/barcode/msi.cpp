@@ -9,7 +9,7 @@ namespace barcode {
 namespace {
 
 // Each digit is four bits, the highest first: a 0 is a narrow bar and a wide space, a 1 a wide bar and a narrow space.
-// Checked against the symbology's description in Palmer, The Bar Code Book.
+// No standard describes this symbology; the table was checked against an independent encoder.
 constexpr std::array<std::string_view, 10> patterns = {
     "12121212", "12121221", "12122112", "12122121", "12211212",
     "12211221", "12212112", "12212121", "21121212", "21121221",
