@@ -1,6 +1,7 @@
 #include "graphics/bmp_header.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <string>
 
@@ -37,8 +38,8 @@ void readSize(BmpHeader& header, std::string_view fields) {
     const std::int64_t width = core ? numberAt16(fields, 4) : signedAt(4);
     const std::int64_t height = core ? numberAt16(fields, 6) : signedAt(8);
     header.bitsPerPixel = static_cast<int>(numberAt16(fields, core ? 10 : 14));
-    constexpr int depths[] = {1, 2, 4, 8, 16, 24, 32};
-    if (std::find(std::begin(depths), std::end(depths), header.bitsPerPixel) == std::end(depths)) {
+    constexpr std::array depths = {1, 2, 4, 8, 16, 24, 32};
+    if (std::find(depths.begin(), depths.end(), header.bitsPerPixel) == depths.end()) {
         refuse("hat " + std::to_string(header.bitsPerPixel) + " Bits je Bildpunkt, was es nicht gibt");
     }
     header.topDown = height < 0;
