@@ -35,13 +35,14 @@ private:
 
 inline constexpr CharacterSet digits("0123456789");
 
-// The sum of the positions of a text's characters, weighted 1, 2, 3, ... from the right; the weights begin at 1 again
-// behind the greatest one.
-constexpr std::size_t weightedSum(const CharacterSet& set, std::string_view text, std::size_t greatestWeight) {
+// The sum of what the characters of a text stand for, weighted 1, 2, 3, ... from the right; the weights begin at 1
+// again behind the greatest one.
+template <typename ValueOf>
+constexpr std::size_t weightedSum(std::string_view text, std::size_t greatestWeight, const ValueOf& valueOf) {
     std::size_t sum = 0;
     std::size_t weight = 1;
     for (std::size_t index = text.size(); index-- > 0;) {
-        sum += weight * set.position(text[index]);
+        sum += weight * valueOf(text[index]);
         weight = weight == greatestWeight ? 1 : weight + 1;
     }
     return sum;

@@ -66,7 +66,8 @@ std::int64_t clsLinearBarCodes::TotalBarHeight() { return measured().layout.tota
 
 void clsLinearBarCodes::DrawBarCode() {
     const barcode::MeasuredSymbol symbol = measured();
-    barcode::draw(*output_, symbol, barcode::Turn(rotation_, {x_, y_}, symbol.layout.total), color_);
+    const platform::Turn turn(rotation_);
+    barcode::draw(*output_, symbol, {turn, barcode::originOnPage(turn, {x_, y_}, symbol.layout.total)}, color_);
 }
 
 barcode::MeasuredSymbol clsLinearBarCodes::measured() {
@@ -82,9 +83,8 @@ barcode::MeasuredSymbol clsLinearBarCodes::measured() {
     checkData(data_);
 
     const platform::DeviceCapabilities caps = output_->capabilities();
-    const bool upright = rotation_ == 90 || rotation_ == 270;
-    const std::int64_t narrow =
-        barcode::narrowWidth(xFactor_ * multiplier_, upright ? caps.logPixelsY : caps.logPixelsX);
+    const std::int64_t narrow = barcode::narrowWidth(
+        xFactor_ * multiplier_, platform::Turn(rotation_).upright() ? caps.logPixelsY : caps.logPixelsX);
     barcode::Symbol symbol = barcode::encode(symbology_, data_, options_);
     const barcode::ElementWidths widths(narrow, ratio_);
     const barcode::Size bars{widths.sum(symbol.elements), std::max(height_, 0)};

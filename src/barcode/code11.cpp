@@ -19,7 +19,8 @@ constexpr std::size_t greatestWeightK = 9;
 
 char checkCharacter(std::string_view text, std::size_t greatestWeight) {
     const std::size_t modulus = code11Characters.characters().size();
-    return code11Characters.character(weightedSum(code11Characters, text, greatestWeight) % modulus);
+    const auto position = [](char character) { return code11Characters.position(character); };
+    return code11Characters.character(weightedSum(text, greatestWeight, position) % modulus);
 }
 
 }  // namespace

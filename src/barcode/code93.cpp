@@ -27,14 +27,9 @@ constexpr std::size_t greatestWeightC = 20;
 constexpr std::size_t greatestWeightK = 15;
 
 // Positions, because a check character may be a shift character.
-std::size_t checkPosition(const std::string& positions, std::size_t greatestWeight) {
-    std::size_t sum = 0;
-    std::size_t weight = 1;
-    for (std::size_t index = positions.size(); index-- > 0;) {
-        sum += weight * static_cast<unsigned char>(positions[index]);
-        weight = weight == greatestWeight ? 1 : weight + 1;
-    }
-    return sum % modulus;
+std::size_t checkPosition(std::string_view positions, std::size_t greatestWeight) {
+    const auto position = [](char byte) { return std::size_t{static_cast<unsigned char>(byte)}; };
+    return weightedSum(positions, greatestWeight, position) % modulus;
 }
 
 // People read a shift character by the sign that its name has.

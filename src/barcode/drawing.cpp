@@ -12,44 +12,45 @@ int toPixel(std::int64_t coordinate) {
         std::clamp<std::int64_t>(coordinate, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
-Box sheet(const platform::DeviceCapabilities& caps) {
-    return {-caps.physicalOffsetX, -caps.physicalOffsetY, caps.physicalWidth, caps.physicalHeight};
+platform::Area visible(const platform::Surface& surface, const SymbolPlace& place, const platform::Area& area) {
+    return intersection(place.turn.toPage(place.origin, area), sheetOf(surface.capabilities()));
 }
 
-bool isEmpty(const Box& box) { return box.width == 0 || box.height == 0; }
-
-void drawBars(platform::Surface& surface, const MeasuredSymbol& symbol, const Turn& turn, platform::Color color) {
-    const Box page = sheet(surface.capabilities());
-    Box bar = symbol.layout.bars;
+void drawBars(platform::Surface& surface, const MeasuredSymbol& symbol, const SymbolPlace& place,
+              platform::Color color) {
+    platform::Area bar = symbol.layout.bars;
     bool isBar = true;
     for (const char digit : symbol.elements) {
-        bar.width = symbol.widths.of(digit);
+        bar.across.end = bar.across.start + symbol.widths.of(digit);
         if (isBar) {
-            const Box seen = common(turn.onPage(bar), page);
-            if (!isEmpty(seen)) {
-                surface.fillRectangle(toPixel(seen.x), toPixel(seen.y), toPixel(seen.width), toPixel(seen.height),
-                                      color);
+            const platform::Area seen = visible(surface, place, bar);
+            if (!seen.empty()) {
+                surface.fillRectangle(toPixel(seen.across.start), toPixel(seen.down.start),
+                                      toPixel(seen.across.end - seen.across.start),
+                                      toPixel(seen.down.end - seen.down.start), color);
             }
         }
-        bar.x += bar.width;
+        bar.across.start = bar.across.end;
         isBar = !isBar;
     }
 }
 
-void drawText(platform::Surface& surface, const MeasuredSymbol& symbol, const Turn& turn, platform::Color color) {
-    const Box& text = symbol.layout.text;
-    if (!isEmpty(common(turn.onPage(text), sheet(surface.capabilities())))) {
-        const Point begin = turn.onPage(Point{text.x, text.y});
+void drawText(platform::Surface& surface, const MeasuredSymbol& symbol, const SymbolPlace& place,
+              platform::Color color) {
+    const platform::Area& text = symbol.layout.text;
+    if (!visible(surface, place, text).empty()) {
+        const platform::Point begin =
+            place.turn.toPage(place.origin, platform::Point{text.across.start, text.down.start});
         surface.drawText(toPixel(begin.x), toPixel(begin.y), symbol.text, color, platform::TextRole::content);
     }
 }
 
 }  // namespace
 
-void draw(platform::Surface& surface, const MeasuredSymbol& symbol, const Turn& turn, platform::Color color) {
-    drawBars(surface, symbol, turn, color);
+void draw(platform::Surface& surface, const MeasuredSymbol& symbol, const SymbolPlace& place, platform::Color color) {
+    drawBars(surface, symbol, place, color);
     if (!symbol.text.empty()) {
-        drawText(surface, symbol, turn, color);
+        drawText(surface, symbol, place, color);
     }
 }
 

@@ -15,8 +15,14 @@ struct MeasuredSymbol {
     Layout layout;
 };
 
+// Where a symbol lies on the page: its own coordinates begin at the origin.
+struct SymbolPlace {
+    platform::Turn turn;
+    platform::Point origin;
+};
+
 // What lies beyond the sheet is not handed to the surface. Text is drawn in the font that is selected, which must be
 // turned as the symbol is.
-void draw(platform::Surface& surface, const MeasuredSymbol& symbol, const Turn& turn, platform::Color color);
+void draw(platform::Surface& surface, const MeasuredSymbol& symbol, const SymbolPlace& place, platform::Color color);
 
 }  // namespace barcode

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 
 namespace barcode {
 
@@ -23,14 +22,6 @@ std::int64_t aligned(std::int64_t length, std::int64_t total, TextAlignment alig
 }
 
 }  // namespace
-
-Box common(const Box& first, const Box& second) {
-    const std::int64_t left = std::max(first.x, second.x);
-    const std::int64_t top = std::max(first.y, second.y);
-    const std::int64_t right = std::min(first.x + first.width, second.x + second.width);
-    const std::int64_t bottom = std::min(first.y + first.height, second.y + second.height);
-    return {left, top, std::max<std::int64_t>(right - left, 0), std::max<std::int64_t>(bottom - top, 0)};
-}
 
 std::int64_t narrowWidth(double sixHundredths, int pixelsPerInch) {
     const double pixels = sixHundredths * pixelsPerInch / 600;
@@ -53,34 +44,21 @@ std::int64_t ElementWidths::sum(std::string_view elements) const {
 
 Layout layOut(const Size& bars, const TextPlace& text) {
     if (text.placement == TextPlacement::none) {
-        return {bars, {0, 0, bars.width, bars.height}, {}};
+        return {bars, {{0, bars.width}, {0, bars.height}}, {}};
     }
     const bool above = text.placement == TextPlacement::above;
     const Size total{std::max(bars.width, text.size.width), bars.height + text.gap + text.size.height};
-    const std::int64_t barsTop = above ? text.size.height + text.gap : 0;
-    const std::int64_t textTop = above ? 0 : bars.height + text.gap;
-    return {total,
-            {aligned(bars.width, total.width, text.alignment), barsTop, bars.width, bars.height},
-            {aligned(text.size.width, total.width, text.alignment), textTop, text.size.width, text.size.height}};
+    const auto placed = [&](const Size& size, std::int64_t top) {
+        const std::int64_t left = aligned(size.width, total.width, text.alignment);
+        return platform::Area{{left, left + size.width}, {top, top + size.height}};
+    };
+    return {total, placed(bars, above ? text.size.height + text.gap : 0),
+            placed(text.size, above ? 0 : bars.height + text.gap)};
 }
 
-Point Turn::onPage(const Point& point) const {
-    switch (degrees_) {
-        case 90:
-            return {corner_.x + point.y, corner_.y + symbol_.width - point.x};
-        case 180:
-            return {corner_.x + symbol_.width - point.x, corner_.y + symbol_.height - point.y};
-        case 270:
-            return {corner_.x + symbol_.height - point.y, corner_.y + point.x};
-        default:
-            return {corner_.x + point.x, corner_.y + point.y};
-    }
-}
-
-Box Turn::onPage(const Box& box) const {
-    const Point begin = onPage(Point{box.x, box.y});
-    const Point end = onPage(Point{box.x + box.width, box.y + box.height});
-    return {std::min(begin.x, end.x), std::min(begin.y, end.y), std::abs(end.x - begin.x), std::abs(end.y - begin.y)};
+platform::Point originOnPage(platform::Turn turn, platform::Point corner, const Size& symbol) {
+    const platform::Area box = turn.toPage({}, platform::Area{{0, symbol.width}, {0, symbol.height}});
+    return {corner.x - box.across.start, corner.y - box.down.start};
 }
 
 }  // namespace barcode

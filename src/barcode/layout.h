@@ -6,34 +6,17 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/page_area.h"
+
 namespace barcode {
 
 enum class TextPlacement { none, above, below };
 enum class TextAlignment { left, centre, right };
 
-struct Point {
-    std::int64_t x = 0;
-    std::int64_t y = 0;
-
-    bool operator==(const Point&) const = default;
-};
-
 struct Size {
     std::int64_t width = 0;
     std::int64_t height = 0;
 };
-
-struct Box {
-    std::int64_t x = 0;
-    std::int64_t y = 0;
-    std::int64_t width = 0;
-    std::int64_t height = 0;
-
-    bool operator==(const Box&) const = default;
-};
-
-// The part of a box that lies within another; empty where they do not meet.
-Box common(const Box& first, const Box& second);
 
 // Width in pixels of the narrow element, given in 1/600 inch: rounded, at least 1 whatever is given.
 std::int64_t narrowWidth(double sixHundredths, int pixelsPerInch);
@@ -53,8 +36,8 @@ private:
 
 struct Layout {
     Size total;
-    Box bars;
-    Box text;
+    platform::Area bars;
+    platform::Area text;
 };
 
 struct TextPlace {
@@ -67,19 +50,8 @@ struct TextPlace {
 // The longer one of bars and text determines the symbol's length, the shorter one is aligned within it.
 Layout layOut(const Size& bars, const TextPlace& text);
 
-// Turns a symbol onto the page: counter-clockwise by 0, 90, 180 or 270 degrees, so that the box that it then takes has
-// its top left corner at the given point. Points lie between pixels, so boxes keep their size to the pixel.
-class Turn {
-public:
-    Turn(int degrees, const Point& corner, const Size& symbol) : degrees_(degrees), corner_(corner), symbol_(symbol) {}
-
-    Point onPage(const Point& point) const;
-    Box onPage(const Box& box) const;
-
-private:
-    int degrees_;
-    Point corner_;
-    Size symbol_;
-};
+// Where a symbol's own coordinates begin on the page, so that the box that it takes there, turned, has its top left
+// corner at the given point.
+platform::Point originOnPage(platform::Turn turn, platform::Point corner, const Size& symbol);
 
 }  // namespace barcode

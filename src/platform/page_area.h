@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "platform/surface.h"
+
 namespace platform {
 
 struct Point {
@@ -36,6 +38,12 @@ inline Area areaBetween(Point one, Point other) {
 inline Area intersection(const Area& one, const Area& other) {
     const auto common = [](Span a, Span b) { return Span{std::max(a.start, b.start), std::min(a.end, b.end)}; };
     return {common(one.across, other.across), common(one.down, other.down)};
+}
+
+// All of the sheet, the unprintable margins included.
+inline Area sheetOf(const DeviceCapabilities& device) {
+    const auto span = [](std::int64_t offset, std::int64_t length) { return Span{-offset, length - offset}; };
+    return {span(device.physicalOffsetX, device.physicalWidth), span(device.physicalOffsetY, device.physicalHeight)};
 }
 
 // Text coordinates: x along the text from where it is drawn at, y from the top of its cell to the next line.

@@ -121,12 +121,6 @@ void PixelSurface::drawPicture(const std::shared_ptr<const Picture>& picture, in
     }
 }
 
-Area PixelSurface::sheet() const {
-    const auto span = [](std::int64_t offset, std::int64_t length) { return Span{-offset, length - offset}; };
-    return {span(device_.physicalOffsetX, device_.physicalWidth),
-            span(device_.physicalOffsetY, device_.physicalHeight)};
-}
-
 Color PixelSurface::shown(Color color) const { return color_ ? color : greyOf(color); }
 
 }  // namespace platform

@@ -45,7 +45,7 @@ protected:
     // For the coming page. Without colour everything drawn is turned into shades of grey.
     void setPage(const DeviceCapabilities& device, bool color);
 
-    Area sheet() const;
+    Area sheet() const { return sheetOf(device_); }
     bool hasColor() const { return color_; }
     // Of the font selected.
     const FontRequest& font() const { return *request_; }
