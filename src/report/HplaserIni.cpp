@@ -1,11 +1,10 @@
 #include "report/HplaserIni.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
-#include <utility>
 #include <vector>
 
+#include "printer/Printer.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
@@ -23,7 +22,6 @@ constexpr int usualScreenDpi = 96;
 constexpr std::uint8_t mostKeys = 9;
 constexpr std::size_t placementFields = 6;
 constexpr std::size_t sizeFields = 3;
-constexpr double perInch = 1440;
 
 // The fields of a placement.
 enum Field : std::size_t { fieldY, fieldX, fieldPicture, fieldUnit, fieldAbsolute, fieldScale };
@@ -168,8 +166,8 @@ void HplaserIni::addGraphic(const Section& section, std::uint8_t key, std::strin
     fields[fieldScale] = normalisedScale(fields[fieldScale]);
     const bool file = isFileName(fields[fieldPicture]);
     GrafikDaten daten;
-    daten.sngYPos = runtime::toSingle(decimal(fields[fieldY]) * perInch);
-    daten.sngXPos = runtime::toSingle(decimal(fields[fieldX]) * perInch);
+    daten.sngYPos = runtime::toSingle(decimal(fields[fieldY]) * printer::twipsPerInch);
+    daten.sngXPos = runtime::toSingle(decimal(fields[fieldX]) * printer::twipsPerInch);
     daten.bytMakro = macroNumber(file ? std::to_string(key) : fields[fieldPicture], section.offset);
     daten.sMasseinheit = fields[fieldUnit];
     daten.blnAbsolutPos = truthValue(fields[fieldAbsolute]);

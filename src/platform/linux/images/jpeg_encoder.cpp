@@ -33,9 +33,7 @@ public:
 
     template <typename Step>
     void run(const Step& step) {
-        if (!completes(errors_.jump(), step)) {
-            errors_.refuse();
-        }
+        errors_.run(step);
     }
 
 private:

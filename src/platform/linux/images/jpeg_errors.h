@@ -6,6 +6,8 @@
 // libjpeg's own header needs those above.
 #include <jpeglib.h>
 
+#include "platform/linux/images/guarded.h"
+
 namespace platform_linux::images {
 
 // An error manager that leaves by a jump with the first error, and the first warning that stands for lost pixels. To be
@@ -17,12 +19,19 @@ public:
     JpegErrors& operator=(const JpegErrors&) = delete;
 
     jpeg_error_mgr* manager() { return &shared_.manager; }
-    std::jmp_buf& jump() { return shared_.jump; }
 
-    // Throws what the jump was about: std::bad_alloc, or errInvalidPicture.
-    [[noreturn]] void refuse() const;
+    // Runs a step of calls of the library as completes() does; throws what a jump was about: std::bad_alloc, or
+    // errInvalidPicture.
+    template <typename Step>
+    void run(const Step& step) {
+        if (!completes(shared_.jump, step)) {
+            refuse();
+        }
+    }
 
 private:
+    [[noreturn]] void refuse() const;
+
     // The library hands out the first member; the second is found behind it.
     struct Shared {
         jpeg_error_mgr manager{};

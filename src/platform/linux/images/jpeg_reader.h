@@ -3,7 +3,6 @@
 
 #include <string_view>
 
-#include "platform/linux/images/guarded.h"
 #include "platform/linux/images/jpeg_errors.h"
 
 namespace platform_linux::images {
@@ -23,12 +22,10 @@ public:
 
     jpeg_decompress_struct& info() { return info_; }
 
-    // Runs a step of calls of the library as completes() does; throws what JpegErrors::refuse() throws.
+    // As JpegErrors::run().
     template <typename Step>
     void run(const Step& step) {
-        if (!completes(errors_.jump(), step)) {
-            errors_.refuse();
-        }
+        errors_.run(step);
     }
 
 private:
