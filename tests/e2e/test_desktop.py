@@ -26,6 +26,8 @@ class DesktopTest(JobTest):
         foreign = self.job.settings.parents[2] / "foreign-leaks"
         foreign.write_text("leak:libdbus-1\n")
         self.job.environment["LSAN_OPTIONS"] += f":suppressions={foreign}:print_suppressions=0"
+        # Following the thread storage of libraries loaded late makes the leak check of this compiler crash now and then.
+        self.job.environment["ASAN_OPTIONS"] += ":intercept_tls_get_addr=0"
 
     def xdotool(self, *arguments):
         return subprocess.run(["xdotool", *arguments], env=dict(os.environ, DISPLAY=self.display), text=True,
