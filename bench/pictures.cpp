@@ -19,7 +19,7 @@
 #include <string_view>
 #include <vector>
 
-#include "graphics/picture_file.h"
+#include "pictures/picture_file.h"
 #include "runtime/error.h"
 
 namespace {
@@ -140,15 +140,15 @@ int run(const std::vector<std::string>& arguments) {
     NoOthers others;
     const MappedFile file(arguments[1].c_str());
     const std::string_view original = file.content();
-    platform::Picture picture = graphics::decodePicture(original, others);
+    platform::Picture picture = pictures::decodePicture(original, others);
     if (arguments[0] == "pnm") {
         writePnm(picture);
         return 0;
     }
     if (arguments[0] == "invert") {
-        graphics::invert(picture);
+        pictures::invert(picture);
     }
-    std::ofstream(arguments.at(2), std::ios::binary) << graphics::encodePicture(picture, original, others);
+    std::ofstream(arguments.at(2), std::ios::binary) << pictures::encodePicture(picture, original, others);
     return 0;
 }
 

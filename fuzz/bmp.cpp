@@ -1,16 +1,16 @@
 // BMP files.
-#include "graphics/bmp_file.h"
+#include "pictures/bmp_file.h"
 
 #include <algorithm>
 #include <bit>
 
-#include "graphics/bmp_header.h"
+#include "pictures/bmp_header.h"
 #include "round_trip.h"
 #include "runtime/error.h"
 
 namespace {
 
-bool isExact(const graphics::BmpMasks& masks) {
+bool isExact(const pictures::BmpMasks& masks) {
     return masks.alpha == 0 ||
            std::min({std::popcount(masks.red), std::popcount(masks.green), std::popcount(masks.blue)}) >= 8;
 }
@@ -20,9 +20,9 @@ bool isExact(const graphics::BmpMasks& masks) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view content(reinterpret_cast<const char*>(data), size);
     try {
-        const graphics::BmpHeader header = graphics::readBmpHeader(content);
+        const graphics::BmpHeader header = pictures::readBmpHeader(content);
         if (std::int64_t{header.width} * header.height <= fuzz::mostPixels) {
-            fuzz::checkRoundTrip({graphics::decodeBmp, graphics::encodeBmp}, content, isExact(header.masks));
+            fuzz::checkRoundTrip({graphics::decodeBmp, pictures::encodeBmp}, content, isExact(header.masks));
         }
     } catch (const runtime::Error&) {
         return 0;

@@ -1,5 +1,5 @@
 // Picture files of other programs: PNG, JPEG, GIF, TIFF.
-#include "platform/foreign/foreign_picture.h"
+#include "pictures/foreign_picture.h"
 
 #include "platform/linux/images/image_codecs.h"
 #include "round_trip.h"
@@ -14,8 +14,8 @@ std::string encode(const platform::Picture& picture, std::string_view original) 
 }
 
 // JPEG, and TIFF with JPEG in it, old or new.
-bool losesColors(const platform::ForeignPicture& file) {
-    return file.kind == platform::ForeignKind::jpeg || file.compression == 6 || file.compression == 7;
+bool losesColors(const pictures::ForeignPicture& file) {
+    return file.kind == pictures::ForeignKind::jpeg || file.compression == 6 || file.compression == 7;
 }
 
 }  // namespace
@@ -23,7 +23,7 @@ bool losesColors(const platform::ForeignPicture& file) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view content(reinterpret_cast<const char*>(data), size);
     try {
-        const platform::ForeignPicture file = platform::inspectForeignPicture(content);
+        const pictures::ForeignPicture file = pictures::inspectForeignPicture(content);
         if (file.width * file.height > fuzz::mostPixels) {
             return 0;
         }

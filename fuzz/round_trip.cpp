@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "graphics/picture_file.h"
+#include "pictures/picture_file.h"
 #include "runtime/error.h"
 
 namespace fuzz {
@@ -50,7 +50,7 @@ Colors oppositesOf(Colors colors) {
 
 std::string inverted(const Codec& codec, std::string_view content) {
     platform::Picture picture = codec.decode(content);
-    graphics::invert(picture);
+    pictures::invert(picture);
     return codec.encode(picture, content);
 }
 

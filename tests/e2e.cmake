@@ -14,5 +14,5 @@ set_property(TEST e2e.queues APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TA
 # Symbols for the readers of the barcode tests.
 add_executable(barcode_sheet e2e/barcode_sheet.cpp)
 target_include_directories(barcode_sheet PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
-target_link_libraries(barcode_sheet PRIVATE krv-barcode krv-pdf krv-linux)
+target_link_libraries(barcode_sheet PRIVATE krv-barcode krv-linux-pdf)
 set_property(TEST e2e.barcodes APPEND PROPERTY ENVIRONMENT "KRVWINPR_SHEET=$<TARGET_FILE:barcode_sheet>")

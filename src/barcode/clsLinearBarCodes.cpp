@@ -7,6 +7,8 @@
 #include "barcode/refusal.h"
 #include "runtime/error.h"
 
+namespace barcode {
+
 namespace {
 
 constexpr const char* dataSource = "clsBarCode.BarCodeData";
@@ -66,7 +68,7 @@ std::int64_t clsLinearBarCodes::TotalBarHeight() { return measured().layout.tota
 
 void clsLinearBarCodes::DrawBarCode() {
     const barcode::MeasuredSymbol symbol = measured();
-    const platform::Turn turn(rotation_);
+    const platform::drawing::Turn turn(rotation_);
     barcode::draw(*output_, symbol, {turn, barcode::originOnPage(turn, {x_, y_}, symbol.layout.total)}, color_);
 }
 
@@ -84,7 +86,7 @@ barcode::MeasuredSymbol clsLinearBarCodes::measured() {
 
     const platform::DeviceCapabilities caps = output_->capabilities();
     const std::int64_t narrow = barcode::narrowWidth(
-        xFactor_ * multiplier_, platform::Turn(rotation_).upright() ? caps.logPixelsY : caps.logPixelsX);
+        xFactor_ * multiplier_, platform::drawing::Turn(rotation_).upright() ? caps.logPixelsY : caps.logPixelsX);
     barcode::Symbol symbol = barcode::encode(symbology_, data_, options_);
     const barcode::ElementWidths widths(narrow, ratio_);
     const barcode::Size bars{widths.sum(symbol.elements), std::max(height_, 0)};
@@ -125,3 +127,5 @@ void clsLinearBarCodes::fail(std::int32_t number, const char* text, const char* 
     errorText_ = text;
     throw runtime::Error(number, source, text, std::move(detail));
 }
+
+}  // namespace barcode

@@ -25,6 +25,8 @@
 #include "barcode/symbol.h"
 #include "platform/surface.h"
 
+namespace barcode {
+
 struct BarTextFontStyle {
     std::string name = "Tahoma";
     double size = 10;  // points
@@ -143,3 +145,5 @@ private:
     platform::Surface* output_ = nullptr;
     std::string errorText_;
 };
+
+}  // namespace barcode

@@ -12,18 +12,19 @@ int toPixel(std::int64_t coordinate) {
         std::clamp<std::int64_t>(coordinate, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
-platform::Area visible(const platform::Surface& surface, const SymbolPlace& place, const platform::Area& area) {
-    return intersection(place.turn.toPage(place.origin, area), sheetOf(surface.capabilities()));
+platform::drawing::Area visible(const platform::Surface& surface, const SymbolPlace& place,
+                                const platform::drawing::Area& area) {
+    return intersection(place.turn.toPage(place.origin, area), platform::drawing::sheetOf(surface.capabilities()));
 }
 
 void drawBars(platform::Surface& surface, const MeasuredSymbol& symbol, const SymbolPlace& place,
               platform::Color color) {
-    platform::Area bar = symbol.layout.bars;
+    platform::drawing::Area bar = symbol.layout.bars;
     bool isBar = true;
     for (const char digit : symbol.elements) {
         bar.across.end = bar.across.start + symbol.widths.of(digit);
         if (isBar) {
-            const platform::Area seen = visible(surface, place, bar);
+            const platform::drawing::Area seen = visible(surface, place, bar);
             if (!seen.empty()) {
                 surface.fillRectangle(toPixel(seen.across.start), toPixel(seen.down.start),
                                       toPixel(seen.across.end - seen.across.start),
@@ -37,10 +38,10 @@ void drawBars(platform::Surface& surface, const MeasuredSymbol& symbol, const Sy
 
 void drawText(platform::Surface& surface, const MeasuredSymbol& symbol, const SymbolPlace& place,
               platform::Color color) {
-    const platform::Area& text = symbol.layout.text;
+    const platform::drawing::Area& text = symbol.layout.text;
     if (!visible(surface, place, text).empty()) {
-        const platform::Point begin =
-            place.turn.toPage(place.origin, platform::Point{text.across.start, text.down.start});
+        const platform::drawing::Point begin =
+            place.turn.toPage(place.origin, platform::drawing::Point{text.across.start, text.down.start});
         surface.drawText(toPixel(begin.x), toPixel(begin.y), symbol.text, color, platform::TextRole::content);
     }
 }

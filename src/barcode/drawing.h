@@ -17,8 +17,8 @@ struct MeasuredSymbol {
 
 // Where a symbol lies on the page: its own coordinates begin at the origin.
 struct SymbolPlace {
-    platform::Turn turn;
-    platform::Point origin;
+    platform::drawing::Turn turn;
+    platform::drawing::Point origin;
 };
 
 // What lies beyond the sheet is not handed to the surface. Text is drawn in the font that is selected, which must be

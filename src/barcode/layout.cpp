@@ -50,14 +50,15 @@ Layout layOut(const Size& bars, const TextPlace& text) {
     const Size total{std::max(bars.width, text.size.width), bars.height + text.gap + text.size.height};
     const auto placed = [&](const Size& size, std::int64_t top) {
         const std::int64_t left = aligned(size.width, total.width, text.alignment);
-        return platform::Area{{left, left + size.width}, {top, top + size.height}};
+        return platform::drawing::Area{{left, left + size.width}, {top, top + size.height}};
     };
     return {total, placed(bars, above ? text.size.height + text.gap : 0),
             placed(text.size, above ? 0 : bars.height + text.gap)};
 }
 
-platform::Point originOnPage(platform::Turn turn, platform::Point corner, const Size& symbol) {
-    const platform::Area box = turn.toPage({}, platform::Area{{0, symbol.width}, {0, symbol.height}});
+platform::drawing::Point originOnPage(platform::drawing::Turn turn, platform::drawing::Point corner,
+                                      const Size& symbol) {
+    const platform::drawing::Area box = turn.toPage({}, platform::drawing::Area{{0, symbol.width}, {0, symbol.height}});
     return {corner.x - box.across.start, corner.y - box.down.start};
 }
 

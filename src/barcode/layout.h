@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "platform/page_area.h"
+#include "platform/drawing/page_area.h"
 
 namespace barcode {
 
@@ -36,8 +36,8 @@ private:
 
 struct Layout {
     Size total;
-    platform::Area bars;
-    platform::Area text;
+    platform::drawing::Area bars;
+    platform::drawing::Area text;
 };
 
 struct TextPlace {
@@ -52,6 +52,7 @@ Layout layOut(const Size& bars, const TextPlace& text);
 
 // Where a symbol's own coordinates begin on the page, so that the box that it takes there, turned, has its top left
 // corner at the given point.
-platform::Point originOnPage(platform::Turn turn, platform::Point corner, const Size& symbol);
+platform::drawing::Point originOnPage(platform::drawing::Turn turn, platform::drawing::Point corner,
+                                      const Size& symbol);
 
 }  // namespace barcode

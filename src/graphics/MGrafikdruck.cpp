@@ -5,11 +5,11 @@
 
 #include "graphics/picture_cache.h"
 #include "printer/Printer.h"
-#include "printer/PrinterChoice.h"
+#include "printer/printer_choice.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
 
-namespace MGrafikdruck {
+namespace graphics::MGrafikdruck {
 
 namespace {
 
@@ -52,4 +52,4 @@ void PrintGraphic(session::Session& session, const std::string& sDateiname, cons
     printer->EndDoc();
 }
 
-}  // namespace MGrafikdruck
+}  // namespace graphics::MGrafikdruck

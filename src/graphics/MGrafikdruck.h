@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "session/Session.h"
+#include "session/session.h"
 
-namespace MGrafikdruck {
+namespace graphics::MGrafikdruck {
 
 struct PixelSize {
     int width = 0;
@@ -22,4 +22,4 @@ PixelSize fit(const PixelSize& picture, const PixelSize& page);
 // happens. Failures are runtime::Error; nothing is printed then.
 void PrintGraphic(session::Session& session, const std::string& sDateiname, const std::string& sDruckerTreiber);
 
-}  // namespace MGrafikdruck
+}  // namespace graphics::MGrafikdruck

@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "session/Session.h"
+#include "session/session.h"
 
-namespace MInverser {
+namespace graphics::MInverser {
 
 // Turns every colour of the picture into its opposite; kind, depth and resolution of the file stay. The old file stays
 // whole until the new one is. Failures are runtime::Error: what readFile(), decodeFile() and rewriteFile() throw.
 void InvertGraphic(session::Session& session, const std::string& sDateiname);
 
-}  // namespace MInverser
+}  // namespace graphics::MInverser

@@ -6,6 +6,8 @@
 #include "runtime/numbers.h"
 #include "runtime/text.h"
 
+namespace graphics {
+
 namespace {
 
 using runtime::divide;
@@ -102,7 +104,7 @@ void clsGrafik::ignoreOrRaise(const Error& error) const {
     }
 }
 
-void clsGrafik::PrintGrafik(const GrafikZiel& ziel, std::string& message, float x, float y) const {
+void clsGrafik::PrintGrafik(const GraphicTarget& ziel, std::string& message, float x, float y) const {
     orPrintingError([&] {
         const Area area = areaAt(ziel, x == ownPosition ? xPos_ : x, y == ownPosition ? yPos_ : y);
         if (bild_) {
@@ -113,7 +115,7 @@ void clsGrafik::PrintGrafik(const GrafikZiel& ziel, std::string& message, float 
     });
 }
 
-void clsGrafik::PrintGrafik2(const GrafikZiel& ziel, std::string& message) const {
+void clsGrafik::PrintGrafik2(const GraphicTarget& ziel, std::string& message) const {
     orPrintingError([&] {
         const Area area = areaAt(ziel, xPos_, yPos_);
         if (!bild_) {
@@ -123,8 +125,8 @@ void clsGrafik::PrintGrafik2(const GrafikZiel& ziel, std::string& message) const
     });
 }
 
-clsGrafik::Area clsGrafik::areaAt(const GrafikZiel& ziel, float x, float y) const {
-    const clsDrucker& margins = ziel.objPrinterUtil;
+clsGrafik::Area clsGrafik::areaAt(const GraphicTarget& ziel, float x, float y) const {
+    const printer::clsDrucker& margins = ziel.objPrinterUtil;
     const bool metric = Masseinheit() == centimetres;
     const auto position = [&](float value, std::int32_t offset, auto marginCM, auto marginInch) {
         const double twips = metric ? value / centimetresPerInch : value;
@@ -137,12 +139,12 @@ clsGrafik::Area clsGrafik::areaAt(const GrafikZiel& ziel, float x, float y) cons
         return runtime::toSingle(metric ? divide(natural / centimetresPerInch, scaleFaktor_ / centimetresPerInch)
                                         : divide(natural, scaleFaktor_));
     };
-    return {position(x, ziel.lngXOffset, &clsDrucker::LeftMarginCM, &clsDrucker::LeftMarginInch),
-            position(y, ziel.lngYOffset, &clsDrucker::TopMarginCM, &clsDrucker::TopMarginInch), size(width_),
-            size(height_)};
+    return {position(x, ziel.lngXOffset, &printer::clsDrucker::LeftMarginCM, &printer::clsDrucker::LeftMarginInch),
+            position(y, ziel.lngYOffset, &printer::clsDrucker::TopMarginCM, &printer::clsDrucker::TopMarginInch),
+            size(width_), size(height_)};
 }
 
-void clsGrafik::paint(const GrafikZiel& ziel, const Area& area, std::string& message) const {
+void clsGrafik::paint(const GraphicTarget& ziel, const Area& area, std::string& message) const {
     ziel.printer.PaintPicture(bild_, area.left, area.top, area.width, area.height);
     const auto text = [this](float value) { return runtime::singleText(value, session_->locale()); };
     message += std::string(" ") + (Masseinheit() == centimetres ? "cm" : "Inch") +
@@ -150,3 +152,5 @@ void clsGrafik::paint(const GrafikZiel& ziel, const Area& area, std::string& mes
                text(area.top) + "; " + text(area.width) + ";" + text(area.height) +
                "     Scalefaktor:" + text(scaleFaktor_);
 }
+
+}  // namespace graphics

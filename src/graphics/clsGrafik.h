@@ -8,13 +8,15 @@
 #include "graphics/picture_cache.h"
 #include "printer/Printer.h"
 #include "printer/clsDrucker.h"
-#include "session/Session.h"
+#include "session/session.h"
+
+namespace graphics {
 
 // Where a graphic is printed.
-struct GrafikZiel {
+struct GraphicTarget {
     printer::Printer& printer;
-    const clsDrucker& objPrinterUtil;  // the margins that absolute positions begin at
-    std::int32_t lngXOffset = 0;       // reference point of relative positions
+    const printer::clsDrucker& objPrinterUtil;  // the margins that absolute positions begin at
+    std::int32_t lngXOffset = 0;                // reference point of relative positions
     std::int32_t lngYOffset = 0;
 };
 
@@ -72,10 +74,11 @@ public:
     // Prints the graphic at (x, y), in the unit and scaling of XPos() and YPos(), which exactly -1 stands for. Appends
     // to the message what was done: the mode, the area in twips and the scale factor, or that there is no picture, in
     // which case nothing is printed. Every failure is errPrinting, source "clsGrafik_PrintGrafik", naming the cause.
-    void PrintGrafik(const GrafikZiel& ziel, std::string& message, float x = ownPosition, float y = ownPosition) const;
+    void PrintGrafik(const GraphicTarget& ziel, std::string& message, float x = ownPosition,
+                     float y = ownPosition) const;
 
     // The same at the graphic's own position, but without a picture it fails.
-    void PrintGrafik2(const GrafikZiel& ziel, std::string& message) const;
+    void PrintGrafik2(const GraphicTarget& ziel, std::string& message) const;
 
 private:
     struct Area {  // twips
@@ -90,8 +93,8 @@ private:
     bool wantsInversion() const;
     std::string macroFolder() const;
 
-    Area areaAt(const GrafikZiel& ziel, float x, float y) const;
-    void paint(const GrafikZiel& ziel, const Area& area, std::string& message) const;
+    Area areaAt(const GraphicTarget& ziel, float x, float y) const;
+    void paint(const GraphicTarget& ziel, const Area& area, std::string& message) const;
 
     session::Session* session_;
     graphics::PictureCache* pictures_;
@@ -106,3 +109,5 @@ private:
     float width_ = 0;
     float height_ = 0;
 };
+
+}  // namespace graphics

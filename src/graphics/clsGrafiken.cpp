@@ -5,7 +5,10 @@
 #include "runtime/error.h"
 #include "runtime/text.h"
 
-clsGrafik& clsGrafiken::Add(session::Session& session, graphics::PictureCache& pictures, const GrafikDaten& daten) {
+namespace graphics {
+
+clsGrafik& clsGrafiken::Add(session::Session& session, graphics::PictureCache& pictures,
+                            const GraphicDefinition& daten) {
     clsGrafik grafik(session, pictures);
     grafik.YPos(daten.sngYPos);
     grafik.XPos(daten.sngXPos);
@@ -23,3 +26,5 @@ clsGrafik& clsGrafiken::Item(std::size_t position) {
     }
     return grafiken_[position - 1];
 }
+
+}  // namespace graphics

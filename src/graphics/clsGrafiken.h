@@ -8,8 +8,10 @@
 
 #include "graphics/clsGrafik.h"
 
+namespace graphics {
+
 // What a graphic is made from; positions are the value in the unit times 1440.
-struct GrafikDaten {
+struct GraphicDefinition {
     float sngYPos = 0;
     float sngXPos = 0;
     std::uint8_t bytMakro = 0;
@@ -25,7 +27,7 @@ public:
 
     // Makes a graphic, loads its picture and appends it. What clsGrafik::Makro() throws is the caller's, and the
     // collection then stays as it was. Session and cache are borrowed for as long as the graphic lasts.
-    clsGrafik& Add(session::Session& session, graphics::PictureCache& pictures, const GrafikDaten& daten);
+    clsGrafik& Add(session::Session& session, graphics::PictureCache& pictures, const GraphicDefinition& daten);
 
     // The graphic at a position from 1; errSubscript where there is none.
     clsGrafik& Item(std::size_t position);
@@ -36,3 +38,5 @@ public:
 private:
     std::deque<clsGrafik> grafiken_;
 };
+
+}  // namespace graphics

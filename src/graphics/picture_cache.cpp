@@ -2,14 +2,14 @@
 
 #include <new>
 
-#include "graphics/picture_file.h"
+#include "pictures/picture_file.h"
 #include "runtime/error.h"
 
 namespace graphics {
 
 platform::Picture decodeFile(const std::string& path, std::string_view content, platform::ImageFiles& others) {
     try {
-        return decodePicture(content, others);
+        return pictures::decodePicture(content, others);
     } catch (const runtime::Error& error) {
         const std::string reason = error.detail().empty() ? "" : "; " + error.detail();
         throw runtime::Error(error.number(), error.source(), error.description(), "'" + path + "'" + reason);
@@ -25,7 +25,7 @@ std::shared_ptr<const platform::Picture> PictureCache::load(const std::string& p
     }
     const auto picture = std::make_shared<platform::Picture>(decodeFile(path, system_.readFile(path), others_));
     if (colors == Colors::inverted) {
-        invert(*picture);
+        pictures::invert(*picture);
     }
     known = picture;
     return picture;

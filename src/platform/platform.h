@@ -3,6 +3,7 @@
 
 #include "platform/dialogs.h"
 #include "platform/image_files.h"
+#include "platform/print_jobs.h"
 #include "platform/settings_store.h"
 #include "platform/spooler.h"
 #include "platform/system.h"
@@ -13,6 +14,7 @@ struct Platform {
     System& system;
     SettingsStore& settings;
     Spooler& spooler;
+    PrintJobs& printJobs;
     Dialogs& dialogs;
     ImageFiles& imageFiles;
 };

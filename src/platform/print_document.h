@@ -13,6 +13,8 @@ enum class PageOption {
     colorMode,    // 1 monochrome, 2 colour
 };
 
+inline constexpr int paperA4 = 9;
+
 // Order of calls: any number of setOption(); then, for each page, beginPage(), drawing on surface(), endPage(); then
 // end() or abort(). A document that goes out of scope without either is aborted. Errors are runtime::Error; after one
 // from beginPage(), endPage() or end() only abort() and the destructor are of use.

@@ -1,4 +1,4 @@
-// Port: the printers of the system and their queues.
+// Port: the printers of the system.
 #pragma once
 
 #include <cstdint>
@@ -7,19 +7,9 @@
 #include <vector>
 
 #include "platform/print_document.h"
-#include "runtime/error.h"
+#include "platform/spooler_error.h"
 
 namespace platform {
-
-// A failed call of the spooler: a run-time error (errPrinter) that also carries the system's own error code.
-class SpoolerError : public runtime::Error {
-public:
-    SpoolerError(std::uint32_t code, std::string detail) : Error(runtime::errPrinter, std::move(detail)), code_(code) {}
-    std::uint32_t code() const noexcept { return code_; }
-
-private:
-    std::uint32_t code_;
-};
 
 // Status flags of a printer (published values of the spooler's information record); any number of them together.
 namespace printer_status {
@@ -94,16 +84,10 @@ public:
 
     virtual PrinterRecord printer(const std::string& name) = 0;
 
-    // Jobs in the printer's queue now, whoever sent them.
-    virtual int jobCount(const std::string& name) = 0;
-
     // The printer's paper bins in the driver's order; none where it has only one source.
     virtual std::vector<PaperBin> paperBins(const std::string& name) = 0;
 
     virtual bool canAdminister(const std::string& name) = 0;
-
-    // Removes every job from the printer's queue.
-    virtual void purge(const std::string& name) = 0;
 
     // Shows the system's dialog for the printer's properties; returns when it has been closed.
     virtual void showProperties(const std::string& name) = 0;

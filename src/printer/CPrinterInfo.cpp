@@ -11,6 +11,8 @@ namespace printer {
 
 namespace {
 
+namespace attribute = platform::printer_attribute;
+
 struct StatusRow {
     std::uint32_t value;
     std::string_view text;
@@ -60,12 +62,8 @@ std::string errorText(platform::Spooler& spooler, std::uint32_t code) {
     return text.empty() ? "Error (" + std::to_string(code) + ") not defined." : text;
 }
 
-}  // namespace printer
-
-namespace attribute = platform::printer_attribute;
-
-CPrinterInfo::CPrinterInfo(platform::Spooler& spooler, std::string printerName)
-    : spooler_(&spooler), name_(std::move(printerName)) {
+CPrinterInfo::CPrinterInfo(platform::Spooler& spooler, platform::PrintJobs& jobs, std::string printerName)
+    : spooler_(&spooler), jobs_(&jobs), name_(std::move(printerName)) {
     Refresh();
 }
 
@@ -93,7 +91,7 @@ std::string CPrinterInfo::DisplayName() const {
 }
 
 std::string CPrinterInfo::StatusText() const {
-    return lastError_ != 0 ? printer::errorText(*spooler_, lastError_) : printer::statusText(record_.status);
+    return lastError_ != 0 ? errorText(*spooler_, lastError_) : statusText(record_.status);
 }
 
 bool CPrinterInfo::IsDefault() const { return spooler_->defaultPrinter() == name_; }
@@ -117,7 +115,7 @@ bool CPrinterInfo::IsLocal() const { return has(attribute::local); }
 bool CPrinterInfo::IsNetwork() const { return has(attribute::network); }
 
 void CPrinterInfo::ControlPurge() {
-    attempt([this] { spooler_->purge(name_); });
+    attempt([this] { jobs_->purge(name_); });
 }
 
 void CPrinterInfo::ShowPropertiesDialog() {
@@ -127,3 +125,5 @@ void CPrinterInfo::ShowPropertiesDialog() {
 void CPrinterInfo::SetAsDefault() {
     attempt([this] { spooler_->setDefaultPrinter(name_); });
 }
+
+}  // namespace printer

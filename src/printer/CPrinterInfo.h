@@ -4,19 +4,22 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/print_jobs.h"
 #include "platform/spooler.h"
+
+namespace printer {
 
 // The jobs in a printer's queue, counted afresh every time; whoever sent them.
 class CPrinterJobs {
 public:
-    CPrinterJobs(platform::Spooler& spooler, std::string printerName)
-        : spooler_(&spooler), printerName_(std::move(printerName)) {}
+    CPrinterJobs(platform::PrintJobs& jobs, std::string printerName)
+        : jobs_(&jobs), printerName_(std::move(printerName)) {}
 
     // Throws platform::SpoolerError where the spooler does not tell.
-    int Count() const { return spooler_->jobCount(printerName_); }
+    int Count() const { return jobs_->count(printerName_); }
 
 private:
-    platform::Spooler* spooler_;
+    platform::PrintJobs* jobs_;
     std::string printerName_;
 };
 
@@ -24,7 +27,7 @@ private:
 class CPrinterInfo {
 public:
     // Reads the printer's information record.
-    CPrinterInfo(platform::Spooler& spooler, std::string printerName);
+    CPrinterInfo(platform::Spooler& spooler, platform::PrintJobs& jobs, std::string printerName);
 
     // Reads the record again.
     void Refresh();
@@ -46,7 +49,7 @@ public:
     // upper-case hexadecimal.
     std::string StatusText() const;
 
-    CPrinterJobs Jobs() const { return {*spooler_, name_}; }
+    CPrinterJobs Jobs() const { return {*jobs_, name_}; }
 
     bool IsDefault() const;
     bool CanAdminister();
@@ -68,12 +71,11 @@ private:
     bool has(std::uint32_t attribute) const { return (record_.attributes & attribute) != 0; }
 
     platform::Spooler* spooler_;
+    platform::PrintJobs* jobs_;
     std::string name_;
     platform::PrinterRecord record_;
     std::uint32_t lastError_ = 0;
 };
-
-namespace printer {
 
 // The spooler's text for one of its error codes, or "Error (<code>) not defined.".
 std::string errorText(platform::Spooler& spooler, std::uint32_t code);

@@ -12,7 +12,6 @@ namespace printer {
 
 inline constexpr int twipsPerInch = 1440;
 inline constexpr int pointsPerInch = 72;
-inline constexpr int paperA4 = 9;
 
 struct FontStyle {
     std::string name = "Courier New";

@@ -2,6 +2,8 @@
 
 #include "runtime/numbers.h"
 
+namespace printer {
+
 using platform::DeviceCapabilities;
 using runtime::divide;
 using runtime::subtractLong;
@@ -53,3 +55,5 @@ float clsDrucker::PhysicalWidthCM() const {
 float clsDrucker::PhysicalHeightCM() const {
     return value([](const DeviceCapabilities& caps) { return divide(caps.physicalHeight * 2.54, caps.logPixelsY); });
 }
+
+}  // namespace printer

@@ -4,6 +4,8 @@
 #include "platform/dialogs.h"
 #include "platform/surface.h"
 
+namespace printer {
+
 // Every value is computed afresh from the device's capabilities, in double precision, and rounded to single precision.
 // A value asked for before NewPrinter() shows a message and is 0. A device that reports 0 pixels per inch is a
 // runtime::Error (errDivisionByZero).
@@ -30,3 +32,5 @@ private:
     platform::Dialogs* dialogs_;
     const platform::Surface* device_ = nullptr;
 };
+
+}  // namespace printer

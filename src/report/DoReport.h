@@ -3,16 +3,22 @@
 
 #include <string>
 
-#include "session/Session.h"
+#include "report/print_run.h"
+#include "session/session.h"
 
-namespace MPrint {
+namespace report::MPrint {
 
-// sDateiname: the print file. sGrafikname: a picture behind every page, "KEINEGRAFIK" or empty. sDruckerTreiber: the
-// printer's device name in any case, or empty for the default printer, which an unknown name means too. blnWait: write
-// the completion file only when the printer's queue is empty. blnTwoPass: on each page all graphics first, then the
-// text. Failures are reported to the log and the user as they belong and end the job; only a failing debug log before
-// the job's own error handling is an error for the caller.
-void DoReport(session::Session& session, const std::string& sDateiname, const std::string& sGrafikname,
-              const std::string& sDruckerTreiber, bool blnWait, bool blnTwoPass);
+// What a job is asked to do.
+struct JobOrder {
+    std::string sDateiname;       // the print file
+    std::string sGrafikname;      // a picture behind every page, "KEINEGRAFIK" or empty
+    std::string sDruckerTreiber;  // device name in any case; empty, or unknown, for the default printer
+    bool blnWait = false;         // write the completion file only when the printer's queue is empty
+    bool blnTwoPass = false;      // on each page all graphics first, then the text
+};
 
-}  // namespace MPrint
+// Failures are reported to the log and the user as they belong and end the job; only a failing debug log before the
+// job's own error handling is an error for the caller.
+void DoReport(session::Session& session, const JobOrder& order, const LetEventsRun& letEventsRun);
+
+}  // namespace report::MPrint

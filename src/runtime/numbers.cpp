@@ -1,5 +1,6 @@
 #include "runtime/numbers.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -247,6 +248,12 @@ double numberPrefix(std::string_view text, char decimalSeparator) {
     }
     const ScannedNumber number = NumberScanner(text.substr(begin), std::string_view(&decimalSeparator, 1)).scan();
     return number.length == 0 ? 0 : valueOf(number.text);
+}
+
+std::string withDecimalComma(std::string_view text) {
+    std::string number(text);
+    std::replace(number.begin(), number.end(), '.', ',');
+    return number;
 }
 
 double parseNumber(std::string_view text, const Locale& locale) {

@@ -28,6 +28,9 @@ double divide(double numerator, double denominator);
 // and an exponent count as far as they go. A text that begins with no number is 0.
 double numberPrefix(std::string_view text, char decimalSeparator);
 
+// The host writes decimals with "." or ","; this is the text with a comma.
+std::string withDecimalComma(std::string_view text);
+
 // The whole text, blanks around it aside, as a number with the locale's decimal separator, without grouping;
 // errTypeMismatch for anything else, errOverflow beyond the range of a double.
 double parseNumber(std::string_view text, const Locale& locale);

@@ -5,7 +5,7 @@
 #include "runtime/error.h"
 #include "runtime/text.h"
 
-namespace MRegistry {
+namespace settings::MRegistry {
 
 namespace {
 
@@ -90,4 +90,4 @@ bool RegistryValueExists(SettingsStore& store, SettingsRoot root, std::string_vi
     return store.value(root, key, valueName).has_value();
 }
 
-}  // namespace MRegistry
+}  // namespace settings::MRegistry

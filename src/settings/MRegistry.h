@@ -6,7 +6,7 @@
 
 #include "platform/settings_store.h"
 
-namespace MRegistry {
+namespace settings::MRegistry {
 
 inline constexpr std::string_view productKey = R"(HKCU\Software\Velmora\KRVWinPr\3.0)";
 inline constexpr std::string_view oldProductKey = R"(HKCU\Software\Velmora\KRVWinPr\2.0)";
@@ -39,4 +39,4 @@ bool RegistryKeyExists(platform::SettingsStore& store, std::string_view keyPath)
 bool RegistryValueExists(platform::SettingsStore& store, platform::SettingsRoot root, std::string_view key,
                          std::string_view valueName);
 
-}  // namespace MRegistry
+}  // namespace settings::MRegistry

@@ -11,11 +11,11 @@
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
-#include "session/Session.h"
+#include "session/session.h"
 #include "settings/MRegistry.h"
 #include "startup/clsArguments.h"
 
-namespace MMain {
+namespace startup::MMain {
 
 namespace {
 
@@ -94,8 +94,8 @@ void StartUp::writeHeader() {
 void StartUp::recordProgram() {
     exePath_ = runtime::AddBackslash(system().programDirectory()) + session_.program.name;
     const auto record = [this](std::string_view name, std::string_view value) {
-        MRegistry::SetRegistryValue(session_.platform.settings, MRegistry::productKey, name, value,
-                                    MRegistry::noDefault);
+        settings::MRegistry::SetRegistryValue(session_.platform.settings, settings::MRegistry::productKey, name, value,
+                                              settings::MRegistry::noDefault);
     };
     record("RunPath", system().currentDirectory());
     record("EXEPath", exePath_);
@@ -135,17 +135,18 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches) 
     } else if (mode == "/INVERT") {
         log_.line("> Invertierungbeginn");
         session_.storeSettings();
-        MInverser::InvertGraphic(session_, arguments.Item(2));
+        graphics::MInverser::InvertGraphic(session_, arguments.Item(2));
         log_.line("> Invertierungende");
     } else if (mode == "/PRINTGRAPHIC") {
         log_.line("> Grafikdruckbeginn");
         session_.storeSettings();
-        MGrafikdruck::PrintGraphic(session_, "GRAFIK.PCX", arguments.Item(2));
+        graphics::MGrafikdruck::PrintGraphic(session_, "GRAFIK.PCX", arguments.Item(2));
         log_.line("> Grafikdruckende");
     } else {
         log_.line("> Reportbeginn");
-        MPrint::DoReport(session_, arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait,
-                         switches.blnTwoPass);
+        report::MPrint::DoReport(
+            session_, {arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait, switches.blnTwoPass},
+            [this] { session_.platform.dialogs.processEvents(); });
         log_.line("> Reportende");
     }
 }
@@ -198,4 +199,4 @@ void Main(platform::Platform& platform) noexcept {
     }
 }
 
-}  // namespace MMain
+}  // namespace startup::MMain

@@ -3,10 +3,10 @@
 
 #include "platform/platform.h"
 
-namespace MMain {
+namespace startup::MMain {
 
 // Runs the program from start to end. An error that no job reports itself is shown as the program's last message.
 // Never throws; the process's exit code is 0 whatever happens.
 void Main(platform::Platform& platform) noexcept;
 
-}  // namespace MMain
+}  // namespace startup::MMain

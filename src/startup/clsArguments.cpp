@@ -4,6 +4,8 @@
 
 #include "runtime/text.h"
 
+namespace startup {
+
 clsArguments::clsArguments(std::string_view commandTail) {
     std::string_view rest = runtime::trimBlanks(commandTail);
     std::string token;
@@ -38,3 +40,5 @@ void clsArguments::Remove(std::size_t position) {
 void clsArguments::Remove(std::string_view name) {
     std::erase_if(arguments_, [name](const std::string& argument) { return runtime::upperCase(argument) == name; });
 }
+
+}  // namespace startup

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+namespace startup {
+
 // Split at single spaces, so two in a row hold an empty argument between them. Text in double quotes replaces what was
 // gathered before the quote, and what follows the closing quote is added to it; a quote without its partner takes the
 // rest of the line. There is no escape.
@@ -30,3 +32,5 @@ public:
 private:
     std::vector<std::string> arguments_;
 };
+
+}  // namespace startup

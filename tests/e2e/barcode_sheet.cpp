@@ -26,8 +26,8 @@ std::string fromHex(const std::string& digits) {
     return bytes;
 }
 
-platform_linux::PdfPage pageOf(int width, int height, int dpi) {
-    platform_linux::PdfPage page;
+platform_linux::pdf::PdfPage pageOf(int width, int height, int dpi) {
+    platform_linux::pdf::PdfPage page;
     page.widthPoints = 72.0 * width / dpi;
     page.heightPoints = 72.0 * height / dpi;
     page.device = {width, height, dpi, dpi, width, height, 0, 0};
@@ -50,7 +50,7 @@ int main(int, char** arguments) {
     int text = 0;
     std::string data;
     while (std::cin >> symbology >> rotation >> ratio >> check >> text >> data) {
-        clsLinearBarCodes barcode;
+        barcode::clsLinearBarCodes barcode;
         barcode.Symbology(symbology);
         barcode.BarcodeOutput(&document.surface());
         if (ratio > 0) {

@@ -10,7 +10,7 @@ set_target_properties(adapter-tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_
 add_dependencies(adapter-tests krvwinpr-qt krvwinpr-screen)
 
 include(unit/pictures.cmake)
-krv_unit_test(images-tests LIBS krv-images krv-linux SOURCES
+krv_unit_test(images-tests LIBS krv-linux-images krv-linux SOURCES
     unit/image_files_test.cpp
     unit/linux_images_test.cpp
 )

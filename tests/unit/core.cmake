@@ -1,4 +1,4 @@
-krv_unit_test(core-tests LIBS krv-core SOURCES
+krv_unit_test(core-tests LIBS krv-startup SOURCES
     unit/core/barcode_test.cpp
     unit/core/graphics_test.cpp
     unit/core/hplaser_test.cpp

@@ -1,11 +1,11 @@
 # The program's own picture files. krv-picture makes their pictures readable for other programs.
-krv_unit_test(picture-file-tests LIBS krv-graphics SOURCES
+krv_unit_test(picture-file-tests LIBS krv-pictures SOURCES
     unit/bmp_test.cpp
     unit/pcx_test.cpp
 )
 if(NOT CMAKE_CROSSCOMPILING)
     add_executable(krv-picture ${CMAKE_SOURCE_DIR}/bench/pictures.cpp)
-    target_link_libraries(krv-picture PRIVATE krv-graphics)
+    target_link_libraries(krv-picture PRIVATE krv-pictures)
     set_target_properties(krv-picture PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
     find_package(Python3 3.10 REQUIRED COMPONENTS Interpreter)
     add_test(NAME e2e.picture_files WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}

@@ -8,7 +8,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/foreign/foreign_picture.h"
+#include "pictures/foreign_picture.h"
 #include "runtime/error.h"
 #include "support/picture_table.h"
 
@@ -116,8 +116,8 @@ TEST_F(ImageFilesTest, KeepsKindDepthResolutionAndCompression) {
         EXPECT_LE(differenceOf(colorsOf(again), colorsOf(picture)), canKeepAll() ? row.loss : row.loss * 5);
         if (canKeepAll()) {
             EXPECT_EQ(again.bitsPerPixel, row.bitsPerPixel);
-            EXPECT_EQ(platform::inspectForeignPicture(content).compression,
-                      platform::inspectForeignPicture(original).compression);
+            EXPECT_EQ(pictures::inspectForeignPicture(content).compression,
+                      pictures::inspectForeignPicture(original).compression);
         }
     }
 }

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "pictures/picture_size.h"
 #include "unit/support/picture_files.h"
 
 namespace {
@@ -164,23 +165,23 @@ TEST(Pcx, RefusesHeadersThatLie) {
 TEST(PictureFile, LeavesOtherKindsToTheOthers) {
     NoOthers others;
     for (const std::string& other : {""s, "B"s, "\x89PNG"s, "\x0A\x01\x01\x08"s + std::string(200, '\0'), "\x0A"s}) {
-        EXPECT_EQ(graphics::encodePicture({}, other, others), "andere");
+        EXPECT_EQ(pictures::encodePicture({}, other, others), "andere");
     }
 }
 
 TEST(PictureFile, InvertsPixelsOrPalette) {
-    platform::Picture picture = platform::makePicture(3, 1, 2);
+    platform::Picture picture = pictures::makePicture(3, 1, 2);
     picture.pixels = {0b00011000};
     picture.jpeg = "jpeg";
     picture.palette = {{0, 0, 0}, {255, 255, 255}, {255, 0, 0}, {0, 255, 255}};
     const auto palette = picture.palette;
-    graphics::invert(picture);
+    pictures::invert(picture);
     EXPECT_EQ(picture.palette, palette);
     EXPECT_EQ(picture.pixels.front(), 0b01001100);
     EXPECT_EQ(picture.jpeg, "");
 
     picture.palette[3] = {0, 255, 254};
-    graphics::invert(picture);
+    pictures::invert(picture);
     EXPECT_EQ(picture.palette[3], (platform::Color{255, 0, 1}));
     EXPECT_EQ(picture.pixels.front(), 0b01001100);
 }

@@ -24,7 +24,7 @@ class PdfContent : public testing::Test {
 protected:
     void SetUp() override { begin(pdf_support::a4Page()); }
 
-    void begin(const platform_linux::PdfPage& page) {
+    void begin(const platform_linux::pdf::PdfPage& page) {
         surface_.setPage(page);
         surface_.setFont(font_);
         surface_.begin();

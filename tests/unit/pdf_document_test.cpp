@@ -27,7 +27,7 @@ platform::FontRequest courier(int em, bool bold = false, bool italic = false) {
 
 // Writes a document of one A4 page.
 template <typename Draw>
-void onePage(const TemporaryFile& file, Draw draw, const platform_linux::PdfSettings& settings) {
+void onePage(const TemporaryFile& file, Draw draw, const platform_linux::pdf::PdfSettings& settings) {
     Document document(settings, file.descriptor());
     document.setPage(a4Page());
     document.beginPage();

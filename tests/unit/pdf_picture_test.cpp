@@ -12,7 +12,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/grey.h"
+#include "pictures/picture_size.h"
+#include "platform/drawing/grey.h"
 #include "platform/linux/pdf/document.h"
 #include "platform/linux/pdf/jpeg_header.h"
 #include "unit/linux_support.h"
@@ -86,7 +87,7 @@ enum class Colors { ramp, reversed, random };
 Shared randomPicture(int bitsPerPixel, Colors colors) {
     std::mt19937 random(static_cast<unsigned>(bitsPerPixel));
     const auto byte = [&random] { return static_cast<std::uint8_t>(random()); };
-    auto picture = std::make_shared<Picture>(platform::makePicture(37, 19, bitsPerPixel));
+    auto picture = std::make_shared<Picture>(pictures::makePicture(37, 19, bitsPerPixel));
     std::generate(picture->pixels.begin(), picture->pixels.end(), byte);
     const std::size_t last = picture->palette.size() - 1;
     for (std::size_t index = 0; index < picture->palette.size(); ++index) {
@@ -153,7 +154,7 @@ TEST(PdfPictures, KeepTheirPixelsAndAreStoredOnce) {
         const Shared& picture = pictures[number % pictures.size()];
         const bool grey = number >= 2 * pictures.size();
         EXPECT_EQ(found[number].width, 37);
-        Picture expected = grey ? platform::greyOf(*picture) : *picture;
+        Picture expected = grey ? platform::drawing::greyOf(*picture) : *picture;
         if (expected.bitsPerPixel == 1 && picture->palette[0] != black) {
             expected.palette = {white, black};  // pdfimages leaves out palettes of two colours
         }
@@ -170,14 +171,14 @@ TEST(PdfPictures, KeepTheirPixelsAndAreStoredOnce) {
 
 // A sheet of 60 by 40 pixels with a margin of 10, and a picture of red, green, blue and black quarters.
 TEST(PdfPictures, FillTheirBoxAndAreMirrored) {
-    platform_linux::PdfPage page;
+    platform_linux::pdf::PdfPage page;
     page.widthPoints = 60;
     page.heightPoints = 40;
     page.device = {40, 20, 72, 72, 60, 40, 10, 10};
     const Color red{255, 0, 0};
     const Color green{0, 255, 0};
     const Color blue{0, 0, 255};
-    auto picture = std::make_shared<Picture>(platform::makePicture(2, 2, 2));
+    auto picture = std::make_shared<Picture>(pictures::makePicture(2, 2, 2));
     picture->palette = {red, green, blue, black};
     picture->pixels = {0b0001'0000, 0b1011'0000};
     struct Case {
@@ -250,9 +251,9 @@ TEST(PdfPictures, PassJpegFilesThroughWhereViewersKnowTheirKind) {
     };
     for (const Case& item : cases) {
         const bool grey = item.file == jpeg("1");
-        auto picture = std::make_shared<Picture>(platform::makePicture(3, 2, grey ? 8 : 24));
+        auto picture = std::make_shared<Picture>(pictures::makePicture(3, 2, grey ? 8 : 24));
         picture->jpeg = item.file;
-        auto other = std::make_shared<Picture>(platform::makePicture(4, 2, grey ? 8 : 24));  // the file is not its own
+        auto other = std::make_shared<Picture>(pictures::makePicture(4, 2, grey ? 8 : 24));  // the file is not its own
         other->jpeg = item.file;
         const TemporaryFile file;
         Document document(pdf_support::settings(), file.descriptor());

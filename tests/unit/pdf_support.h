@@ -11,16 +11,16 @@
 namespace pdf_support {
 
 // A4 at 600 pixels per inch with margins of 100 pixels.
-inline platform_linux::PdfPage a4Page() {
-    platform_linux::PdfPage page;
+inline platform_linux::pdf::PdfPage a4Page() {
+    platform_linux::pdf::PdfPage page;
     page.widthPoints = 595.276;
     page.heightPoints = 841.89;
     page.device = {4761, 6816, 600, 600, 4961, 7016, 100, 100};
     return page;
 }
 
-inline platform_linux::PdfSettings settings() {
-    platform_linux::PdfSettings settings;
+inline platform_linux::pdf::PdfSettings settings() {
+    platform_linux::pdf::PdfSettings settings;
     settings.title = "Bericht";
     settings.producer = "KRVWinPr";
     settings.created = 1795268707;  // 2026-11-21 13:45:07 UTC

@@ -4,9 +4,9 @@ add_custom_command(OUTPUT ${KRV_PICTURES}/done
     COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/unit/support/make_pictures.sh ${KRV_PICTURES}
     COMMAND ${CMAKE_COMMAND} -E touch ${KRV_PICTURES}/done
     DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/unit/support/make_pictures.sh)
-add_custom_target(krv-pictures DEPENDS ${KRV_PICTURES}/done)
+add_custom_target(krv-test-pictures DEPENDS ${KRV_PICTURES}/done)
 
 function(krv_pictures target)
     target_compile_definitions(${target} PRIVATE KRV_PICTURES="${KRV_PICTURES}")
-    add_dependencies(${target} krv-pictures)
+    add_dependencies(${target} krv-test-pictures)
 endfunction()

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "linux_support.h"
-#include "platform/linux/cups/print_queues.h"
+#include "platform/linux/cups/queue_access.h"
 #include "platform/linux/pdf/pdf_document.h"
 #include "platform/print_document.h"
 
@@ -18,7 +18,7 @@ struct PdfScript {
     std::string failAt;  // "endPage" or "finish"
     int number = runtime::errDiskFull;
     int atPage = 1;
-    platform_linux::PdfPage page;
+    platform_linux::pdf::PdfPage page;
 };
 
 class FakeSurface : public platform::Surface {
@@ -41,12 +41,12 @@ private:
 };
 
 // "head", the pages in brackets, "end": all written at once, the head before there is any page.
-class FakePdf : public platform_linux::PdfDocument {
+class FakePdf : public platform_linux::pdf::PdfDocument {
 public:
     FakePdf(PdfScript& script, int descriptor) : script_(script), descriptor_(descriptor), surface_(script) {
         put("head ");
     }
-    void setPage(const platform_linux::PdfPage& page) override { script_.page = page; }
+    void setPage(const platform_linux::pdf::PdfPage& page) override { script_.page = page; }
     platform::Surface& surface() override { return surface_; }
     void beginPage() override { surface_.drawn.clear(); }
     void endPage() override {
@@ -78,27 +78,18 @@ private:
     int pages_ = 0;
 };
 
-// Queues "Links" and "Rechts"; jobs are remembered as "bin paper orientation colour: content".
-class FakeQueues : public platform_linux::PrintQueues {
+// Queues whose jobs are remembered as "bin paper orientation colour: content".
+class FakeQueues : public platform_linux::cups::QueueAccess {
 public:
-    std::vector<std::string> names() override { return {"Rechts", "Links"}; }
-    std::string defaultName() override { return {}; }
-    void setDefaultName(const std::string&) override {}
-    platform::PrinterRecord record(const std::string&) override { return {}; }
-    int jobCount(const std::string&) override { return static_cast<int>(jobs.size()); }
     std::vector<platform::PaperBin> bins(const std::string&) override { return {{1, "Oben"}, {2, "Unten"}}; }
-    platform_linux::QueueDevice device(const std::string&) override { return hardware; }
-    std::map<std::string, std::string> options(const std::string&, const platform_linux::QueueMedia& media, int bin,
-                                               int orientation, int colorMode) override {
+    platform_linux::cups::QueueDevice device(const std::string&) override { return hardware; }
+    std::map<std::string, std::string> options(const std::string&, const platform_linux::cups::QueueMedia& media,
+                                               int bin, int orientation, int colorMode) override {
         std::ostringstream text;
         text << bin << ' ' << media.keyword << ' ' << orientation << ' ' << colorMode;
         return {{"all", text.str()}};
     }
-    bool canAdminister(const std::string&) override { return false; }
-    void purge(const std::string&) override { jobs.clear(); }
-    bool running() override { return true; }
-    std::string errorText(std::uint32_t) override { return "Text"; }
-    int submit(const platform_linux::QueueJob& job, int fileDescriptor) override {
+    int submit(const platform_linux::cups::QueueJob& job, int fileDescriptor) override {
         if (++submits == refused) {
             throw platform::SpoolerError(0x506, "Warteschlange „" + job.queue + "“ nimmt nichts an.");
         }
@@ -109,7 +100,7 @@ public:
         return submits;
     }
 
-    platform_linux::QueueDevice hardware;
+    platform_linux::cups::QueueDevice hardware;
     std::vector<std::string> jobs;
     int submits = 0;
     int refused = 0;  // the number of the submit that fails

@@ -2,9 +2,9 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include "platform/linux/spool/builtin_printer.h"
-#include "platform/linux/spool/document_name.h"
-#include "platform/linux/spool/pdf_print_document.h"
+#include "platform/linux/documents/document_name.h"
+#include "platform/linux/documents/pdf_print_document.h"
+#include "platform/linux/spool/builtin_target.h"
 #include "spool_fakes.h"
 
 namespace {
@@ -18,28 +18,28 @@ using spool_test::printPage;
 using Names = std::set<std::string>;
 
 TEST(DocumentName, IsTheTitleWithoutFolderAndLastEnding) {
-    EXPECT_EQ(spool::documentName("dir\\RECHNUNG.TXT"), "RECHNUNG");
-    EXPECT_EQ(spool::documentName("/a/b\\c/Müller.2026.prn"), "Müller.2026");
-    EXPECT_EQ(spool::documentName("dir.alt\\OHNE"), "OHNE");
-    EXPECT_EQ(spool::documentName("a\nb.txt"), "a_b");
+    EXPECT_EQ(documents::documentName("dir\\RECHNUNG.TXT"), "RECHNUNG");
+    EXPECT_EQ(documents::documentName("/a/b\\c/Müller.2026.prn"), "Müller.2026");
+    EXPECT_EQ(documents::documentName("dir.alt\\OHNE"), "OHNE");
+    EXPECT_EQ(documents::documentName("a\nb.txt"), "a_b");
     for (const char* nameless : {"", "dir\\", ".TXT", "...", "a/..", " ."}) {
-        EXPECT_EQ(spool::documentName(nameless), "Druck") << nameless;
+        EXPECT_EQ(documents::documentName(nameless), "Druck") << nameless;
     }
     std::string name = "x";
     while (name.size() < 300) {
         name += "ä";
     }
-    EXPECT_EQ(spool::documentName(name).size(), 219U) << "cut between characters";
+    EXPECT_EQ(documents::documentName(name).size(), 219U) << "cut between characters";
 }
 
 class FileDocument : public testing::TestWithParam<spool::Concealment> {
 protected:
-    std::unique_ptr<spool::PdfPrintDocument> open(const std::string& title) {
-        return std::make_unique<spool::PdfPrintDocument>(std::make_unique<spool::BuiltinPrinter>(title, GetParam()),
-                                                         PdfSettings(), [this](const PdfSettings&, int descriptor) {
-                                                             return std::make_unique<spool_test::FakePdf>(script_,
-                                                                                                          descriptor);
-                                                         });
+    std::unique_ptr<documents::PdfPrintDocument> open(const std::string& title) {
+        return std::make_unique<documents::PdfPrintDocument>(
+            std::make_unique<spool::BuiltinTarget>(title, GetParam()), pdf::PdfSettings(),
+            [this](const pdf::PdfSettings&, int descriptor) {
+                return std::make_unique<spool_test::FakePdf>(script_, descriptor);
+            });
     }
 
     spool_test::ScratchFolder folder_;

@@ -1,7 +1,9 @@
 // Documents for queues, and the printers as a whole.
 #include <gtest/gtest.h>
 
-#include "platform/linux/spool/linux_spooler.h"
+#include "platform/linux/code_page.h"
+#include "platform/linux/cups/queue_target.h"
+#include "platform/linux/spool/linux_printing.h"
 #include "spool_fakes.h"
 
 namespace {
@@ -12,41 +14,30 @@ using platform::PageOption;
 using spool_test::printPage;
 using Strings = std::vector<std::string>;
 
-class QueueSpooler : public testing::Test {
+class QueueDocument : public testing::Test {
 protected:
-    QueueSpooler()
-        : spooler_([] { return CodePage{}; }, "Test",
-                   {[this]() -> std::unique_ptr<PrintQueues> {
-                        ++loaded_;
-                        if (!installed_) {
-                            throw runtime::Error(runtime::errFileNotFound);
-                        }
-                        auto queues = std::make_unique<spool_test::FakeQueues>();
-                        queues->hardware = hardware_;
-                        queues_ = queues.get();
-                        return queues;
-                    },
-                    [this](const PdfSettings&, int descriptor) {
-                        return std::make_unique<spool_test::FakePdf>(script_, descriptor);
-                    }}) {
-        hardware_.resolutionX = 600;
-        hardware_.resolutionY = 300;
-        hardware_.color = true;
-        hardware_.defaultColorMode = 2;
-        hardware_.a4 = {"a4", 595.2, 841.2, 12, 24, 36, 48};
-        hardware_.own = {"letter", 612, 792, 0, 0, 0, 0};
+    QueueDocument() {
+        queues_->hardware.resolutionX = 600;
+        queues_->hardware.resolutionY = 300;
+        queues_->hardware.color = true;
+        queues_->hardware.defaultColorMode = 2;
+        queues_->hardware.a4 = {"a4", 595.2, 841.2, 12, 24, 36, 48};
+        queues_->hardware.own = {"letter", 612, 792, 0, 0, 0, 0};
     }
-    std::unique_ptr<platform::PrintDocument> open() { return spooler_.openDocument("Links", "dir\\T.TXT"); }
+    std::unique_ptr<platform::PrintDocument> open() {
+        const std::string title = "dir\\T.TXT";
+        const auto make = documents::pdfDocuments({[] { return CodePage{}; }, "Test"},
+                                                  [this](const pdf::PdfSettings&, int descriptor) {
+                                                      return std::make_unique<spool_test::FakePdf>(script_, descriptor);
+                                                  });
+        return make(std::make_unique<cups::QueueTarget>(queues_, "Links", title), title);
+    }
 
-    bool installed_ = true;
-    QueueDevice hardware_;
-    int loaded_ = 0;
-    spool_test::FakeQueues* queues_ = nullptr;
+    std::shared_ptr<spool_test::FakeQueues> queues_ = std::make_shared<spool_test::FakeQueues>();
     spool_test::PdfScript script_;
-    LinuxSpooler spooler_;
 };
 
-TEST_F(QueueSpooler, PageThatChangesTheBinStartsAFurtherJob) {
+TEST_F(QueueDocument, PageThatChangesTheBinStartsAFurtherJob) {
     const auto document = open();
     printPage(*document, "a");
     document->setOption(PageOption::paperBin, 2);
@@ -67,7 +58,7 @@ TEST_F(QueueSpooler, PageThatChangesTheBinStartsAFurtherJob) {
                                       "Links/dir\\T.TXT 2 a4 2 2: head [e ] end"}));
 }
 
-TEST_F(QueueSpooler, PageIsTheQueuesOwn) {
+TEST_F(QueueDocument, PageIsTheQueuesOwn) {
     const auto document = open();
     EXPECT_EQ(document->surface().capabilities(),
               (platform::DeviceCapabilities{5100, 3300, 600, 300, 5100, 3300, 0, 0}));
@@ -103,7 +94,7 @@ TEST_F(QueueSpooler, PageIsTheQueuesOwn) {
     EXPECT_EQ(document->option(PageOption::paperBin), 2);
 }
 
-TEST_F(QueueSpooler, NothingFollowsAJobThatWasAbortedOrRefused) {
+TEST_F(QueueDocument, NothingFollowsAJobThatWasAbortedOrRefused) {
     const auto aborted = open();
     printPage(*aborted, "x");
     aborted->abort();
@@ -130,17 +121,25 @@ TEST_F(QueueSpooler, NothingFollowsAJobThatWasAbortedOrRefused) {
     EXPECT_EQ(queues_->submits, 2) << "an incomplete PDF is not sent";
 }
 
-TEST_F(QueueSpooler, WithoutCupsThereIsTheBuiltinPrinterAlone) {
-    installed_ = false;
-    EXPECT_TRUE(spooler_.hasPrinters());
-    EXPECT_EQ(loaded_, 0) << "the host waits for this answer";
-    EXPECT_EQ(spooler_.printerNames(), Strings{"Korvano PDF"});
-    EXPECT_EQ(spooler_.defaultPrinter(), "Korvano PDF");
-    EXPECT_FALSE(spooler_.serviceRunning());
-    EXPECT_EQ(spooler_.printer("Korvano PDF").status, platform::printer_status::ready);
-    EXPECT_THROW(spooler_.jobCount("Links"), platform::SpoolerError);
-    EXPECT_THROW(open(), platform::SpoolerError);
-    EXPECT_EQ(loaded_, 1) << "tried once";
+TEST(LinuxPrinting, WithoutCupsThereIsTheBuiltinPrinterAlone) {
+    int loaded = 0;
+    spool::LinuxPrinting printing({[] { return CodePage{}; }, "Test"},
+                                  {[&loaded](const documents::DocumentFactory&) -> std::unique_ptr<cups::PrintServer> {
+                                       ++loaded;
+                                       throw runtime::Error(runtime::errFileNotFound);
+                                   },
+                                   {}});
+    platform::Spooler& spooler = printing.spooler();
+    EXPECT_TRUE(spooler.hasPrinters());
+    EXPECT_EQ(loaded, 0) << "the host waits for this answer";
+    EXPECT_EQ(spooler.printerNames(), Strings{"Korvano PDF"});
+    EXPECT_EQ(spooler.defaultPrinter(), "Korvano PDF");
+    EXPECT_FALSE(spooler.serviceRunning());
+    EXPECT_EQ(spooler.printer("Korvano PDF").status, platform::printer_status::ready);
+    EXPECT_EQ(printing.jobs().count("Korvano PDF"), 0);
+    EXPECT_THROW(printing.jobs().count("Links"), platform::SpoolerError);
+    EXPECT_THROW(spooler.openDocument("Links", "x"), platform::SpoolerError);
+    EXPECT_EQ(loaded, 1) << "tried once";
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 // Pictures drawn with GDI, on a bitmap instead of paper.
+#include "pictures/picture_size.h"
 #include "unit/windows_sheet.h"
 
 namespace platform_windows::print {
@@ -31,7 +32,7 @@ TEST(GdiPictures, FillTheirBoxAndKeepTheirColours) {
 
 TEST(GdiPictures, ThinLinesOfTwoColoursStayWhenShrunk) {
     for (const bool blackFirst : {false, true}) {
-        auto picture = std::make_shared<platform::Picture>(platform::makePicture(600, 600, 1));
+        auto picture = std::make_shared<platform::Picture>(pictures::makePicture(600, 600, 1));
         picture->palette[blackFirst ? 1 : 0] = {255, 255, 255};
         std::fill(picture->pixels.begin(), picture->pixels.end(), blackFirst ? 0xFF : 0);
         for (std::size_t row = 0; row < 600; ++row) {

@@ -102,9 +102,9 @@ TEST(GdiText, UnderlineSpansTheRunWithItsBlanks) {
 
 // Where the ink of text is that is turned about a point, from where it is with no turn.
 Box turnedBox(const Box& box, int x, int y, int rotation) {
-    const platform::Turn turn(rotation);
-    const platform::Area area =
-        turn.toPage({x, y}, platform::Area{{box.left - x, box.right + 1 - x}, {box.top - y, box.bottom + 1 - y}});
+    const platform::drawing::Turn turn(rotation);
+    const platform::drawing::Area area = turn.toPage(
+        {x, y}, platform::drawing::Area{{box.left - x, box.right + 1 - x}, {box.top - y, box.bottom + 1 - y}});
     return {static_cast<int>(area.across.start), static_cast<int>(area.down.start),
             static_cast<int>(area.across.end) - 1, static_cast<int>(area.down.end) - 1};
 }

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "pictures/picture_size.h"
 #include "platform/windows/print/gdi_surface.h"
 #include "platform/windows/print/print_handles.h"
 
@@ -119,7 +120,7 @@ inline FontRequest courier(int emHeight) {
 
 // Pixels of all depths: the last row is black, the others have all numbers that there are.
 inline std::shared_ptr<platform::Picture> pictureOf(int bitsPerPixel) {
-    auto picture = std::make_shared<platform::Picture>(platform::makePicture(13, 5, bitsPerPixel));
+    auto picture = std::make_shared<platform::Picture>(pictures::makePicture(13, 5, bitsPerPixel));
     for (std::size_t index = 1; index < picture->palette.size(); ++index) {
         picture->palette[index] = {static_cast<std::uint8_t>(200 - index), static_cast<std::uint8_t>(index * 3), 99};
     }

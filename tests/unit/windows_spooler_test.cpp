@@ -5,6 +5,7 @@
 
 #include "platform/windows/print/page_mode.h"
 #include "platform/windows/print/spooler_error.h"
+#include "platform/windows/print/windows_print_jobs.h"
 #include "platform/windows/print/windows_spooler.h"
 #include "runtime/error.h"
 
@@ -35,13 +36,14 @@ TEST(PageMode, RequestedSizeReplacesMeasuresAndFormName) {
 
 TEST(Spooler, UnknownPrinterIsAnErrorThatNamesItAndSaysWhatToDo) {
     WindowsSpooler spooler;
+    WindowsPrintJobs jobs;
     const std::string unknown = "Diesen Drücker gibt es nicht";
     for (const std::string& name : {unknown, std::string(), std::string(3000, 'x'), std::string("\\\\.\\nichts")}) {
         EXPECT_THROW(spooler.printer(name), platform::SpoolerError);
-        EXPECT_THROW(spooler.jobCount(name), platform::SpoolerError);
+        EXPECT_THROW(jobs.count(name), platform::SpoolerError);
         EXPECT_THROW(spooler.paperBins(name), platform::SpoolerError);
         EXPECT_THROW(spooler.canAdminister(name), platform::SpoolerError);
-        EXPECT_THROW(spooler.purge(name), platform::SpoolerError);
+        EXPECT_THROW(jobs.purge(name), platform::SpoolerError);
         EXPECT_THROW(spooler.setDefaultPrinter(name), platform::SpoolerError);
     }
     try {

@@ -17,7 +17,8 @@
 #include "platform/linux/forked_call.h"
 #include "platform/linux/module.h"
 #include "platform/linux/paths.h"
-#include "platform/unseen_box.h"
+#include "platform/messages/unseen_box.h"
+#include "runtime/program.h"
 
 namespace platform_linux {
 
@@ -149,10 +150,10 @@ Desktop* LinuxDialogs::desktop() {
 Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platform::Icon icon,
                                 const std::string& title) {
     if (Desktop* windows = desktop()) {
-        return windows->messageBox(text, buttons, icon, title.empty() ? std::string(platform::programName) : title);
+        return windows->messageBox(text, buttons, icon, title.empty() ? std::string(runtime::programName) : title);
     }
-    diagnostic(platform::unseenBox(text, buttons, title));
-    return platform::unseenAnswer(buttons);
+    diagnostic(platform::messages::unseenBox(text, buttons, title));
+    return platform::messages::unseenAnswer(buttons);
 }
 
 void LinuxDialogs::processEvents() {
@@ -175,7 +176,7 @@ void LinuxDialogs::showTextFile(const std::string& path) {
 
 void LinuxDialogs::diagnostic(const std::string& line) {
     const NoBrokenPipeSignal quiet;
-    writeToStandardError(std::string(platform::programName) + ": " + platform::oneLine(line) + "\n");
+    writeToStandardError(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\n");
 }
 
 }  // namespace platform_linux

@@ -1,6 +1,6 @@
 #include "platform/linux/linux_image_files.h"
 
-#include "platform/foreign/within_memory.h"
+#include "pictures/within_memory.h"
 #include "platform/linux/images/image_codecs.h"
 #include "platform/linux/module.h"
 #include "runtime/error.h"
@@ -8,11 +8,11 @@
 namespace platform_linux {
 
 platform::Picture LinuxImageFiles::decode(std::string_view content) {
-    return platform::withinMemory([&, this] { return codecs().decode(content); });
+    return pictures::withinMemory([&, this] { return codecs().decode(content); });
 }
 
 std::string LinuxImageFiles::encode(const platform::Picture& picture, std::string_view original) {
-    return platform::withinMemory([&, this] { return codecs().encode(picture, original); });
+    return pictures::withinMemory([&, this] { return codecs().encode(picture, original); });
 }
 
 platform::ImageFiles& LinuxImageFiles::codecs() {

@@ -4,15 +4,16 @@
 #include <array>
 #include <vector>
 
-#include "platform/foreign/pixels.h"
+#include "pictures/colors.h"
+#include "pictures/picture_size.h"
 #include "platform/windows/wic_pixels.h"
 
 namespace platform_windows {
 
 namespace {
 
+using pictures::ForeignPicture;
 using platform::Color;
-using platform::ForeignPicture;
 using platform::Picture;
 
 ComObject<IWICBitmapFrameDecode> openFrame(const WicFactory& factory, const ForeignPicture& file,
@@ -31,7 +32,7 @@ ComObject<IWICBitmapFrameDecode> openFrame(const WicFactory& factory, const Fore
     UINT height = 0;
     check(frame->GetSize(&width, &height));
     if (width != file.width || height != file.height) {
-        platform::refuseDamaged(file.kind);
+        pictures::refuseDamaged(file.kind);
     }
     return frame;
 }
@@ -46,7 +47,7 @@ std::vector<Color> paletteOf(const WicFactory& factory, IWICBitmapSource& source
     std::vector<Color> result(std::size_t{1} << bits);
     for (std::size_t i = 0; i < std::min<std::size_t>(result.size(), count); ++i) {
         const auto part = [color = colors[i]](int shift) { return static_cast<std::uint8_t>(color >> shift); };
-        result[i] = platform::foreign::onWhite({part(16), part(8), part(0)}, part(24));
+        result[i] = pictures::onWhite({part(16), part(8), part(0)}, part(24));
     }
     return result;
 }
@@ -120,16 +121,16 @@ Picture decodeByWic(const WicFactory& factory, const ForeignPicture& file, std::
     const auto is = [&format](const GUID& other) { return ::IsEqualGUID(format, other) != 0; };
 
     const int bits = file.bitsPerPixel;
-    Picture picture = platform::makePicture(file.width, file.height, bits);
+    Picture picture = pictures::makePicture(file.width, file.height, bits);
     if (file.palette && (is(indexedFormat(bits)) || is(indexedFormat(8)))) {
         picture.palette = paletteOf(factory, *frame, bits, check);
         is(indexedFormat(bits)) ? copyRows(*frame, picture, check) : packNumbers(*frame, picture, check);
         return picture;
     }
     if (file.palette) {
-        picture = platform::makePicture(file.width, file.height, 24);
+        picture = pictures::makePicture(file.width, file.height, 24);
     } else if (bits <= 8) {
-        picture.palette = platform::foreign::greyPalette(bits);
+        picture.palette = pictures::greyPalette(bits);
     }
     if (bits <= 8 && !file.palette && is(greyFormat(bits))) {
         copyRows(*frame, picture, check);

@@ -7,14 +7,14 @@
 #include <utility>
 #include <vector>
 
-#include "platform/foreign/pixels.h"
+#include "pictures/colors.h"
 
 namespace platform_windows {
 
 namespace {
 
-using platform::ForeignKind;
-using platform::ForeignPicture;
+using pictures::ForeignKind;
+using pictures::ForeignPicture;
 using platform::Picture;
 
 // TIFF 6.0 and its supplements, the tag "Compression".
@@ -104,7 +104,7 @@ SystemPixels systemPixels(const Picture& picture, ForeignKind kind) {
     }
     SystemPixels pixels{GUID_WICPixelFormat24bppBGR, picture.stride(), picture.pixels};
     if (bits <= 8) {
-        const bool grey = picture.palette == platform::foreign::greyPalette(bits);
+        const bool grey = picture.palette == pictures::greyPalette(bits);
         pixels.format = grey ? greyFormat(bits) : indexedFormat(bits);
         return pixels;
     }

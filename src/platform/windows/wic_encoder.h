@@ -11,6 +11,6 @@ namespace platform_windows {
 // can hold the picture, otherwise LZW. Where the system cannot write the picture's depth, the next larger one that it
 // can. Throws what WicCheck throws.
 std::string encodeByWic(const WicFactory& factory, const platform::Picture& picture,
-                        const platform::ForeignPicture& original);
+                        const pictures::ForeignPicture& original);
 
 }  // namespace platform_windows

@@ -41,21 +41,21 @@ void WicCheck::operator()(HRESULT result) const {
         case WINCODEC_ERR_COMPONENTNOTFOUND:
         case WINCODEC_ERR_UNSUPPORTEDPIXELFORMAT:
         case WINCODEC_ERR_UNSUPPORTEDOPERATION:
-            platform::refuseForeign(kind_, "ist von einer Art, die Windows nicht kennt (" + codeOf(result) + ")");
+            pictures::refuseForeign(kind_, "ist von einer Art, die Windows nicht kennt (" + codeOf(result) + ")");
         default:
-            platform::refuseForeign(kind_, "ist beschädigt (" + codeOf(result) + ")");
+            pictures::refuseForeign(kind_, "ist beschädigt (" + codeOf(result) + ")");
     }
 }
 
-const GUID& containerOf(platform::ForeignKind kind) {
+const GUID& containerOf(pictures::ForeignKind kind) {
     switch (kind) {
-        case platform::ForeignKind::png:
+        case pictures::ForeignKind::png:
             return GUID_ContainerFormatPng;
-        case platform::ForeignKind::jpeg:
+        case pictures::ForeignKind::jpeg:
             return GUID_ContainerFormatJpeg;
-        case platform::ForeignKind::gif:
+        case pictures::ForeignKind::gif:
             return GUID_ContainerFormatGif;
-        case platform::ForeignKind::tiff:
+        case pictures::ForeignKind::tiff:
             break;
     }
     return GUID_ContainerFormatTiff;

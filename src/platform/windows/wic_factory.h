@@ -5,7 +5,7 @@
 // After windows.h, which it needs.
 #include <wincodec.h>
 
-#include "platform/foreign/foreign_picture.h"
+#include "pictures/foreign_picture.h"
 #include "platform/windows/com_object.h"
 
 namespace platform_windows {
@@ -26,14 +26,14 @@ private:
 // Turns failures of the codecs into errors: std::bad_alloc, errInvalidPicture.
 class WicCheck {
 public:
-    explicit WicCheck(platform::ForeignKind kind) : kind_(kind) {}
+    explicit WicCheck(pictures::ForeignKind kind) : kind_(kind) {}
     void operator()(HRESULT result) const;
 
 private:
-    platform::ForeignKind kind_;
+    pictures::ForeignKind kind_;
 };
 
-const GUID& containerOf(platform::ForeignKind kind);
+const GUID& containerOf(pictures::ForeignKind kind);
 
 // The kinds of pixels that a Picture has, too: numbers in a palette, or shades of grey from black to white.
 const GUID& indexedFormat(int bitsPerPixel);

@@ -6,19 +6,18 @@
 #include <array>
 #include <cstring>
 
-#include "platform/foreign/pixels.h"
+#include "pictures/colors.h"
 
 namespace platform_windows {
 
 namespace {
 
 using platform::Color;
-namespace foreign = platform::foreign;
 
 std::uint8_t wideAt(const std::uint8_t* pixel, std::size_t index) {
     std::uint16_t channel = 0;
     std::memcpy(&channel, pixel + index * sizeof(channel), sizeof(channel));
-    return foreign::eightBits(channel);
+    return pictures::eightBits(channel);
 }
 
 Color fromGrey(const std::uint8_t* pixel) { return {*pixel, *pixel, *pixel}; }
@@ -28,11 +27,11 @@ Color fromWideGrey(const std::uint8_t* pixel) {
 }
 Color fromBgr(const std::uint8_t* pixel) { return {pixel[2], pixel[1], pixel[0]}; }
 Color fromRgb(const std::uint8_t* pixel) { return {pixel[0], pixel[1], pixel[2]}; }
-Color fromBgra(const std::uint8_t* pixel) { return foreign::onWhite(fromBgr(pixel), pixel[3]); }
-Color fromRgba(const std::uint8_t* pixel) { return foreign::onWhite(fromRgb(pixel), pixel[3]); }
+Color fromBgra(const std::uint8_t* pixel) { return pictures::onWhite(fromBgr(pixel), pixel[3]); }
+Color fromRgba(const std::uint8_t* pixel) { return pictures::onWhite(fromRgb(pixel), pixel[3]); }
 Color fromWideRgb(const std::uint8_t* pixel) { return {wideAt(pixel, 0), wideAt(pixel, 1), wideAt(pixel, 2)}; }
-Color fromWideRgba(const std::uint8_t* pixel) { return foreign::onWhite(fromWideRgb(pixel), wideAt(pixel, 3)); }
-Color fromCmyk(const std::uint8_t* pixel) { return foreign::fromInks(pixel[0], pixel[1], pixel[2], pixel[3]); }
+Color fromWideRgba(const std::uint8_t* pixel) { return pictures::onWhite(fromWideRgb(pixel), wideAt(pixel, 3)); }
+Color fromCmyk(const std::uint8_t* pixel) { return pictures::fromInks(pixel[0], pixel[1], pixel[2], pixel[3]); }
 
 constexpr std::array formats = {
     PixelFormat{&GUID_WICPixelFormat8bppGray, 8, fromGrey},

@@ -6,7 +6,8 @@
 #include <exception>
 #include <string_view>
 
-#include "platform/unseen_box.h"
+#include "platform/messages/unseen_box.h"
+#include "runtime/program.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
 #include "platform/windows/wide_text.h"
@@ -109,7 +110,7 @@ bool openInEditor(const std::string& file) {
 
 Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) {
     try {
-        const std::string shownTitle = title.empty() ? std::string(platform::programName) : title;
+        const std::string shownTitle = title.empty() ? std::string(runtime::programName) : title;
         const int pressed = hasVisibleDesktop() ? ::MessageBoxW(nullptr, widen(withLineEnds(text)).c_str(),
                                                                 widen(shownTitle).c_str(), styleOf(buttons, icon))
                                                 : 0;
@@ -125,11 +126,11 @@ Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon
             default:
                 break;
         }
-        diagnostic(platform::unseenBox(text, buttons, title));
+        diagnostic(platform::messages::unseenBox(text, buttons, title));
     } catch (const std::exception&) {
         // Out of memory: the box cannot be shown, and nobody could be told either.
     }
-    return platform::unseenAnswer(buttons);
+    return platform::messages::unseenAnswer(buttons);
 }
 
 void WindowsDialogs::processEvents() {
@@ -160,8 +161,8 @@ void WindowsDialogs::showTextFile(const std::string& path) {
 
 void WindowsDialogs::diagnostic(const std::string& line) {
     try {
-        writeToStandardError(
-            encode(widen(std::string(platform::programName) + ": " + platform::oneLine(line) + "\r\n"), CP_ACP));
+        writeToStandardError(encode(
+            widen(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\r\n"), CP_ACP));
     } catch (const std::exception&) {
         // Out of memory: then there is no line.
     }

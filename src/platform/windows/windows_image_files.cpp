@@ -1,24 +1,24 @@
 #include "platform/windows/windows_image_files.h"
 
-#include "platform/foreign/within_memory.h"
+#include "pictures/within_memory.h"
 #include "platform/windows/wic_decoder.h"
 #include "platform/windows/wic_encoder.h"
 
 namespace platform_windows {
 
-using platform::ForeignPicture;
+using pictures::ForeignPicture;
 using platform::Picture;
 
 WindowsImageFiles::WindowsImageFiles() = default;
 WindowsImageFiles::~WindowsImageFiles() = default;
 
 Picture WindowsImageFiles::decode(std::string_view content) {
-    return platform::withinMemory([&, this] {
-        const ForeignPicture file = platform::inspectForeignPicture(content);
+    return pictures::withinMemory([&, this] {
+        const ForeignPicture file = pictures::inspectForeignPicture(content);
         Picture picture = decodeByWic(factory(), file, content);
         picture.dpiX = file.dpiX;
         picture.dpiY = file.dpiY;
-        if (file.kind == platform::ForeignKind::jpeg && !file.inks) {
+        if (file.kind == pictures::ForeignKind::jpeg && !file.inks) {
             picture.jpeg = content;
         }
         return picture;
@@ -26,8 +26,8 @@ Picture WindowsImageFiles::decode(std::string_view content) {
 }
 
 std::string WindowsImageFiles::encode(const Picture& picture, std::string_view original) {
-    return platform::withinMemory(
-        [&, this] { return encodeByWic(factory(), picture, platform::inspectForeignPicture(original)); });
+    return pictures::withinMemory(
+        [&, this] { return encodeByWic(factory(), picture, pictures::inspectForeignPicture(original)); });
 }
 
 const WicFactory& WindowsImageFiles::factory() {

@@ -7,7 +7,8 @@
 #include <sstream>
 #include <string>
 
-#include "platform/linux/spool/linux_spooler.h"
+#include "platform/linux/code_page.h"
+#include "platform/linux/spool/linux_printing.h"
 
 namespace {
 
@@ -40,7 +41,8 @@ void print(platform::PrintDocument& document, std::istream& pages) {
     document.end();
 }
 
-void call(platform::Spooler& spooler, const std::string& what, const std::string& name, std::istream& words) {
+void call(platform::Spooler& spooler, platform::PrintJobs& jobs, const std::string& what, const std::string& name,
+          std::istream& words) {
     if (what == "names") {
         for (const std::string& printer : spooler.printerNames()) {
             std::cout << printer << '\n';
@@ -59,11 +61,11 @@ void call(platform::Spooler& spooler, const std::string& what, const std::string
             std::cout << bin.number << ' ' << bin.name << '\n';
         }
     } else if (what == "jobs") {
-        std::cout << spooler.jobCount(name) << '\n';
+        std::cout << jobs.count(name) << '\n';
     } else if (what == "admin") {
         std::cout << spooler.canAdminister(name) << '\n';
     } else if (what == "purge") {
-        spooler.purge(name);
+        jobs.purge(name);
     } else {
         const std::string title = nextWord(words);
         print(*spooler.openDocument(name, title), words);
@@ -73,12 +75,12 @@ void call(platform::Spooler& spooler, const std::string& what, const std::string
 }  // namespace
 
 int main(int count, char** arguments) {
-    platform_linux::LinuxSpooler spooler([] { return platform_linux::dosCodePage(850); }, "Test");
+    platform_linux::spool::LinuxPrinting printing({[] { return platform_linux::dosCodePage(850); }, "Test"});
     for (int i = 1; i < count; ++i) {
         std::istringstream words(arguments[i]);
         const std::string what = nextWord(words);
         try {
-            call(spooler, what, nextWord(words), words);
+            call(printing.spooler(), printing.jobs(), what, nextWord(words), words);
         } catch (const platform::SpoolerError& error) {
             std::cout << "error " << error.code() << ' ' << error.detail() << '\n';
         } catch (const runtime::Error& error) {

@@ -33,7 +33,7 @@ protected:
 
     testing_support::RecordingDevice device;
     testing_support::RecordingSurface surface{device};
-    clsLinearBarCodes bars;
+    barcode::clsLinearBarCodes bars;
 };
 
 DrawnRectangle boxOf(const std::vector<DrawnRectangle>& rectangles) {
@@ -59,7 +59,7 @@ TEST_F(BarcodeTest, TheRatioIsCheckedAgainstTheSymbologyInForce) {
     for (const Row& row : {Row{0, 7, 1}, Row{1, 2, 1}, Row{1, 3, 1.5}, Row{2, 2.5, 1.25}, Row{8, 3, 1.5}, Row{3, 3, 1},
                            Row{7, 3, 1}, Row{10, -1, 1}, Row{12, 2, 1}, Row{1, 1.99, 0}, Row{2, 3.01, 0},
                            Row{8, std::numeric_limits<double>::quiet_NaN(), 0}}) {
-        clsLinearBarCodes fresh;
+        barcode::clsLinearBarCodes fresh;
         EXPECT_EQ(fresh.BarRatio(), 1);
         fresh.Symbology(row.symbology);
         if (row.stored > 0) {
@@ -78,13 +78,13 @@ TEST_F(BarcodeTest, TheRatioIsCheckedAgainstTheSymbologyInForce) {
 
 TEST_F(BarcodeTest, EveryRefusalHasItsNumberTextAndSource) {
     struct Row {
-        std::function<void(clsLinearBarCodes&)> step;
+        std::function<void(barcode::clsLinearBarCodes&)> step;
         int number;
         const char* text;
         const char* source;
     };
     const auto drawing = [](auto prepare) {
-        return [prepare](clsLinearBarCodes& object) {
+        return [prepare](barcode::clsLinearBarCodes& object) {
             prepare(object);
             object.DrawBarCode();
         };
@@ -102,16 +102,16 @@ TEST_F(BarcodeTest, EveryRefusalHasItsNumberTextAndSource) {
         {drawing([](auto& object) { object.Symbology(0); }), 5, symbology, drawSource},
         {drawing([](auto& object) { object.Symbology(13); }), 5, symbology, drawSource},
         {drawing([](auto& object) { object.BarCodeData(""); }), 5, noData, "clsBarCode.BarWidth"},
-        {[](auto&) { clsLinearBarCodes().TotalBarWidth(); }, 5, noOutput, "clsBarCode.BarcodeOutput"},
+        {[](auto&) { barcode::clsLinearBarCodes().TotalBarWidth(); }, 5, noOutput, "clsBarCode.BarcodeOutput"},
         // Without a surface nothing else counts, without a symbology the data does not.
-        {drawing([](auto& object) { object = clsLinearBarCodes(); }), 5, noOutput, "clsBarCode.BarcodeOutput"},
+        {drawing([](auto& object) { object = barcode::clsLinearBarCodes(); }), 5, noOutput, "clsBarCode.BarcodeOutput"},
         {drawing([](auto& object) {
              object.BarCodeData("");
              object.Symbology(-1);
          }),
          5, symbology, drawSource}};
     for (const Row& row : rows) {
-        clsLinearBarCodes object = bars;
+        barcode::clsLinearBarCodes object = bars;
         try {
             row.step(object);
             ADD_FAILURE() << row.text;
@@ -137,7 +137,7 @@ TEST_F(BarcodeTest, ARefusalSaysWhichCharacterStandsWhere) {
         } catch (const runtime::Error& error) {
             EXPECT_EQ(error.detail(), "Zeichen " + std::string(character) + possible);
         }
-        clsLinearBarCodes unchosen;
+        barcode::clsLinearBarCodes unchosen;
         EXPECT_NO_THROW(unchosen.BarCodeData(data));
         EXPECT_EQ(unchosen.HRText(), "");
     }

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "graphics/clsGrafiken.h"
-#include "report/PageInterpreter.h"
+#include "report/page_interpreter.h"
 #include "unit/support/fake_platform.h"
 
 namespace {
@@ -17,9 +17,9 @@ class GraphicsTest : public ::testing::Test {
 protected:
     GraphicsTest() { session.log.debugging(true); }
 
-    clsGrafik& add(const GrafikDaten& daten) { return set.Add(session, pictures, daten); }
-    clsGrafik& addFile(const std::string& path, std::uint8_t makro = 1) {
-        GrafikDaten daten;
+    graphics::clsGrafik& add(const graphics::GraphicDefinition& daten) { return set.Add(session, pictures, daten); }
+    graphics::clsGrafik& addFile(const std::string& path, std::uint8_t makro = 1) {
+        graphics::GraphicDefinition daten;
         daten.bytMakro = makro;
         daten.sngScaleFaktor = 1;
         daten.sBildname = path;
@@ -38,7 +38,7 @@ protected:
     FakePlatform host;
     session::Session session{host.ports};
     graphics::PictureCache pictures{host.system, host.imageFiles};
-    clsGrafiken set;
+    graphics::clsGrafiken set;
 };
 
 TEST_F(GraphicsTest, AMacroLoadsItsNumberedFileAndInvertsItBesideAMarker) {
@@ -46,7 +46,8 @@ TEST_F(GraphicsTest, AMacroLoadsItsNumberedFileAndInvertsItBesideAMarker) {
     host.imageFiles.pictures[macroThree].dpiX = 299.9994;
     host.imageFiles.pictures[macroThree].jpeg = "jpeg";
     host.system.files["C:\\KORVANO\\LASER\\KRVWinIn.M3"] = "";
-    const clsGrafik& grafik = add({.bytMakro = 3, .sMasseinheit = "cm", .sngScaleFaktor = 5.5F, .sBildname = ""});
+    const graphics::clsGrafik& grafik =
+        add({.bytMakro = 3, .sMasseinheit = "cm", .sngScaleFaktor = 5.5F, .sBildname = ""});
     EXPECT_EQ(grafik.Bildname(), macroThree);
     EXPECT_EQ(grafik.Masseinheit(), "CM");
     EXPECT_EQ(grafik.Width(), 300 * 2540 / 96.F);
@@ -87,7 +88,7 @@ TEST_F(GraphicsTest, AMissingFileIsIgnoredUnlessDebugging) {
     for (const int number : {runtime::errFileNotFound, runtime::errPathNotFound}) {
         host.system.failures["fehlt.bmp"] = number;
         session.log.debugging(false);
-        const clsGrafik& grafik = addFile("fehlt.bmp");
+        const graphics::clsGrafik& grafik = addFile("fehlt.bmp");
         EXPECT_EQ(grafik.Bild(), nullptr);
         EXPECT_EQ(grafik.Width(), 0);
         session.log.debugging(true);
@@ -120,15 +121,15 @@ protected:
         geometry.NewPrinter(printer.Device());
     }
     // Paints and gives the page's only picture.
-    DrawnPicture printed(const clsGrafik& grafik, std::string& message, float x = -1, float y = -1) {
+    DrawnPicture printed(const graphics::clsGrafik& grafik, std::string& message, float x = -1, float y = -1) {
         grafik.PrintGrafik(where, message, x, y);
         printer.NewPage();
         return host.spooler.device.pages().back().pictures.at(0);
     }
 
     printer::Printer printer{host.spooler, "Laser 1", "TEST.OUT"};
-    clsDrucker geometry{host.dialogs};
-    GrafikZiel where{printer, geometry, 100, 200};
+    printer::clsDrucker geometry{host.dialogs};
+    graphics::GraphicTarget where{printer, geometry, 100, 200};
 };
 
 // The picture is an inch wide and half an inch high: 2540 by 1270 hundredths of a millimetre.
@@ -152,7 +153,7 @@ TEST_F(PlacementTest, PositionsAreTwipsInEveryModeAndUnit) {
         {true, "CM", 254, 0, 100, 0, " cm absolut, (x;y; width;height Twips): 99,57667;-0,4233333; 1270;635"},
     };
     for (const Row& row : rows) {
-        const clsGrafik& grafik = add({1440, 2880, 1, row.unit, row.absolute, 2, "logo.bmp"});
+        const graphics::clsGrafik& grafik = add({1440, 2880, 1, row.unit, row.absolute, 2, "logo.bmp"});
         std::string message = "Text";
         const DrawnPicture picture = printed(grafik, message, row.x, row.y);
         EXPECT_EQ(message, std::string("Text") + row.message + "     Scalefaktor:2");
@@ -166,7 +167,7 @@ TEST_F(PlacementTest, PositionsAreTwipsInEveryModeAndUnit) {
 TEST_F(PlacementTest, WhatCannotBePrintedIsSaid) {
     std::string message;
     session.log.debugging(false);
-    clsGrafik& missing = addFile("fehlt.bmp");
+    graphics::clsGrafik& missing = addFile("fehlt.bmp");
     missing.PrintGrafik(where, message);
     EXPECT_EQ(message, " keine gültige Bilddatei!");
     const runtime::Error none = failureOf([&] { missing.PrintGrafik2(where, message); });
@@ -174,7 +175,7 @@ TEST_F(PlacementTest, WhatCannotBePrintedIsSaid) {
     EXPECT_EQ(none.source(), "clsGrafik_PrintGrafik");
     EXPECT_EQ(none.description(), "Fehler in clsGrafik_PrintGrafik 91 " + runtime::describe(91));
 
-    clsGrafik& grafik = addFile("logo.bmp");
+    graphics::clsGrafik& grafik = addFile("logo.bmp");
     grafik.ScaleFaktor(0);
     for (const char* unit : {"CM", "INCH"}) {
         grafik.Masseinheit(unit);
@@ -195,14 +196,14 @@ protected:
         host.addPicture("b.bmp", 96, 96);
         host.addPicture("c.bmp", 96, 96);
         session.log.debugging(false);
-        const auto define = [&](clsGrafiken& grafiken, const char* file, float y, float x) {
+        const auto define = [&](graphics::clsGrafiken& grafiken, const char* file, float y, float x) {
             grafiken.Add(session, pictures, {y, x, 1, "INCH", false, 1, file});
         };
         define(state.colGrafik, "a.bmp", 1000, 10);
         define(state.colGrafik, "b.bmp", 2000, 20);
         define(state.colGrafikA, "c.bmp", 3000, 30);
         session.log.debugging(true);
-        state.lngLinkerRand = 100;
+        state.settings.lngLinkerRand = 100;
         state.curFontSize = runtime::Currency::fromUnits(120000);
         printer.Font(printer::FontStyle{});
     }
@@ -214,9 +215,9 @@ protected:
     };
     std::vector<Place> print(std::string_view page) {
         state.blnZeileBegonnen = false;
-        printer.CurrentX(state.lngLinkerRand);
-        printer.CurrentY(state.lngKopfabstand);
-        MPrint::PageInterpreter(session, printer, state).DoPage(page);
+        printer.CurrentX(state.settings.lngLinkerRand);
+        printer.CurrentY(state.settings.lngKopfabstand);
+        report::PageInterpreter(session, printer, state, [] {}).DoPage(page);
         printer.NewPage();
         std::vector<Place> places;
         for (const DrawnPicture& drawn : host.spooler.device.pages().back().pictures) {
@@ -230,7 +231,7 @@ protected:
     }
 
     printer::Printer printer{host.spooler, "Laser 1", "TEST.OUT"};
-    MPrint::JobState state;
+    report::JobState state;
 };
 
 TEST_F(GraphicMacroTest, DrawsAtTheCurrentOrItsOwnPosition) {

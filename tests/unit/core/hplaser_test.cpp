@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "report/HplaserIni.h"
+#include "report/hplaser_ini.h"
 #include "unit/support/fake_platform.h"
 
 namespace {
@@ -17,17 +17,17 @@ protected:
     void put(const std::string& section, const std::string& key, const std::string& value) {
         host.system.profile.values[{section, key}] = value;
     }
-    clsGrafiken read(const std::string& section = "Grafik", std::uint8_t offset = 0, bool autoScale = false) {
-        MPrint::HplaserIni settings(session, pictures);
+    graphics::clsGrafiken read(const std::string& section = "Grafik", std::uint8_t offset = 0, bool autoScale = false) {
+        report::HplaserIni settings(session, pictures);
         if (autoScale) {
             settings.AutoScaleDPI();
         }
-        clsGrafiken set;
+        graphics::clsGrafiken set;
         settings.ReadGrafikPositionen(set, section, offset, 5.5F);
         return set;
     }
     // The graphic of one placement.
-    clsGrafik graphicOf(const std::string& placement) {
+    graphics::clsGrafik graphicOf(const std::string& placement) {
         put("Grafik", "Grafik4", placement);
         return read().Item(1);
     }
@@ -60,18 +60,18 @@ TEST_F(HplaserTest, BarcodeHeightIsTheNumberAsFarAsItGoes) {
           Row{"", 0.15, "0,15, gelesener Wert:  "}, Row{"Vorgabe", 0.15, "0,15, gelesener Wert:  Vorgabe"},
           Row{"vorgabe", 0, "0, gelesener Wert:  vorgabe"}, Row{"  .5 Zoll", 0.5, "0,5, gelesener Wert:  .5 Zoll"}}) {
         put("Font", "BarcodeHeight", row.value);
-        EXPECT_EQ(MPrint::HplaserIni(session, pictures).GetBarcodeHeight(), row.height) << row.value;
+        EXPECT_EQ(report::HplaserIni(session, pictures).GetBarcodeHeight(), row.height) << row.value;
         EXPECT_EQ(host.logLines().back(), std::string(">     GetBarcodeHeight: ") + row.logged);
     }
     host.system.files.erase("C:\\KORVANO\\hplaser.ini");
-    EXPECT_EQ(MPrint::HplaserIni(session, pictures).GetBarcodeHeight(), 0.15);
+    EXPECT_EQ(report::HplaserIni(session, pictures).GetBarcodeHeight(), 0.15);
 }
 
 TEST_F(HplaserTest, AutoScaleDPIIsOnForTrueOnly) {
     session.log.debugging(true);
     for (const auto& [value, on] : {std::pair{"tRUE", true}, {"1", false}, {"Wahr", false}, {"", false}}) {
         put("Modus", "AutoScaleDPI", value);
-        EXPECT_EQ(MPrint::HplaserIni(session, pictures).AutoScaleDPI(), on) << value;
+        EXPECT_EQ(report::HplaserIni(session, pictures).AutoScaleDPI(), on) << value;
         EXPECT_EQ(host.logLines().back(),
                   std::string(">     AutoScaleDPI: ") + (on ? "Wahr" : "Falsch") + ", gelesener Wert:  " + value);
     }
@@ -79,7 +79,7 @@ TEST_F(HplaserTest, AutoScaleDPIIsOnForTrueOnly) {
 
 TEST_F(HplaserTest, ScaleFactorsFollowTheScreen) {
     session.log.debugging(true);
-    MPrint::HplaserIni settings(session, pictures);
+    report::HplaserIni settings(session, pictures);
     EXPECT_EQ(settings.ScaleDPIfactor(5.5F), 5.5F);
     host.system.screenDpi = 120;
     EXPECT_EQ(settings.ScaleDPIfactor(5.5F), 4.4F);
@@ -88,7 +88,7 @@ TEST_F(HplaserTest, ScaleFactorsFollowTheScreen) {
     put("Modus", "AutoScaleDPI", "TRUE");
     put("Grafik", "Grafik1", "0,0,logo.bmp");
     put("Grafik", "Grafik2", "0,0,logo.bmp,INCH,False,2.5");
-    clsGrafiken set = read("Grafik", 0, true);
+    graphics::clsGrafiken set = read("Grafik", 0, true);
     EXPECT_EQ(set.Item(1).ScaleFaktor(), 4.4F);
     EXPECT_EQ(set.Item(2).ScaleFaktor(), 2);
     EXPECT_EQ(read().Item(2).ScaleFaktor(), 2.5F);
@@ -113,7 +113,7 @@ TEST_F(HplaserTest, PlacementsHaveSixFieldsOrTheDefaultsOfThree) {
              Row{"0,0,255,CM,-1,1", 0, 0, 255, "CM", true, 1},
              Row{"0,0,0,CM,0,1", 0, 0, 0, "CM", false, 1},
          }) {
-        const clsGrafik grafik = graphicOf(row.placement);
+        const graphics::clsGrafik grafik = graphicOf(row.placement);
         EXPECT_EQ(grafik.YPos(), row.y) << row.placement;
         EXPECT_EQ(grafik.XPos(), row.x) << row.placement;
         EXPECT_EQ(grafik.Makro(), row.makro) << row.placement;
@@ -155,7 +155,7 @@ TEST_F(HplaserTest, WhatIsNoNumberOrNoMacroEndsTheReading) {
     EXPECT_EQ(failureOf("GrafikSize1", "hoch,2,3").number(), runtime::errTypeMismatch);
     EXPECT_EQ(failureOf("GrafikSize2", "1,,3").number(), runtime::errTypeMismatch);
     host.system.files["text.bmp"] = "kein Bild";
-    EXPECT_EQ(failureOf("Grafik1", "0,0,text.bmp").number(), clsGrafik::errUnreadable);
+    EXPECT_EQ(failureOf("Grafik1", "0,0,text.bmp").number(), graphics::clsGrafik::errUnreadable);
 }
 
 TEST_F(HplaserTest, SizesApplyToWhatIsDefinedSoFar) {
@@ -165,7 +165,7 @@ TEST_F(HplaserTest, SizesApplyToWhatIsDefinedSoFar) {
     put("Grafik_A", "Grafik3", "0,0,2");
     put("Grafik_A", "GrafikSize3", "100,200.5,2");
     put("Grafik_A", "Grafik9", "0,0,2");
-    clsGrafiken set = read("Grafik_A", 10);
+    graphics::clsGrafiken set = read("Grafik_A", 10);
     ASSERT_EQ(set.Count(), 3U);
     for (const std::size_t position : {1U, 2U}) {
         EXPECT_EQ(set.Item(position).Makro(), 12);

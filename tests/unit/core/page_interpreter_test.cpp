@@ -3,9 +3,9 @@
 #include <random>
 
 #include "barcode/clsLinearBarCodes.h"
-#include "report/BarcodeMacro.h"
-#include "report/PageCutter.h"
-#include "report/PageInterpreter.h"
+#include "report/barcode_macro.h"
+#include "report/page_cutter.h"
+#include "report/page_interpreter.h"
 #include "unit/support/fake_platform.h"
 
 namespace {
@@ -19,16 +19,16 @@ using testing_support::FakePlatform;
 class PageInterpreterTest : public ::testing::Test {
 protected:
     PageInterpreterTest() {
-        state.lngLinkerRand = 100;
+        state.settings.lngLinkerRand = 100;
         state.curFontSize = runtime::Currency::fromUnits(120000);
         printer.Font(printer::FontStyle{});
     }
 
     std::vector<DrawnText> print(std::string_view page) {
         state.blnZeileBegonnen = false;
-        printer.CurrentX(state.lngLinkerRand);
-        printer.CurrentY(state.lngKopfabstand);
-        MPrint::PageInterpreter(session, printer, state).DoPage(page);
+        printer.CurrentX(state.settings.lngLinkerRand);
+        printer.CurrentY(state.settings.lngKopfabstand);
+        report::PageInterpreter(session, printer, state, [] {}).DoPage(page);
         printer.NewPage();
         return host.spooler.device.pages().back().texts;
     }
@@ -36,7 +36,7 @@ protected:
     FakePlatform host;
     session::Session session{host.ports};
     printer::Printer printer{host.spooler, "Laser 1", "TEST.OUT"};
-    MPrint::JobState state;
+    report::JobState state;
 };
 
 struct Place {
@@ -217,9 +217,9 @@ TEST_F(PageInterpreterTest, RefusedBarcodesAreErrorsOfThePage) {
         const char* page;
         int number;
     };
-    for (const Row& row :
-         {Row{"^BC1,2,abc\\", clsLinearBarCodes::invalidCharacter},
-          Row{"^BC1,2,A\nB\\", clsLinearBarCodes::invalidCharacter}, Row{"^BC1,9e9,A\\", runtime::errOverflow}}) {
+    for (const Row& row : {Row{"^BC1,2,abc\\", barcode::clsLinearBarCodes::invalidCharacter},
+                           Row{"^BC1,2,A\nB\\", barcode::clsLinearBarCodes::invalidCharacter},
+                           Row{"^BC1,9e9,A\\", runtime::errOverflow}}) {
         try {
             print(row.page);
             ADD_FAILURE() << row.page;
@@ -239,12 +239,13 @@ TEST_F(PageInterpreterTest, RandomBytesNeitherCrashNorHang) {
         }
         state.intMaxZeilen = static_cast<std::int16_t>(random() % 2 == 0 ? 72 : 32767);
         try {
-            MPrint::PageCutter cutter(page);
+            report::PageCutter cutter(page);
             while (const auto cut = cutter.nextPage()) {
                 print(*cut);
             }
         } catch (const runtime::Error& error) {
-            EXPECT_TRUE(error.number() == runtime::errOverflow || error.number() == clsLinearBarCodes::invalidCharacter)
+            EXPECT_TRUE(error.number() == runtime::errOverflow ||
+                        error.number() == barcode::clsLinearBarCodes::invalidCharacter)
                 << error.what();
         }
     }
@@ -264,7 +265,7 @@ TEST(BarcodeMacro, CommasSplitTheFieldsAndLeaveTheData) {
                                    {"1", 1, 0, ""},
                                    {"", 0, 0, ""}};
     for (const auto& row : rows) {
-        const auto macro = MPrint::readBarcodeMacro(row.fields);
+        const auto macro = report::readBarcodeMacro(row.fields);
         EXPECT_EQ(macro.y, row.y) << row.fields;
         EXPECT_EQ(macro.x, row.x) << row.fields;
         EXPECT_EQ(macro.data, row.data) << row.fields;
@@ -273,7 +274,7 @@ TEST(BarcodeMacro, CommasSplitTheFieldsAndLeaveTheData) {
 
 std::vector<std::pair<std::string, std::string>> cut(std::string_view text) {
     std::vector<std::pair<std::string, std::string>> result;
-    MPrint::PageCutter cutter(text);
+    report::PageCutter cutter(text);
     while (const auto page = cutter.nextPage()) {
         result.emplace_back(*page, cutter.requestedTray());
     }

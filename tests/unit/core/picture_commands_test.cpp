@@ -6,14 +6,14 @@
 
 namespace {
 
-using MGrafikdruck::PixelSize;
+using graphics::MGrafikdruck::PixelSize;
 using testing_support::FakePlatform;
 
 class PictureCommandsTest : public ::testing::Test {
 protected:
     void start(const std::string& tail) {
         host.system.tail = tail;
-        MMain::Main(host.ports);
+        startup::MMain::Main(host.ports);
     }
     std::string lastBox() const { return host.dialogs.boxes.empty() ? "" : host.dialogs.boxes.back().text; }
 
@@ -83,7 +83,7 @@ TEST(Fit, KeepsProportionsAndAtLeastOnePixel) {
                            Row{{10, 20}, {1000, 2000}, {1000, 2000}}, Row{{3, 2}, {101, 500}, {101, 67}},
                            Row{{100000, 1}, {1000, 2000}, {1000, 1}}, Row{{1, 100000}, {1000, 2000}, {1, 2000}},
                            Row{{300000000, 1}, {30000, 40000}, {30000, 1}}}) {
-        const PixelSize size = MGrafikdruck::fit(row.picture, row.page);
+        const PixelSize size = graphics::MGrafikdruck::fit(row.picture, row.page);
         EXPECT_EQ(size, row.expected) << size.width << " x " << size.height;
     }
 }

@@ -14,7 +14,7 @@ TEST(PrinterInfo, StatusTextsAreExact) {
     FakePlatform host;
     const auto text = [&host](std::uint32_t status) {
         host.spooler.record.status = status;
-        return CPrinterInfo(host.spooler, "Laser 1").StatusText();
+        return printer::CPrinterInfo(host.spooler, host.printJobs, "Laser 1").StatusText();
     };
     EXPECT_EQ(text(0), "Ready");
     EXPECT_EQ(text(0x88), "88");
@@ -28,7 +28,7 @@ TEST(PrinterInfo, StatusTextsAreExact) {
 TEST(PrinterInfo, AFailedCallIsTheStatusUntilOneSucceeds) {
     FakePlatform host;
     host.spooler.failWith = 5;
-    CPrinterInfo info(host.spooler, "Laser 1");
+    printer::CPrinterInfo info(host.spooler, host.printJobs, "Laser 1");
     EXPECT_EQ(info.StatusText(), "Zugriff verweigert");
     host.spooler.failWith = 123456;
     info.ControlPurge();
@@ -43,18 +43,18 @@ TEST(PrinterInfo, AttributesAreReadFromTheRecord) {
     FakePlatform host;
     host.spooler.record.attributes = platform::printer_attribute::network | platform::printer_attribute::shared;
     host.spooler.record.portName = "FILE:";
-    const CPrinterInfo info(host.spooler, R"(\\srv\Laser)");
+    const printer::CPrinterInfo info(host.spooler, host.printJobs, R"(\\srv\Laser)");
     EXPECT_TRUE(info.IsNetwork() && info.IsShared() && info.IsToFile());
     EXPECT_FALSE(info.IsLocal() || info.IsOffline() || info.IsDefault());
     EXPECT_EQ(info.DisplayName(), "Laser auf srv");
-    EXPECT_TRUE(CPrinterInfo(host.spooler, "Laser 1").IsDefault());
+    EXPECT_TRUE(printer::CPrinterInfo(host.spooler, host.printJobs, "Laser 1").IsDefault());
 }
 
 TEST(Geometry, MarginsAndSizeComeFromTheDevice) {
     FakePlatform host;
     host.spooler.device.capabilities = {4760, 6816, 600, 600, 4960, 7016, 100, 100};
     const RecordingSurface surface(host.spooler.device);
-    clsDrucker geometry(host.dialogs);
+    printer::clsDrucker geometry(host.dialogs);
     EXPECT_EQ(geometry.LeftMarginCM(), 0);
     ASSERT_EQ(host.dialogs.boxes.size(), 1U);
     EXPECT_EQ(host.dialogs.boxes[0].text, "Bitte Klasse mit NewPrinter Methode initilialisieren!");

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "report/Completion.h"
 #include "report/DoReport.h"
+#include "report/completion.h"
 #include "unit/support/fake_platform.h"
 
 namespace {
@@ -20,7 +20,7 @@ protected:
     void report(const std::string& content, const std::string& graphic = "", const std::string& printer = "",
                 bool wait = false, bool twoPass = false) {
         host.system.files["A.OUT"] = content;
-        MPrint::DoReport(session, "A.OUT", graphic, printer, wait, twoPass);
+        report::MPrint::DoReport(session, {"A.OUT", graphic, printer, wait, twoPass}, [] {});
     }
     Lines texts(std::size_t page = 0) {
         Lines result;
@@ -67,7 +67,7 @@ TEST_F(ReportTest, PaperIsA4UnlessTheSettingsSayOtherwise) {
 
 TEST_F(ReportTest, AMissingFileIsReportedAndTheHostGetsNoFile) {
     host.spooler.running = false;
-    MPrint::DoReport(session, "FEHLT.OUT", "", "", false, false);
+    report::MPrint::DoReport(session, {"FEHLT.OUT", "", "", false, false}, [] {});
     EXPECT_EQ(host.logLines(),
               (Lines{">   DoReport (sDateiname='FEHLT.OUT', sGrafikname='', sDruckerTreiber='', blnWait='Falsch')",
                      ">     Allgemeiner Fehler in DoReport 53 Datei nicht gefunden",
@@ -79,7 +79,7 @@ TEST_F(ReportTest, AMissingFileIsReportedAndTheHostGetsNoFile) {
     EXPECT_EQ(host.dialogs.diagnostics,
               Lines{"Druckauftrag 'FEHLT.OUT' abgebrochen, Fehler 53: Datei nicht gefunden: FEHLT.OUT"});
     host.dialogs.answer = platform::Answer::no;
-    MPrint::DoReport(session, "FEHLT.OUT", "", "", true, false);
+    report::MPrint::DoReport(session, {"FEHLT.OUT", "", "", true, false}, [] {});
     EXPECT_TRUE(host.system.files.contains(okFile));
     EXPECT_EQ(host.dialogs.shownFiles.size(), 1U);
 }

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "settings/Auswahldatei.h"
-#include "settings/DruckerEinstellungen.h"
 #include "settings/MRegistry.h"
+#include "settings/printer_settings.h"
+#include "settings/selection_file.h"
 #include "unit/support/fake_platform.h"
 
 namespace {
@@ -25,42 +25,42 @@ protected:
 };
 
 TEST_F(SettingsTest, PathsBeginWithARootName) {
-    using MRegistry::pGetPredefinedKey;
+    using settings::MRegistry::pGetPredefinedKey;
     EXPECT_EQ(pGetPredefinedKey("hkcu"), SettingsRoot::currentUser);
     EXPECT_EQ(pGetPredefinedKey("HKEY_LOCAL_MACHINE"), SettingsRoot::localMachine);
     EXPECT_EQ(pGetPredefinedKey("HKCR"), SettingsRoot::classesRoot);
     EXPECT_EQ(pGetPredefinedKey("HKU"), SettingsRoot::users);
     try {
-        MRegistry::GetRegistryValue(host.settings, "Hkxx\\a", "b", "");
+        settings::MRegistry::GetRegistryValue(host.settings, "Hkxx\\a", "b", "");
         FAIL();
     } catch (const runtime::Error& error) {
         EXPECT_EQ(error.number(), static_cast<std::int32_t>(0x80046978U));
         EXPECT_EQ(error.source(), "pGetPredefinedKey");
         EXPECT_EQ(error.description(), "not defined yet!Hkxx");
     }
-    EXPECT_EQ(MRegistry::GetRegistryValue(host.settings, "HKCU", "b", "d"), "d");
-    MRegistry::SetRegistryValue(host.settings, "\\HKCU", "b", "c", "d");
-    EXPECT_FALSE(MRegistry::RegistryKeyExists(host.settings, "HKCU"));
+    EXPECT_EQ(settings::MRegistry::GetRegistryValue(host.settings, "HKCU", "b", "d"), "d");
+    settings::MRegistry::SetRegistryValue(host.settings, "\\HKCU", "b", "c", "d");
+    EXPECT_FALSE(settings::MRegistry::RegistryKeyExists(host.settings, "HKCU"));
     EXPECT_TRUE(host.settings.keys.empty());
     host.settings.put("a", "b", std::string("c"));
-    EXPECT_EQ(MRegistry::GetRegistryValue(host.settings, "\\HKCU\\a", "b", "d"), "c");
+    EXPECT_EQ(settings::MRegistry::GetRegistryValue(host.settings, "\\HKCU\\a", "b", "d"), "c");
 }
 
 TEST_F(SettingsTest, DefaultsAreNotStoredButExistingValuesAreOverwritten) {
     const auto set = [this](const char* text, std::string_view byDefault) {
-        MRegistry::SetRegistryValue(host.settings, "HKCU\\a", "b", text, byDefault);
+        settings::MRegistry::SetRegistryValue(host.settings, "HKCU\\a", "b", text, byDefault);
     };
     set("0", "0");
     EXPECT_EQ(stored("a", "b"), "(fehlt)");
     set("5", "0");
     set("0", "0");
     EXPECT_EQ(stored("a", "b"), "0");
-    MRegistry::SetRegistryValue(host.settings, "HKCU\\a", "c", "0", MRegistry::noDefault);
+    settings::MRegistry::SetRegistryValue(host.settings, "HKCU\\a", "c", "0", settings::MRegistry::noDefault);
     EXPECT_EQ(stored("a", "c"), "0");
 }
 
 TEST_F(SettingsTest, AFreshUserHasTheDefaults) {
-    const auto settings = MRegistry::DruckerEinstellungenLaden(session, "Laser 1", 2);
+    const auto settings = settings::loadPrinterSettings(session, "Laser 1", 2);
     EXPECT_EQ(settings.lngLinkerRand, 0);
     EXPECT_EQ(settings.lngKopfabstand, 500);
     EXPECT_EQ(settings.lngZeilenabstand, 222);
@@ -76,14 +76,14 @@ TEST_F(SettingsTest, ValuesAreReadByTypeAndLocaleAndFallBackSilently) {
     host.settings.put(key, "LinkerRand", std::uint32_t{0xFFFFFFF6});
     host.settings.put(key, "ObererRand", std::string("viel"));
     host.settings.put(key, "ScaleFaktor", std::string("4,4"));
-    auto settings = MRegistry::DruckerEinstellungenLaden(session, "Laser 1", 0);
+    auto settings = settings::loadPrinterSettings(session, "Laser 1", 0);
     EXPECT_EQ(settings.lngZeilenabstand, 240);
     EXPECT_EQ(settings.lngLinkerRand, -10);
     EXPECT_EQ(settings.lngKopfabstand, 500);
     EXPECT_EQ(settings.sngScaleFaktor, 4.4F);
     host.system.userLocale.decimalSeparator = ".";
     host.settings.put(key, "ObererRand", std::string("99999999999"));
-    settings = MRegistry::DruckerEinstellungenLaden(session, "Laser 1", 0);
+    settings = settings::loadPrinterSettings(session, "Laser 1", 0);
     EXPECT_EQ(settings.sngScaleFaktor, 5.5F);
     EXPECT_EQ(settings.lngKopfabstand, 500);
 }
@@ -98,7 +98,7 @@ TEST_F(SettingsTest, OldSettingsAreCarriedOverOnce) {
     host.settings.put(oldKey, "Schacht4", std::string("7"));
     session.log.debugging(true);
 
-    const auto settings = MRegistry::DruckerEinstellungenLaden(session, "\\\\srv\\Laser", 1);
+    const auto settings = settings::loadPrinterSettings(session, "\\\\srv\\Laser", 1);
     EXPECT_EQ(settings.lngLinkerRand, 120);
     EXPECT_EQ(settings.sngScaleFaktor, 4.4F);
     EXPECT_EQ(stored(key30, "LastDriverUsed"), "\\\\srv\\Laser");
@@ -115,18 +115,18 @@ TEST_F(SettingsTest, OldSettingsAreCarriedOverOnce) {
                                         ">     bestehende Werte lesen srv\\Laser"}));
 
     host.settings.put(oldKey, "LinkerRand", std::string("999"));
-    EXPECT_EQ(MRegistry::DruckerEinstellungenLaden(session, "\\\\srv\\Laser", 1).lngLinkerRand, 120);
+    EXPECT_EQ(settings::loadPrinterSettings(session, "\\\\srv\\Laser", 1).lngLinkerRand, 120);
 }
 
 TEST_F(SettingsTest, TheSelectionFileRemembersThePrinterUpToAComma) {
-    EXPECT_EQ(MRegistry::AuswahldateiLesen(host.system), "");
-    MRegistry::AuswahldateiSchreiben(host.system, "Laser 1");
+    EXPECT_EQ(settings::readSelectionFile(host.system), "");
+    settings::writeSelectionFile(host.system, "Laser 1");
     EXPECT_EQ(host.system.files.at("C:\\KORVANO\\KRVWIN.ASW"), "Laser 1\r\n");
-    EXPECT_EQ(MRegistry::AuswahldateiLesen(host.system), "Laser 1");
-    MRegistry::AuswahldateiSchreiben(host.system, "Büro, links");
-    EXPECT_EQ(MRegistry::AuswahldateiLesen(host.system), "Büro");
+    EXPECT_EQ(settings::readSelectionFile(host.system), "Laser 1");
+    settings::writeSelectionFile(host.system, "Büro, links");
+    EXPECT_EQ(settings::readSelectionFile(host.system), "Büro");
     host.system.files["C:\\KORVANO\\KRVWIN.ASW"] = "";
-    EXPECT_EQ(MRegistry::AuswahldateiLesen(host.system), "");
+    EXPECT_EQ(settings::readSelectionFile(host.system), "");
 }
 
 }  // namespace

@@ -10,7 +10,7 @@ using testing_support::FakePlatform;
 using Arguments = std::vector<std::string>;
 
 Arguments split(std::string_view tail) {
-    const clsArguments arguments(tail);
+    const startup::clsArguments arguments(tail);
     return {arguments.begin(), arguments.end()};
 }
 
@@ -27,7 +27,7 @@ TEST(Arguments, AreSplitAtSingleSpaces) {
 }
 
 TEST(Arguments, AreReadAndRemovedByPositionAndName) {
-    clsArguments arguments("/WAIT a /wait b c");
+    startup::clsArguments arguments("/WAIT a /wait b c");
     arguments.Remove("/WAIT");
     EXPECT_EQ(arguments.Count(), 3U);
     EXPECT_EQ(arguments.Item(2), "b");
@@ -42,7 +42,7 @@ class StartUpTest : public ::testing::Test {
 protected:
     void start(const std::string& tail) {
         host.system.tail = tail;
-        MMain::Main(host.ports);
+        startup::MMain::Main(host.ports);
     }
 
     FakePlatform host;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "pictures/picture_size.h"
 #include "platform/platform.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
@@ -176,15 +177,16 @@ struct FakePlatform {
     FakeSystem system;
     MemorySettings settings;
     FakeSpooler spooler;
+    FakePrintJobs printJobs{spooler};
     RecordingDialogs dialogs;
     FakeImageFiles imageFiles;
     // Puts a picture of the given size into a file.
     void addPicture(const std::string& path, int width, int height, int bitsPerPixel = 24) {
         system.files[path] = path;
-        imageFiles.pictures[path] = platform::makePicture(width, height, bitsPerPixel);
+        imageFiles.pictures[path] = pictures::makePicture(width, height, bitsPerPixel);
     }
 
-    platform::Platform ports{system, settings, spooler, dialogs, imageFiles};
+    platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles};
 
     // Lines of the debug log without their time stamp; a line that has none is kept whole.
     std::vector<std::string> logLines() const {

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-#include "graphics/picture_file.h"
+#include "pictures/picture_file.h"
 #include "runtime/error.h"
 
 namespace test {
@@ -24,17 +24,17 @@ public:
 
 inline platform::Picture decode(std::string_view content) {
     NoOthers others;
-    return graphics::decodePicture(content, others);
+    return pictures::decodePicture(content, others);
 }
 
 inline std::string encode(const platform::Picture& picture, std::string_view original) {
     NoOthers others;
-    return graphics::encodePicture(picture, original, others);
+    return pictures::encodePicture(picture, original, others);
 }
 
 inline std::string inverted(std::string_view content) {
     platform::Picture picture = decode(content);
-    graphics::invert(picture);
+    pictures::invert(picture);
     return encode(picture, content);
 }
 
@@ -119,7 +119,7 @@ inline void expectInvertible(std::string_view content, std::string_view what) {
     const platform::Picture picture = decode(content);
     EXPECT_EQ(colorsOf(decode(encode(picture, content))), colorsOf(picture)) << what;
     platform::Picture opposite = picture;
-    graphics::invert(opposite);
+    pictures::invert(opposite);
     for (int y = 0; y < picture.height; ++y) {
         for (int x = 0; x < picture.width; ++x) {
             const platform::Color color = colorAt(picture, x, y);

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/print_jobs.h"
 #include "platform/spooler.h"
 
 namespace testing_support {
@@ -154,17 +155,8 @@ public:
         check();
         return record;
     }
-    int jobCount(const std::string&) override {
-        check();
-        const int count = jobCounts.front();
-        if (jobCounts.size() > 1) {
-            jobCounts.erase(jobCounts.begin());
-        }
-        return count;
-    }
     std::vector<platform::PaperBin> paperBins(const std::string&) override { return {}; }
     bool canAdminister(const std::string&) override { return true; }
-    void purge(const std::string&) override { check(); }
     void showProperties(const std::string&) override {}
     bool serviceRunning() override { return running; }
     std::string errorText(std::uint32_t code) override { return code == 5 ? "Zugriff verweigert" : ""; }
@@ -176,12 +168,30 @@ public:
         return std::make_unique<RecordingDocument>(device, device.documents.back());
     }
 
-private:
     void check() const {
         if (failWith != 0) {
             throw platform::SpoolerError(failWith, "");
         }
     }
+};
+
+// Fails as the spooler does.
+class FakePrintJobs : public platform::PrintJobs {
+public:
+    explicit FakePrintJobs(FakeSpooler& spooler) : spooler_(spooler) {}
+
+    int count(const std::string&) override {
+        spooler_.check();
+        const int count = spooler_.jobCounts.front();
+        if (spooler_.jobCounts.size() > 1) {
+            spooler_.jobCounts.erase(spooler_.jobCounts.begin());
+        }
+        return count;
+    }
+    void purge(const std::string&) override { spooler_.check(); }
+
+private:
+    FakeSpooler& spooler_;
 };
 
 }  // namespace testing_support

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/linux/cups/ipp_message.h"
 
@@ -22,6 +23,11 @@ public:
     // Throws platform::SpoolerError, which names the queue, when the server cannot be reached, does not answer in time
     // or refuses. A server that did not answer in time is not asked again for a while, but for a request with a file.
     IppMessage request(const std::string& queue, IppMessage message, int fileDescriptor = -1);
+
+    // The answer with these attributes of a queue.
+    IppMessage attributes(const std::string& queue, const std::vector<const char*>& names) {
+        return request(queue, makeRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, queue, names));
+    }
 
     // Fetches a resource of the server into a file; false where it cannot be had.
     bool fetch(const std::string& resource, int fileDescriptor);

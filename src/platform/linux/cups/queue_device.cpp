@@ -8,17 +8,20 @@
 #include <cstdlib>
 #include <optional>
 
+#include "platform/linux/documents/paper_sizes.h"
+
 namespace platform_linux::cups {
 
 namespace {
 
-constexpr int a4Width = 21000;  // hundredths of a millimetre, as IPP has its sizes
-constexpr int a4Height = 29700;
+using documents::PaperSize;
+
+// IPP has its sizes in hundredths of a millimetre, too.
+constexpr auto points = documents::toPoints;
+
 constexpr const char* a4Keyword = "iso_a4_210x297mm";
 // Drivers give sizes in whole points; two sizes that differ by less than this are the same paper.
 constexpr int tolerance = 100;
-
-double points(int hundredthsOfMillimetre) { return hundredthsOfMillimetre * 72.0 / 2540.0; }
 
 bool same(int width, int height, int otherWidth, int otherHeight) {
     return std::abs(width - otherWidth) < tolerance && std::abs(height - otherHeight) < tolerance;
@@ -59,8 +62,8 @@ std::optional<QueueMedia> mediaOf(ipp_t* collection, const std::vector<std::stri
 }
 
 bool isA4(const QueueMedia& media) {
-    return std::abs(media.widthPoints - points(a4Width)) < points(tolerance) &&
-           std::abs(media.heightPoints - points(a4Height)) < points(tolerance);
+    return std::abs(media.widthPoints - points(PaperSize().width)) < points(tolerance) &&
+           std::abs(media.heightPoints - points(PaperSize().height)) < points(tolerance);
 }
 
 bool hasMargins(const QueueMedia& media) {
@@ -71,6 +74,8 @@ bool hasMargins(const QueueMedia& media) {
 QueueMedia mediaOfKeyword(const std::string& keyword) {
     QueueMedia media;
     media.keyword = a4Keyword;
+    media.widthPoints = points(PaperSize().width);
+    media.heightPoints = points(PaperSize().height);
     const pwg_media_t* known = keyword.empty() ? nullptr : pwgMediaForPWG(keyword.c_str());
     if (known != nullptr && known->width > 0 && known->length > 0) {
         media.keyword = keyword;

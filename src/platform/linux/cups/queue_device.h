@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/linux/cups/ipp_message.h"
-#include "platform/linux/cups/print_queues.h"
+#include "platform/linux/cups/queue_access.h"
 
 namespace platform_linux::cups {
 

@@ -5,28 +5,28 @@
 #include <string>
 #include <string_view>
 
-#include "platform/foreign/foreign_picture.h"
+#include "pictures/foreign_picture.h"
 
 namespace platform_linux::images {
 
 // libpng. Every damage of the picture's own chunks is an error (checksums); chunks that only comment on it may be bad.
-platform::Picture decodePng(const platform::ForeignPicture& file, std::string_view content);
+platform::Picture decodePng(const pictures::ForeignPicture& file, std::string_view content);
 std::string encodePng(const platform::Picture& picture);
 
 // libjpeg. Coded data that ends early or makes no sense is an error; bytes too many, or wrong ones that make sense, are
 // not. The colours of four inks
 // are mixed without a profile, and such a file is not handed on in Picture::jpeg.
-platform::Picture decodeJpeg(const platform::ForeignPicture& file, std::string_view content);
+platform::Picture decodeJpeg(const pictures::ForeignPicture& file, std::string_view content);
 // With the quantisation, the sampling and the kind of coding of the original, for as little loss as there can be.
 std::string encodeJpeg(const platform::Picture& picture, std::string_view original);
 
 // leptonica.
-platform::Picture decodeGif(const platform::ForeignPicture& file, std::string_view content);
+platform::Picture decodeGif(const pictures::ForeignPicture& file, std::string_view content);
 std::string encodeGif(const platform::Picture& picture);
 
 // libtiff. Wrong bytes in fax-coded or deflated data of the right length cannot be told from a picture.
-platform::Picture decodeTiff(const platform::ForeignPicture& file, std::string_view content);
+platform::Picture decodeTiff(const pictures::ForeignPicture& file, std::string_view content);
 // Where the compression of the original cannot hold the picture, LZW.
-std::string encodeTiff(const platform::Picture& picture, const platform::ForeignPicture& original);
+std::string encodeTiff(const platform::Picture& picture, const pictures::ForeignPicture& original);
 
 }  // namespace platform_linux::images

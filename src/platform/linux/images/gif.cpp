@@ -2,13 +2,14 @@
 
 #include <memory>
 
+#include "pictures/picture_size.h"
 #include "platform/linux/images/codecs.h"
 
 namespace platform_linux::images {
 
 namespace {
 
-using platform::ForeignKind;
+using pictures::ForeignKind;
 using platform::Picture;
 
 struct Destroy {
@@ -70,16 +71,16 @@ OwnedPix pixOf(const Picture& picture) {
 
 }  // namespace
 
-Picture decodeGif(const platform::ForeignPicture& file, std::string_view content) {
+Picture decodeGif(const pictures::ForeignPicture& file, std::string_view content) {
     setMsgSeverity(L_SEVERITY_NONE);
     // Further pictures of an animation would be decoded, too.
     const std::string first = std::string(content.substr(0, file.end)) + ';';
     const OwnedPix pix(pixReadMemGif(reinterpret_cast<const std::uint8_t*>(first.data()), first.size()));
     if (!pix || pixGetColormap(pix.get()) == nullptr || pixGetDepth(pix.get()) != file.bitsPerPixel ||
         pixGetWidth(pix.get()) != file.width || pixGetHeight(pix.get()) != file.height) {
-        platform::refuseDamaged(ForeignKind::gif);
+        pictures::refuseDamaged(ForeignKind::gif);
     }
-    Picture picture = platform::makePicture(file.width, file.height, file.bitsPerPixel);
+    Picture picture = pictures::makePicture(file.width, file.height, file.bitsPerPixel);
     readPalette(pixGetColormap(pix.get()), picture);
     if (const auto index = static_cast<std::size_t>(file.transparentColor);
         file.transparentColor >= 0 && index < picture.palette.size()) {

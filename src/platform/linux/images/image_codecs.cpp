@@ -1,21 +1,21 @@
 #include "platform/linux/images/image_codecs.h"
 
-#include "platform/foreign/foreign_picture.h"
+#include "pictures/foreign_picture.h"
 #include "platform/linux/images/codecs.h"
 
 namespace platform_linux::images {
 
 namespace {
 
-platform::Picture decodeKind(const platform::ForeignPicture& file, std::string_view content) {
+platform::Picture decodeKind(const pictures::ForeignPicture& file, std::string_view content) {
     switch (file.kind) {
-        case platform::ForeignKind::png:
+        case pictures::ForeignKind::png:
             return decodePng(file, content);
-        case platform::ForeignKind::jpeg:
+        case pictures::ForeignKind::jpeg:
             return decodeJpeg(file, content);
-        case platform::ForeignKind::gif:
+        case pictures::ForeignKind::gif:
             return decodeGif(file, content);
-        case platform::ForeignKind::tiff:
+        case pictures::ForeignKind::tiff:
             break;
     }
     return decodeTiff(file, content);
@@ -24,7 +24,7 @@ platform::Picture decodeKind(const platform::ForeignPicture& file, std::string_v
 }  // namespace
 
 platform::Picture ImageCodecs::decode(std::string_view content) {
-    const platform::ForeignPicture file = platform::inspectForeignPicture(content);
+    const pictures::ForeignPicture file = pictures::inspectForeignPicture(content);
     platform::Picture picture = decodeKind(file, content);
     picture.dpiX = file.dpiX;
     picture.dpiY = file.dpiY;
@@ -32,15 +32,15 @@ platform::Picture ImageCodecs::decode(std::string_view content) {
 }
 
 std::string ImageCodecs::encode(const platform::Picture& picture, std::string_view original) {
-    const platform::ForeignPicture file = platform::inspectForeignPicture(original);
+    const pictures::ForeignPicture file = pictures::inspectForeignPicture(original);
     switch (file.kind) {
-        case platform::ForeignKind::png:
+        case pictures::ForeignKind::png:
             return encodePng(picture);
-        case platform::ForeignKind::jpeg:
+        case pictures::ForeignKind::jpeg:
             return encodeJpeg(picture, original);
-        case platform::ForeignKind::gif:
+        case pictures::ForeignKind::gif:
             return encodeGif(picture);
-        case platform::ForeignKind::tiff:
+        case pictures::ForeignKind::tiff:
             break;
     }
     return encodeTiff(picture, file);

@@ -1,6 +1,7 @@
 #include <vector>
 
-#include "platform/foreign/pixels.h"
+#include "pictures/colors.h"
+#include "pictures/picture_size.h"
 #include "platform/linux/images/codecs.h"
 #include "platform/linux/images/guarded.h"
 #include "platform/linux/images/jpeg_reader.h"
@@ -16,7 +17,7 @@ void mixInks(const std::vector<std::uint8_t>& row, bool inverted, std::uint8_t* 
     const std::uint8_t flip = inverted ? 255 : 0;
     const auto ink = [&](std::size_t i) { return static_cast<std::uint8_t>(row[i] ^ flip); };
     for (std::size_t i = 0; i + 3 < row.size(); i += 4) {
-        const platform::Color color = platform::foreign::fromInks(ink(i), ink(i + 1), ink(i + 2), ink(i + 3));
+        const platform::Color color = pictures::fromInks(ink(i), ink(i + 1), ink(i + 2), ink(i + 3));
         *to++ = color.red;
         *to++ = color.green;
         *to++ = color.blue;
@@ -25,7 +26,7 @@ void mixInks(const std::vector<std::uint8_t>& row, bool inverted, std::uint8_t* 
 
 }  // namespace
 
-Picture decodeJpeg(const platform::ForeignPicture& file, std::string_view content) {
+Picture decodeJpeg(const pictures::ForeignPicture& file, std::string_view content) {
     JpegReader reader(content);
     jpeg_decompress_struct& info = reader.info();
     reader.run([&] {
@@ -33,15 +34,15 @@ Picture decodeJpeg(const platform::ForeignPicture& file, std::string_view conten
         info.out_color_space = info.num_components == 1 ? JCS_GRAYSCALE : info.num_components == 4 ? JCS_CMYK : JCS_RGB;
         jpeg_start_decompress(&info);
     });
-    Picture picture = platform::makePicture(file.width, file.height, file.bitsPerPixel);
+    Picture picture = pictures::makePicture(file.width, file.height, file.bitsPerPixel);
     const bool inks = file.inks;
     if (info.output_width != static_cast<unsigned>(picture.width) ||
         info.output_height != static_cast<unsigned>(picture.height) ||
         info.output_components != (inks ? 4 : picture.bitsPerPixel / 8)) {
-        platform::refuseDamaged(file.kind);
+        pictures::refuseDamaged(file.kind);
     }
     if (picture.bitsPerPixel == 8) {
-        picture.palette = platform::foreign::greyPalette(8);
+        picture.palette = pictures::greyPalette(8);
     }
     std::vector<std::uint8_t> inkRow(inks ? static_cast<std::size_t>(picture.width) * 4 : 0);
     reader.run([&] {

@@ -4,7 +4,7 @@
 
 #include <new>
 
-#include "platform/foreign/foreign_picture.h"
+#include "pictures/foreign_picture.h"
 
 namespace platform_linux::images {
 
@@ -32,9 +32,9 @@ void JpegErrors::refuse() const {
         case JERR_SOF_UNSUPPORTED:
         case JERR_CONVERSION_NOTIMPL:
         case JERR_ARITH_NOTIMPL:
-            platform::refuseForeign(platform::ForeignKind::jpeg, "ist auf eine Art codiert, die selten vorkommt");
+            pictures::refuseForeign(pictures::ForeignKind::jpeg, "ist auf eine Art codiert, die selten vorkommt");
         default:
-            platform::refuseDamaged(platform::ForeignKind::jpeg);
+            pictures::refuseDamaged(pictures::ForeignKind::jpeg);
     }
 }
 

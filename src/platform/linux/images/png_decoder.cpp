@@ -3,7 +3,8 @@
 #include <cstring>
 #include <vector>
 
-#include "platform/foreign/pixels.h"
+#include "pictures/colors.h"
+#include "pictures/picture_size.h"
 #include "platform/linux/images/codecs.h"
 #include "platform/linux/images/guarded.h"
 
@@ -11,8 +12,8 @@ namespace platform_linux::images {
 
 namespace {
 
+using pictures::ForeignPicture;
 using platform::Color;
-using platform::ForeignPicture;
 using platform::Picture;
 
 class Reader {
@@ -60,7 +61,7 @@ public:
         for (std::size_t i = 0; i < result.size() && i < static_cast<std::size_t>(count); ++i) {
             const bool solid = opacities == nullptr || i >= static_cast<std::size_t>(opacityCount);
             const Color color{colors[i].red, colors[i].green, colors[i].blue};
-            result[i] = platform::foreign::onWhite(color, solid ? std::uint8_t{255} : opacities[i]);
+            result[i] = pictures::onWhite(color, solid ? std::uint8_t{255} : opacities[i]);
         }
         return result;
     }
@@ -92,7 +93,7 @@ private:
     }
     static void check(bool completed) {
         if (!completed) {
-            platform::refuseDamaged(platform::ForeignKind::png);
+            pictures::refuseDamaged(pictures::ForeignKind::png);
         }
     }
 
@@ -108,7 +109,7 @@ void layOnWhite(const std::vector<std::uint8_t>& raster, int channels, Picture& 
     const std::uint8_t* from = raster.data();
     for (std::size_t i = 0; i < picture.pixels.size(); i += colors, from += channels) {
         for (std::size_t channel = 0; channel < colors; ++channel) {
-            picture.pixels[i + channel] = platform::foreign::onWhite(from[channel], from[colors]);
+            picture.pixels[i + channel] = pictures::onWhite(from[channel], from[colors]);
         }
     }
 }
@@ -118,11 +119,11 @@ void layOnWhite(const std::vector<std::uint8_t>& raster, int channels, Picture& 
 Picture decodePng(const ForeignPicture& file, std::string_view content) {
     Reader reader(content);
     reader.readHeader();
-    Picture picture = platform::makePicture(file.width, file.height, file.bitsPerPixel);
+    Picture picture = pictures::makePicture(file.width, file.height, file.bitsPerPixel);
     if (file.palette) {
         picture.palette = reader.palette(file.bitsPerPixel);
     } else if (file.bitsPerPixel <= 8) {
-        picture.palette = platform::foreign::greyPalette(file.bitsPerPixel);
+        picture.palette = pictures::greyPalette(file.bitsPerPixel);
     }
     const int channels = reader.channels();
     if (channels == 2 || channels == 4) {
@@ -132,7 +133,7 @@ Picture decodePng(const ForeignPicture& file, std::string_view content) {
     } else if (reader.rowBytes() == picture.stride()) {
         reader.readRows(picture.pixels, file.height);
     } else {
-        platform::refuseDamaged(file.kind);
+        pictures::refuseDamaged(file.kind);
     }
     return picture;
 }

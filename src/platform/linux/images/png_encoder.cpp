@@ -3,7 +3,7 @@
 #include <cmath>
 #include <vector>
 
-#include "platform/foreign/pixels.h"
+#include "pictures/colors.h"
 #include "platform/linux/images/codecs.h"
 #include "platform/linux/images/guarded.h"
 #include "runtime/error.h"
@@ -44,7 +44,7 @@ private:
         png_set_write_fn(png_, this, onWrite, nullptr);
         png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
         const int bits = picture.bitsPerPixel;
-        const bool grey = bits <= 8 && picture.palette == platform::foreign::greyPalette(bits);
+        const bool grey = bits <= 8 && picture.palette == pictures::greyPalette(bits);
         const int type = bits == 24 ? PNG_COLOR_TYPE_RGB : grey ? PNG_COLOR_TYPE_GRAY : PNG_COLOR_TYPE_PALETTE;
         png_set_IHDR(png_, info_, static_cast<png_uint_32>(picture.width), static_cast<png_uint_32>(picture.height),
                      bits == 24 ? 8 : bits, type, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,

@@ -3,7 +3,8 @@
 #include <cstring>
 #include <vector>
 
-#include "platform/foreign/pixels.h"
+#include "pictures/colors.h"
+#include "pictures/picture_size.h"
 #include "platform/linux/images/codecs.h"
 #include "platform/linux/images/tiff_stream.h"
 
@@ -11,8 +12,8 @@ namespace platform_linux::images {
 
 namespace {
 
+using pictures::ForeignPicture;
 using platform::Color;
-using platform::ForeignPicture;
 using platform::Picture;
 
 template <typename Number>
@@ -21,7 +22,7 @@ Number field(TIFF* tiff, std::uint32_t tag, Number otherwise) {
     return TIFFGetFieldDefaulted(tiff, tag, &value) != 0 ? value : otherwise;
 }
 
-[[noreturn]] void refuse() { platform::refuseDamaged(platform::ForeignKind::tiff); }
+[[noreturn]] void refuse() { pictures::refuseDamaged(pictures::ForeignKind::tiff); }
 
 // A piece of the picture that is decoded at once: some of its rows, or a tile.
 struct Piece {
@@ -38,7 +39,7 @@ void forEachTile(TIFF* tiff, const Picture& picture, const Take& take) {
     const auto width = static_cast<int>(field<std::uint32_t>(tiff, TIFFTAG_TILEWIDTH, 0));
     const auto height = static_cast<int>(field<std::uint32_t>(tiff, TIFFTAG_TILELENGTH, 0));
     const tmsize_t size = TIFFTileSize(tiff);
-    if (width <= 0 || height <= 0 || size <= 0 || size > platform::mostPictureBytes) {
+    if (width <= 0 || height <= 0 || size <= 0 || size > pictures::mostPictureBytes) {
         refuse();
     }
     std::vector<std::uint8_t> tile(static_cast<std::size_t>(size));
@@ -90,7 +91,7 @@ std::uint8_t sampleAt(const std::uint8_t* row, std::size_t index, int bits) {
     }
     std::uint16_t wide = 0;
     std::memcpy(&wide, row + index * sizeof(wide), sizeof(wide));
-    return platform::foreign::eightBits(wide);
+    return pictures::eightBits(wide);
 }
 
 std::uint8_t shadeAt(const std::uint8_t* row, std::size_t x, const Layout& layout) {
@@ -100,7 +101,7 @@ std::uint8_t shadeAt(const std::uint8_t* row, std::size_t x, const Layout& layou
     const std::uint8_t shade = sampleAt(row, 2 * x, layout.bits);
     const std::uint8_t opacity = sampleAt(row, 2 * x + 1, layout.bits);
     return layout.multiplied ? static_cast<std::uint8_t>(std::min(shade + 255 - opacity, 255))
-                             : platform::foreign::onWhite(shade, opacity);
+                             : pictures::onWhite(shade, opacity);
 }
 
 void copyRows(const Piece& piece, const Layout& layout, Picture& picture) {
@@ -132,7 +133,7 @@ std::vector<Color> paletteOf(TIFF* tiff, int bits) {
         return std::any_of(channel, channel + count, [](std::uint16_t value) { return value > 255; });
     });
     const auto byteOf = [wide](std::uint16_t value) {
-        return wide ? platform::foreign::eightBits(value) : static_cast<std::uint8_t>(value);
+        return wide ? pictures::eightBits(value) : static_cast<std::uint8_t>(value);
     };
     std::vector<Color> palette;
     for (std::size_t i = 0; i < count; ++i) {
@@ -148,7 +149,7 @@ void decodeNumbers(TIFF* tiff, const ForeignPicture& file, Picture& picture) {
     const bool planes = field<std::uint16_t>(tiff, TIFFTAG_PLANARCONFIG, 0) == PLANARCONFIG_SEPARATE;
     if ((bits != picture.bitsPerPixel && bits != 16) || (format != SAMPLEFORMAT_UINT && format != SAMPLEFORMAT_VOID) ||
         (planes && file.transparency)) {
-        platform::refuseForeign(file.kind, "hat Bildpunkte einer Art, die selten vorkommt");
+        pictures::refuseForeign(file.kind, "hat Bildpunkte einer Art, die selten vorkommt");
     }
     Layout layout{.bits = bits, .opacity = file.transparency};
     std::uint16_t extraCount = 0;
@@ -158,8 +159,8 @@ void decodeNumbers(TIFF* tiff, const ForeignPicture& file, Picture& picture) {
     }
     const bool whiteIsZero = field<std::uint16_t>(tiff, TIFFTAG_PHOTOMETRIC, 0) == PHOTOMETRIC_MINISWHITE;
     picture.palette = file.palette  ? paletteOf(tiff, picture.bitsPerPixel)
-                      : whiteIsZero ? platform::foreign::reversedGreyPalette(picture.bitsPerPixel)
-                                    : platform::foreign::greyPalette(picture.bitsPerPixel);
+                      : whiteIsZero ? pictures::reversedGreyPalette(picture.bitsPerPixel)
+                                    : pictures::greyPalette(picture.bitsPerPixel);
     const auto copy = [&](const Piece& piece) { copyRows(piece, layout, picture); };
     TIFFIsTiled(tiff) != 0 ? forEachTile(tiff, picture, copy) : forEachStrip(tiff, picture, copy);
 }
@@ -170,7 +171,7 @@ public:
         std::array<char, 1024> message{};
         if (TIFFRGBAImageOK(tiff, message.data()) == 0 ||
             TIFFRGBAImageBegin(&image_, tiff, /*stop at the first error*/ 1, message.data()) == 0) {
-            platform::refuseForeign(platform::ForeignKind::tiff, "hat Farben einer Art, die selten vorkommt");
+            pictures::refuseForeign(pictures::ForeignKind::tiff, "hat Farben einer Art, die selten vorkommt");
         }
         image_.req_orientation = image_.orientation;  // rows as they are in the file
     }
@@ -228,7 +229,7 @@ Picture decodeTiff(const ForeignPicture& file, std::string_view content) {
     if (!tiff) {
         refuse();
     }
-    Picture picture = platform::makePicture(file.width, file.height, file.bitsPerPixel);
+    Picture picture = pictures::makePicture(file.width, file.height, file.bitsPerPixel);
     if (picture.bitsPerPixel < 24) {
         decodeNumbers(tiff.get(), file, picture);
     } else {

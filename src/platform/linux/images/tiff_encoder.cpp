@@ -2,7 +2,7 @@
 #include <new>
 #include <vector>
 
-#include "platform/foreign/pixels.h"
+#include "pictures/colors.h"
 #include "platform/linux/images/codecs.h"
 #include "platform/linux/images/tiff_stream.h"
 
@@ -19,9 +19,7 @@ void set(TIFF* tiff, std::uint32_t tag, Values... values) {
     }
 }
 
-bool isGrey(const Picture& picture) {
-    return picture.bitsPerPixel == 8 && picture.palette == platform::foreign::greyPalette(8);
-}
+bool isGrey(const Picture& picture) { return picture.bitsPerPixel == 8 && picture.palette == pictures::greyPalette(8); }
 
 bool canHold(std::uint32_t compression, const Picture& picture) {
     switch (compression) {
@@ -51,10 +49,10 @@ std::uint32_t compressionFor(const Picture& picture, std::uint32_t original) {
 }
 
 int setPalette(TIFF* tiff, const Picture& picture) {
-    if (picture.palette == platform::foreign::greyPalette(picture.bitsPerPixel)) {
+    if (picture.palette == pictures::greyPalette(picture.bitsPerPixel)) {
         return PHOTOMETRIC_MINISBLACK;
     }
-    if (picture.palette == platform::foreign::reversedGreyPalette(picture.bitsPerPixel)) {
+    if (picture.palette == pictures::reversedGreyPalette(picture.bitsPerPixel)) {
         return PHOTOMETRIC_MINISWHITE;
     }
     std::array<std::array<std::uint16_t, 256>, 3> channels{};
@@ -111,7 +109,7 @@ bool writeRows(TIFF* tiff, const Picture& picture) {
 
 }  // namespace
 
-std::string encodeTiff(const Picture& picture, const platform::ForeignPicture& original) {
+std::string encodeTiff(const Picture& picture, const pictures::ForeignPicture& original) {
     TiffStream stream;
     OwnedTiff tiff = stream.open();
     if (!tiff) {

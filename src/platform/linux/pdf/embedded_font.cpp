@@ -20,8 +20,8 @@ void appendEntry(std::string& text, std::string_view name, std::int64_t value) {
     appendInteger(text, value);
 }
 
-platform::FontUnits unitsOf(const FontMeasures& measures) {
-    platform::FontUnits units;
+platform::drawing::FontUnits unitsOf(const FontMeasures& measures) {
+    platform::drawing::FontUnits units;
     units.perEm = measures.unitsPerEm;
     units.ascent = measures.cellAscent;
     units.descent = measures.cellDescent;
@@ -45,7 +45,8 @@ EmbeddedFont::EmbeddedFont(FontFile file, const CodePage& codePage, int resource
     coversCodePage_ = missing <= missingAllowed;
 }
 
-FontSize EmbeddedFont::atSize(int em, platform::TextScale scale, const platform::FontPixels& pixels) const {
+FontSize EmbeddedFont::atSize(int em, platform::drawing::TextScale scale,
+                              const platform::drawing::FontPixels& pixels) const {
     FontSize size;
     size.resource = resource_;
     size.em = em;

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/font_pixels.h"
+#include "platform/drawing/font_pixels.h"
 #include "platform/linux/pdf/font_file.h"
 #include "platform/linux/pdf/font_size.h"
 #include "platform/linux/pdf/font_subset.h"
@@ -23,10 +23,10 @@ public:
     // Whether it has the characters of the code page; a few may be missing, control codes are not looked at.
     bool coversCodePage() const noexcept { return coversCodePage_; }
 
-    const platform::FontUnits& units() const noexcept { return units_; }
+    const platform::drawing::FontUnits& units() const noexcept { return units_; }
 
     // The font with an em square of that many pixels, at least 1, and what that comes to in pixels.
-    FontSize atSize(int em, platform::TextScale scale, const platform::FontPixels& pixels) const;
+    FontSize atSize(int em, platform::drawing::TextScale scale, const platform::drawing::FontPixels& pixels) const;
 
     // Notes that these bytes appear on a page.
     void use(std::string_view bytes);
@@ -44,7 +44,7 @@ private:
 
     FontFile file_;
     CodePage codePage_;
-    platform::FontUnits units_;
+    platform::drawing::FontUnits units_;
     int resource_;
     ByteGlyphs glyphs_{};
     std::array<int, 256> widths_{};  // thousandths of the em

@@ -1,10 +1,10 @@
 #include "platform/linux/pdf/document.h"
 
 // NOLINTNEXTLINE(clang-diagnostic-return-type-c-linkage): program and module are of one compiler
-extern "C" __attribute__((visibility("default"))) std::unique_ptr<platform_linux::PdfDocument> krvwinpr_pdf(
-    const platform_linux::PdfSettings& settings, int fileDescriptor);
+extern "C" __attribute__((visibility("default"))) std::unique_ptr<platform_linux::pdf::PdfDocument> krvwinpr_pdf(
+    const platform_linux::pdf::PdfSettings& settings, int fileDescriptor);
 
-std::unique_ptr<platform_linux::PdfDocument> krvwinpr_pdf(const platform_linux::PdfSettings& settings,
-                                                          int fileDescriptor) {
+std::unique_ptr<platform_linux::pdf::PdfDocument> krvwinpr_pdf(const platform_linux::pdf::PdfSettings& settings,
+                                                               int fileDescriptor) {
     return std::make_unique<platform_linux::pdf::Document>(settings, fileDescriptor);
 }

@@ -38,8 +38,8 @@ FontCollection::Choice FontCollection::load(const Request& request) {
     for (const bool all : {false, true}) {
         for (const FontLocation& location : finder_.find(request.name, request.bold, request.italic, all)) {
             if (Loaded* found = open(location)) {
-                const bool same = location.sameFamily ||
-                                  (isHostFont(request.name) && platform::hasCourierMetrics(found->font.units()));
+                const bool same = location.sameFamily || (isHostFont(request.name) &&
+                                                          platform::drawing::hasCourierMetrics(found->font.units()));
                 return {&found->font, same ? request.name : location.family};
             }
         }

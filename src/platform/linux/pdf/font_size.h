@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/page_area.h"
+#include "platform/drawing/page_area.h"
 
 namespace platform_linux::pdf {
 
@@ -15,7 +15,7 @@ struct FontSize {
     // Pixels of the direction per pixel down: 1 but for oblong pixels.
     double along = 1;
     double across = 1;
-    platform::Turn turn;
+    platform::drawing::Turn turn;
     // What each byte's advance has more than the font's own widths give it, before stretching; even: all the same.
     std::array<double, 256> spacing{};
     bool even = true;

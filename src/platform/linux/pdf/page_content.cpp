@@ -56,8 +56,8 @@ void PageContent::setColor(platform::Color color) {
     content_ += "rg\n";
 }
 
-void PageContent::showText(const FontSize& font, std::string_view text, platform::Point start, std::int64_t width,
-                           platform::TextRole role) {
+void PageContent::showText(const FontSize& font, std::string_view text, platform::drawing::Point start,
+                           std::int64_t width, platform::TextRole role) {
     const bool effect = role == platform::TextRole::effect;
     openText();
     setFont(font);
@@ -67,7 +67,7 @@ void PageContent::showText(const FontSize& font, std::string_view text, platform
     }
     if (font.even) {
         showEvenly(text);
-        pen_ = font.turn.toPage(start, platform::Point{width, 0});
+        pen_ = font.turn.toPage(start, platform::drawing::Point{width, 0});
     } else {
         showAdjusted(font, text);
         pen_.reset();  // hundredths of a pixel beside it: the next run is moved to
@@ -86,7 +86,7 @@ void PageContent::fillRectangle(std::int64_t x, std::int64_t y, std::int64_t wid
     content_ += "re f\n";
 }
 
-void PageContent::showPicture(int resource, platform::Point corner, std::int64_t width, std::int64_t height) {
+void PageContent::showPicture(int resource, platform::drawing::Point corner, std::int64_t width, std::int64_t height) {
     closeText();
     content_ += "q ";
     appendInteger(content_, width);
@@ -120,7 +120,7 @@ void PageContent::closeText() {
     }
 }
 
-void PageContent::moveTo(const FontSize& font, platform::Point start) {
+void PageContent::moveTo(const FontSize& font, platform::drawing::Point start) {
     if (font.turn == turn_ && start == pen_) {
         return;
     }
@@ -139,9 +139,9 @@ void PageContent::moveTo(const FontSize& font, platform::Point start) {
     line_ = start;
 }
 
-void PageContent::turnTo(const FontSize& font, platform::Point start) {
-    const platform::Point along = font.turn.along();
-    const platform::Point down = font.turn.down();
+void PageContent::turnTo(const FontSize& font, platform::drawing::Point start) {
+    const platform::drawing::Point along = font.turn.along();
+    const platform::drawing::Point down = font.turn.down();
     const auto append = [this](double number) {
         appendReal(content_, number, 6);
         content_ += ' ';

@@ -26,13 +26,13 @@ public:
     void setColor(platform::Color color);
 
     // Shows a run that begins at a point of its baseline and has the width given.
-    void showText(const FontSize& font, std::string_view text, platform::Point start, std::int64_t width,
+    void showText(const FontSize& font, std::string_view text, platform::drawing::Point start, std::int64_t width,
                   platform::TextRole role);
 
     void fillRectangle(std::int64_t x, std::int64_t y, std::int64_t width, std::int64_t height);
 
     // Shows a picture of the document, its left top corner at a point; a negative width or height mirrors it.
-    void showPicture(int resource, platform::Point corner, std::int64_t width, std::int64_t height);
+    void showPicture(int resource, platform::drawing::Point corner, std::int64_t width, std::int64_t height);
 
     // The whole stream; valid until the next call of begin().
     std::string_view finish();
@@ -40,8 +40,8 @@ public:
 private:
     void openText();
     void closeText();
-    void moveTo(const FontSize& font, platform::Point start);
-    void turnTo(const FontSize& font, platform::Point start);
+    void moveTo(const FontSize& font, platform::drawing::Point start);
+    void turnTo(const FontSize& font, platform::drawing::Point start);
     void setFont(const FontSize& font);
     void setSpacing(double spacing);
     void showEvenly(std::string_view text);
@@ -50,9 +50,9 @@ private:
 
     std::string content_;
     bool inText_ = false;
-    platform::Turn turn_;                 // of the text
-    platform::Point line_;                // start of the current line of text
-    std::optional<platform::Point> pen_;  // where the next glyph would appear, if that is a whole pixel
+    platform::drawing::Turn turn_;                 // of the text
+    platform::drawing::Point line_;                // start of the current line of text
+    std::optional<platform::drawing::Point> pen_;  // where the next glyph would appear, if that is a whole pixel
     int resource_ = -1;
     std::int64_t size_ = 0;
     double stretch_ = 1;

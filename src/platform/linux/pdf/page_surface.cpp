@@ -26,7 +26,7 @@ void PageSurface::begin() {
                    page_.heightPoints);
 }
 
-platform::PixelSurface::DeviceFont PageSurface::findFont(const platform::FontRequest& font) {
+platform::drawing::PixelSurface::DeviceFont PageSurface::findFont(const platform::FontRequest& font) {
     const FontCollection::Choice& choice = fonts_.choose(font.name, font.bold, font.italic);
     font_ = choice.font;
     return {{choice.name, font_->coversCodePage() ? font.charset : platform::charsetAnsi}, &font_->units()};
@@ -37,7 +37,7 @@ void PageSurface::fontSized() {
     size_.turn = turn();
 }
 
-platform::Point PageSurface::onSheet(platform::Point point) const {
+platform::drawing::Point PageSurface::onSheet(platform::drawing::Point point) const {
     return {point.x + page_.device.physicalOffsetX, point.y + page_.device.physicalOffsetY};
 }
 
@@ -47,8 +47,8 @@ void PageSurface::showRun(const Run& run) {
     content_.showText(size_, run.text, onSheet(run.start), run.width, run.role);
 }
 
-void PageSurface::showRectangle(const platform::Area& area, platform::Color color) {
-    const platform::Point corner = onSheet({area.across.start, area.down.start});
+void PageSurface::showRectangle(const platform::drawing::Area& area, platform::Color color) {
+    const platform::drawing::Point corner = onSheet({area.across.start, area.down.start});
     content_.setColor(color);
     content_.fillRectangle(corner.x, corner.y, area.across.end - area.across.start, area.down.end - area.down.start);
 }

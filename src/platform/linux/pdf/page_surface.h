@@ -3,15 +3,15 @@
 
 #include <string_view>
 
+#include "platform/drawing/pixel_surface.h"
 #include "platform/linux/pdf/font_collection.h"
 #include "platform/linux/pdf/page_content.h"
 #include "platform/linux/pdf/pdf_document.h"
 #include "platform/linux/pdf/picture_collection.h"
-#include "platform/pixel_surface.h"
 
 namespace platform_linux::pdf {
 
-class PageSurface final : public platform::PixelSurface {
+class PageSurface final : public platform::drawing::PixelSurface {
 public:
     PageSurface(FontCollection& fonts, PictureCollection& pictures) : fonts_(fonts), pictures_(pictures) {}
 
@@ -29,10 +29,10 @@ private:
     DeviceFont findFont(const platform::FontRequest& font) override;
     void fontSized() override;
     void showRun(const Run& run) override;
-    void showRectangle(const platform::Area& area, platform::Color color) override;
+    void showRectangle(const platform::drawing::Area& area, platform::Color color) override;
     void showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) override;
     // From the printable area's corner to the sheet's.
-    platform::Point onSheet(platform::Point point) const;
+    platform::drawing::Point onSheet(platform::drawing::Point point) const;
 
     FontCollection& fonts_;
     PictureCollection& pictures_;

@@ -8,7 +8,7 @@
 
 #include "platform/surface.h"
 
-namespace platform_linux {
+namespace platform_linux::pdf {
 
 struct PdfSettings {
     std::string title;     // UTF-8
@@ -46,4 +46,4 @@ public:
 // The module's entry function.
 using PdfDocumentFactory = std::unique_ptr<PdfDocument> (*)(const PdfSettings& settings, int fileDescriptor);
 
-}  // namespace platform_linux
+}  // namespace platform_linux::pdf

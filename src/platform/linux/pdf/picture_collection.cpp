@@ -18,7 +18,8 @@ int PictureCollection::use(const std::shared_ptr<const platform::Picture>& pictu
 void PictureCollection::write(ObjectWriter& writer) {
     for (const Unwritten& entry : unwritten_) {
         objects_[static_cast<std::size_t>(entry.resource)] =
-            entry.grey ? writePicture(writer, platform::greyOf(*entry.picture)) : writePicture(writer, *entry.picture);
+            entry.grey ? writePicture(writer, platform::drawing::greyOf(*entry.picture))
+                       : writePicture(writer, *entry.picture);
     }
     unwritten_.clear();
 }

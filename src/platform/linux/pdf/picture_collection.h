@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/device_pictures.h"
+#include "platform/drawing/device_pictures.h"
 #include "platform/linux/pdf/object_writer.h"
 
 namespace platform_linux::pdf {
@@ -29,7 +29,7 @@ private:
         int resource = 0;
     };
 
-    platform::DevicePictures<int> resources_;
+    platform::drawing::DevicePictures<int> resources_;
     std::vector<Unwritten> unwritten_;
     std::vector<int> objects_;  // of each resource; 0 while it is not written
 };

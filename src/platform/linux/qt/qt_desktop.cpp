@@ -7,7 +7,10 @@
 #include <array>
 #include <clocale>
 #include <cstdio>
+#include <string>
 #include <vector>
+
+#include "runtime/program.h"
 
 namespace {
 
@@ -73,7 +76,7 @@ void onlyFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QStr
 class QtDesktop : public platform_linux::Desktop {
 public:
     QtDesktop() {
-        QCoreApplication::setApplicationName("KRVWinPr");
+        QCoreApplication::setApplicationName(runtime::programName);
         QGuiApplication::setQuitOnLastWindowClosed(false);
     }
 
@@ -107,7 +110,7 @@ public:
 
 private:
     // Qt keeps references to both as long as the application lives.
-    std::array<char, 9> name_{"KRVWinPr"};
+    std::string name_ = runtime::programName;
     std::array<char*, 2> arguments_{name_.data(), nullptr};
     int argumentCount_ = 1;
     QApplication application_{argumentCount_, arguments_.data()};

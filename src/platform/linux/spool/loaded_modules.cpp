@@ -1,13 +1,17 @@
 #include "platform/linux/spool/loaded_modules.h"
 
+#include <utility>
+
 #include "platform/linux/module.h"
 
 namespace platform_linux::spool {
 
 Modules loadedModules() {
-    return {[] { return reinterpret_cast<PrintQueuesFactory>(moduleEntry("cups"))(); },
-            [](const PdfSettings& settings, int descriptor) {
-                return reinterpret_cast<PdfDocumentFactory>(moduleEntry("pdf"))(settings, descriptor);
+    return {[](documents::DocumentFactory makeDocument) {
+                return reinterpret_cast<cups::PrintServerFactory>(moduleEntry("cups"))(std::move(makeDocument));
+            },
+            [](const pdf::PdfSettings& settings, int descriptor) {
+                return reinterpret_cast<pdf::PdfDocumentFactory>(moduleEntry("pdf"))(settings, descriptor);
             }};
 }
 

@@ -1,18 +1,18 @@
-// What the spooler takes from modules, loaded at the first call.
+// What the printers take from modules, loaded at the first call.
 #pragma once
 
 #include <functional>
 #include <memory>
 
-#include "platform/linux/cups/print_queues.h"
-#include "platform/linux/spool/pdf_print_document.h"
+#include "platform/linux/cups/print_server.h"
+#include "platform/linux/documents/document_factory.h"
 
 namespace platform_linux::spool {
 
 struct Modules {
     // Throws runtime::Error where CUPS is not installed.
-    std::function<std::unique_ptr<PrintQueues>()> makeQueues;
-    PdfFactory makePdf;
+    std::function<std::unique_ptr<cups::PrintServer>(documents::DocumentFactory)> makeServer;
+    documents::PdfFactory makePdf;
 };
 
 // The modules "cups" and "pdf" beside the program.

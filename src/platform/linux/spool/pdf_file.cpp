@@ -12,8 +12,8 @@
 #include <random>
 #include <utility>
 
+#include "platform/linux/documents/document_name.h"
 #include "platform/linux/linux_error.h"
-#include "platform/linux/spool/document_name.h"
 
 namespace platform_linux::spool {
 
@@ -107,14 +107,14 @@ FileDescriptor PdfFile::makeHidden() {
     return {};
 }
 
-void PdfFile::deliver(const PageOptions& /*firstPage*/) {
+void PdfFile::deliver(const documents::PageOptions& /*firstPage*/) {
     // A file system of the network may only say now that it had no room.
     FileDescriptor copy(::dup(file_.get()));
     if (!copy || !copy.close()) {
         fail(errno);
     }
     for (int number = 1; number <= mostNumbers; ++number) {
-        if (putInPlace(numberedName(name_, number))) {
+        if (putInPlace(documents::numberedName(name_, number))) {
             hiddenName_.clear();
             return;
         }
@@ -167,7 +167,7 @@ void PdfFile::fail(int systemError) {
 }
 
 std::string PdfFile::subject() const {
-    return "Die PDF-Datei „" + numberedName(name_, 1) + "“ im Ordner „" + folder_->path + "“";
+    return "Die PDF-Datei „" + documents::numberedName(name_, 1) + "“ im Ordner „" + folder_->path + "“";
 }
 
 }  // namespace platform_linux::spool

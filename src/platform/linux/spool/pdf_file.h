@@ -4,8 +4,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/linux/documents/document_target.h"
 #include "platform/linux/file_descriptor.h"
-#include "platform/linux/spool/document_target.h"
 
 namespace platform_linux::spool {
 
@@ -24,7 +24,7 @@ enum class Concealment { unnamed, hidden };
 
 // Makes the file with the first page, as "NAME.pdf", or "NAME (2).pdf" and so on where that is taken at the moment of
 // delivery; never replaces anything.
-class PdfFile : public PdfOutput {
+class PdfFile : public documents::PdfOutput {
 public:
     PdfFile(std::shared_ptr<const Folder> folder, std::string name, Concealment concealment);
     ~PdfFile() override;
@@ -33,7 +33,7 @@ public:
 
     int descriptor() const override { return file_.get(); }
     void pageBegins() override;
-    void deliver(const PageOptions& firstPage) override;
+    void deliver(const documents::PageOptions& firstPage) override;
     runtime::Error failure(const runtime::Error& cause) override;
 
 private:

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-#include "platform/grey.h"
+#include "platform/drawing/grey.h"
 
 namespace platform_windows::print {
 
@@ -17,7 +17,7 @@ int depthOf(const Picture& picture) { return picture.bitsPerPixel == 2 ? 4 : pic
 
 std::size_t strideOf(int width, int bitsPerPixel) { return (Picture::strideOf(width, bitsPerPixel) + 3) / 4 * 4; }
 
-int brightness(Color color) { return platform::greyOf(color).red; }
+int brightness(Color color) { return platform::drawing::greyOf(color).red; }
 
 // Where pixels fall together the system keeps the number 0.
 bool hasDarkLast(const Picture& picture) {

@@ -12,8 +12,8 @@ namespace platform_windows::print {
 struct FontKey {
     const Typeface* typeface = nullptr;
     int emHeight = 0;
-    platform::Turn turn;
-    platform::TextScale scale;
+    platform::drawing::Turn turn;
+    platform::drawing::TextScale scale;
 
     bool operator==(const FontKey&) const = default;
 };

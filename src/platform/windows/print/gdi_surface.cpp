@@ -29,7 +29,7 @@ platform::DeviceCapabilities capabilitiesOf(HDC device) noexcept {
 
 GdiSurface::GdiSurface(HDC device) : device_(device), characters_(dosCharacters()) {}
 
-platform::PixelSurface::DeviceFont GdiSurface::findFont(const platform::FontRequest& font) {
+platform::drawing::PixelSurface::DeviceFont GdiSurface::findFont(const platform::FontRequest& font) {
     const auto known = std::find_if(typefaces_.begin(), typefaces_.end(),
                                     [&](const Typeface& typeface) { return typeface.isFor(font); });
     typeface_ = known != typefaces_.end() ? &*known : &typefaces_.emplace_back(device_, font, characters_);
@@ -41,7 +41,7 @@ void GdiSurface::showRun(const Run& run) {
                        {toInt(run.start.x), toInt(run.start.y)}, run.text, characters_, fontPixels());
 }
 
-void GdiSurface::showRectangle(const platform::Area& area, platform::Color color) {
+void GdiSurface::showRectangle(const platform::drawing::Area& area, platform::Color color) {
     recording_.addRectangle(
         {toInt(area.across.start), toInt(area.down.start), toInt(area.across.end), toInt(area.down.end)},
         colorRef(color));
@@ -49,7 +49,7 @@ void GdiSurface::showRectangle(const platform::Area& area, platform::Color color
 
 void GdiSurface::showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) {
     const auto& bitmap = bitmaps_.get(picture, hasColor(), [&](bool grey) {
-        return std::make_shared<DeviceBitmap>(grey ? platform::greyOf(*picture) : *picture);
+        return std::make_shared<DeviceBitmap>(grey ? platform::drawing::greyOf(*picture) : *picture);
     });
     const Stretch across{toInt(frame.corner.x), frame.width, 0, picture->width};
     const Stretch down{toInt(frame.corner.y), frame.height, 0, picture->height};

@@ -3,8 +3,8 @@
 
 #include <list>
 
-#include "platform/device_pictures.h"
-#include "platform/pixel_surface.h"
+#include "platform/drawing/device_pictures.h"
+#include "platform/drawing/pixel_surface.h"
 #include "platform/windows/print/device_bitmap.h"
 #include "platform/windows/print/dos_characters.h"
 #include "platform/windows/print/font_handles.h"
@@ -18,7 +18,7 @@ namespace platform_windows::print {
 platform::DeviceCapabilities capabilitiesOf(HDC device) noexcept;
 
 // Measures on a device at once and draws on it when the page is played.
-class GdiSurface final : public platform::PixelSurface {
+class GdiSurface final : public platform::drawing::PixelSurface {
 public:
     // The device must live as long as the surface.
     explicit GdiSurface(HDC device);
@@ -34,7 +34,7 @@ public:
 private:
     DeviceFont findFont(const platform::FontRequest& font) override;
     void showRun(const Run& run) override;
-    void showRectangle(const platform::Area& area, platform::Color color) override;
+    void showRectangle(const platform::drawing::Area& area, platform::Color color) override;
     void showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) override;
 
     HDC device_;
@@ -42,7 +42,7 @@ private:
     std::list<Typeface> typefaces_;
     const Typeface* typeface_ = nullptr;
     FontHandles handles_;
-    platform::DevicePictures<std::shared_ptr<const DeviceBitmap>> bitmaps_;
+    platform::drawing::DevicePictures<std::shared_ptr<const DeviceBitmap>> bitmaps_;
     PageRecording recording_;
 };
 

@@ -17,7 +17,7 @@ void PageRecording::clear() noexcept {
 }
 
 void PageRecording::addText(const FontKey& font, COLORREF color, POINT baseline, std::string_view bytes,
-                            const DosCharacters& characters, const platform::FontPixels& pixels) {
+                            const DosCharacters& characters, const platform::drawing::FontPixels& pixels) {
     if (fonts_.empty() || fonts_.back() != font) {
         fonts_.push_back(font);
     }

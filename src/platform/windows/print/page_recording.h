@@ -21,7 +21,7 @@ public:
     void clear() noexcept;
 
     void addText(const FontKey& font, COLORREF color, POINT baseline, std::string_view bytes,
-                 const DosCharacters& characters, const platform::FontPixels& pixels);
+                 const DosCharacters& characters, const platform::drawing::FontPixels& pixels);
     void addRectangle(const RECT& rectangle, COLORREF color);
     void addPicture(std::shared_ptr<const DeviceBitmap> bitmap, const Stretch& across, const Stretch& down);
 

@@ -40,22 +40,6 @@ private:
     std::vector<BYTE> memory_;
 };
 
-// Jobs by counting them, which for a printer of another machine includes those still on this one. False where the
-// spooler cannot list them.
-bool countJobs(HANDLE printer, DWORD& count) {
-    constexpr DWORD all = 0xFFFF;
-    std::vector<BYTE> memory;
-    DWORD needed = 0;
-    while (::EnumJobsW(printer, 0, all, 1, memory.data(), static_cast<DWORD>(memory.size()), &needed, &count) ==
-           FALSE) {
-        if (::GetLastError() != ERROR_INSUFFICIENT_BUFFER || needed <= memory.size()) {
-            return false;
-        }
-        memory.resize(needed);
-    }
-    return true;
-}
-
 }  // namespace
 
 PrinterHandle openPrinter(const std::string& name, ACCESS_MASK rights) {
@@ -93,14 +77,6 @@ platform::PrinterRecord printerRecord(const std::string& name) {
     record.jobs = info->cJobs;
     record.averagePpm = info->AveragePPM;
     return record;
-}
-
-int jobCount(const std::string& name) {
-    DWORD count = 0;
-    if (!countJobs(openPrinter(name).get(), count)) {
-        count = PrinterInfo(name)->cJobs;
-    }
-    return static_cast<int>(std::min<DWORD>(count, INT32_MAX));
 }
 
 std::vector<platform::PaperBin> paperBins(const std::string& name) {

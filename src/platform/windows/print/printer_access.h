@@ -15,8 +15,6 @@ PrinterHandle openPrinter(const std::string& name, ACCESS_MASK rights = PRINTER_
 
 platform::PrinterRecord printerRecord(const std::string& name);
 
-int jobCount(const std::string& name);
-
 // In the driver's order; empty where the driver names none.
 std::vector<platform::PaperBin> paperBins(const std::string& name);
 

@@ -6,7 +6,7 @@
 
 namespace platform_windows::print {
 
-Stretch visibleStretch(const Stretch& whole, platform::Span sheet) {
+Stretch visibleStretch(const Stretch& whole, platform::drawing::Span sheet) {
     constexpr std::int64_t longest = 0x7FFF;
     if (std::abs(std::int64_t{whole.length}) <= longest) {
         return whole;

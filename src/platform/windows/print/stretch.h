@@ -1,7 +1,7 @@
 // One direction of a picture stretched on a page.
 #pragma once
 
-#include "platform/page_area.h"
+#include "platform/drawing/page_area.h"
 
 namespace platform_windows::print {
 
@@ -16,6 +16,6 @@ struct Stretch {
 
 // Of a picture that is longer than any sheet, only the pixels that are visible: functions of the system draw nothing
 // where length times pixels is beyond the range of int. Other pictures stay whole. Some of it must be visible.
-Stretch visibleStretch(const Stretch& whole, platform::Span sheet);
+Stretch visibleStretch(const Stretch& whole, platform::drawing::Span sheet);
 
 }  // namespace platform_windows::print

@@ -73,7 +73,7 @@ Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCh
     }
     const std::wstring requested = widen(request.name);
     const bool same =
-        sameName(name, requested) || (sameName(requested, hostFont) && platform::hasCourierMetrics(units_));
+        sameName(name, requested) || (sameName(requested, hostFont) && platform::drawing::hasCourierMetrics(units_));
     face_ = {same ? request.name : narrow(name), coversCodePage_ ? request.charset : platform::charsetAnsi};
 }
 
@@ -121,14 +121,14 @@ bool Typeface::isFor(const platform::FontRequest& request) const noexcept {
            request_.italic == request.italic;
 }
 
-Font Typeface::create(int emHeight, platform::Turn turn, platform::TextScale scale) const noexcept {
+Font Typeface::create(int emHeight, platform::drawing::Turn turn, platform::drawing::TextScale scale) const noexcept {
     const auto pixels = [](double length) {
         return static_cast<LONG>(std::lround(std::clamp<double>(length, 1, mostPixels)));
     };
     LOGFONTW description = description_;
     description.lfHeight = -pixels(emHeight * scale.across);
     description.lfEscapement = description.lfOrientation = turn.degrees() * 10;
-    if (turn.upright() && scale != platform::TextScale{}) {
+    if (turn.upright() && scale != platform::drawing::TextScale{}) {
         // By itself the system would widen the letters as if they stood upright on the page.
         description.lfWidth = pixels(averageWidth_ * scale.along * emHeight / units_.perEm);
     }

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "platform/font_pixels.h"
-#include "platform/page_area.h"
+#include "platform/drawing/font_pixels.h"
+#include "platform/drawing/page_area.h"
 #include "platform/surface.h"
 #include "platform/windows/print/dos_characters.h"
 #include "platform/windows/print/print_handles.h"
@@ -22,11 +22,11 @@ public:
     const platform::FontFace& face() const noexcept { return face_; }
 
     // Of the outlines.
-    const platform::FontUnits& units() const noexcept { return units_; }
+    const platform::drawing::FontUnits& units() const noexcept { return units_; }
 
     // Without an underline; the system would draw it elsewhere than the font's own table says. The em square's height
     // is in vertical pixels. No font where the system has no room for one more.
-    Font create(int emHeight, platform::Turn turn, platform::TextScale scale) const noexcept;
+    Font create(int emHeight, platform::drawing::Turn turn, platform::drawing::TextScale scale) const noexcept;
 
 private:
     // Widths and cell at a size at which the outlines' own units are pixels.
@@ -36,7 +36,7 @@ private:
     platform::FontRequest request_;
     LOGFONTW description_{};
     platform::FontFace face_;
-    platform::FontUnits units_;
+    platform::drawing::FontUnits units_;
     int averageWidth_ = 0;  // what the system takes for it, in the same units
     bool coversCodePage_ = false;
 };

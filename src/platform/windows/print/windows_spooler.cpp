@@ -8,7 +8,7 @@
 #include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
 
-namespace platform_windows {
+namespace platform_windows::print {
 
 namespace {
 
@@ -64,22 +64,20 @@ std::string WindowsSpooler::defaultPrinter() {
 
 void WindowsSpooler::setDefaultPrinter(const std::string& name) {
     // Without this an empty name would mean any printer.
-    print::openPrinter(name);
+    openPrinter(name);
     ::SetLastError(ERROR_SUCCESS);
     if (::SetDefaultPrinterW(widen(name).c_str()) == FALSE) {
-        throw print::failure(print::lastError(), name);
+        throw failure(lastError(), name);
     }
 }
 
-platform::PrinterRecord WindowsSpooler::printer(const std::string& name) { return print::printerRecord(name); }
-
-int WindowsSpooler::jobCount(const std::string& name) { return print::jobCount(name); }
+platform::PrinterRecord WindowsSpooler::printer(const std::string& name) { return printerRecord(name); }
 
 std::vector<platform::PaperBin> WindowsSpooler::paperBins(const std::string& name) { return print::paperBins(name); }
 
 bool WindowsSpooler::canAdminister(const std::string& name) {
     try {
-        print::openPrinter(name, PRINTER_ACCESS_ADMINISTER);
+        openPrinter(name, PRINTER_ACCESS_ADMINISTER);
         return true;
     } catch (const platform::SpoolerError& error) {
         if (error.code() != ERROR_ACCESS_DENIED) {
@@ -89,32 +87,24 @@ bool WindowsSpooler::canAdminister(const std::string& name) {
     }
 }
 
-void WindowsSpooler::purge(const std::string& name) {
-    const print::PrinterHandle printer = print::openPrinter(name, PRINTER_ACCESS_ADMINISTER);
-    ::SetLastError(ERROR_SUCCESS);
-    if (::SetPrinterW(printer.get(), 0, nullptr, PRINTER_CONTROL_PURGE) == FALSE) {
-        throw print::failure(print::lastError(), name);
-    }
-}
-
 void WindowsSpooler::showProperties(const std::string& name) {
-    const print::PrinterHandle printer = print::openPrinter(name);
+    const PrinterHandle printer = openPrinter(name);
     ::SetLastError(ERROR_SUCCESS);
     if (::PrinterProperties(::GetActiveWindow(), printer.get()) == FALSE) {
         const DWORD code = ::GetLastError();
         if (code != ERROR_SUCCESS && code != ERROR_CANCELLED) {
-            throw print::failure(code, name);
+            throw failure(code, name);
         }
     }
 }
 
-bool WindowsSpooler::serviceRunning() { return print::spoolerServiceRunning(); }
+bool WindowsSpooler::serviceRunning() { return spoolerServiceRunning(); }
 
 std::string WindowsSpooler::errorText(std::uint32_t code) { return code == ERROR_SUCCESS ? "" : systemText(code); }
 
 std::unique_ptr<platform::PrintDocument> WindowsSpooler::openDocument(const std::string& name,
                                                                       const std::string& title) {
-    return std::make_unique<print::GdiDocument>(name, title);
+    return std::make_unique<GdiDocument>(name, title);
 }
 
-}  // namespace platform_windows
+}  // namespace platform_windows::print

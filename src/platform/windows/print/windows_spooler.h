@@ -8,7 +8,7 @@
 
 #include "platform/spooler.h"
 
-namespace platform_windows {
+namespace platform_windows::print {
 
 // Asks the spooler anew every time and keeps nothing; a printer of another machine has its full name
 // ("\\server\printer").
@@ -20,14 +20,12 @@ public:
     std::string defaultPrinter() override;
     void setDefaultPrinter(const std::string& name) override;
     platform::PrinterRecord printer(const std::string& name) override;
-    int jobCount(const std::string& name) override;
     std::vector<platform::PaperBin> paperBins(const std::string& name) override;
     bool canAdminister(const std::string& name) override;
-    void purge(const std::string& name) override;
     void showProperties(const std::string& name) override;
     bool serviceRunning() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;
 };
 
-}  // namespace platform_windows
+}  // namespace platform_windows::print

@@ -1,0 +1,41 @@
+// The port Spooler on CUPS: its queues, in the order in which it lists them.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/linux/cups/connection.h"
+#include "platform/linux/cups/queue_access.h"
+#include "platform/linux/documents/document_factory.h"
+#include "platform/spooler.h"
+
+namespace platform_linux::cups {
+
+class CupsSpooler final : public platform::Spooler {
+public:
+    CupsSpooler(const std::shared_ptr<Connection>& connection, documents::DocumentFactory makeDocument);
+
+    bool hasPrinters() override { return !printerNames().empty(); }
+    std::vector<std::string> printerNames() override;
+    // The user's or the server's default queue. What LPDEST or PRINTER in the user's environment name is given even if
+    // it is no queue.
+    std::string defaultPrinter() override;
+    void setDefaultPrinter(const std::string& queue) override;
+    platform::PrinterRecord printer(const std::string& queue) override;
+    std::vector<platform::PaperBin> paperBins(const std::string& queue) override;
+    // Whether the server would let the user cancel other people's jobs.
+    bool canAdminister(const std::string& queue) override;
+    void showProperties(const std::string& queue) override;
+    // Whether the scheduler answers.
+    bool serviceRunning() override;
+    std::string errorText(std::uint32_t code) override;
+    std::unique_ptr<platform::PrintDocument> openDocument(const std::string& queue, const std::string& title) override;
+
+private:
+    std::shared_ptr<Connection> connection_;
+    std::shared_ptr<QueueAccess> queues_;
+    documents::DocumentFactory makeDocument_;
+};
+
+}  // namespace platform_linux::cups

@@ -1,0 +1,35 @@
+#include "platform/linux/documents/document_name.h"
+
+#include <algorithm>
+
+namespace platform_linux::documents {
+
+namespace {
+
+// Bytes; leaves room in a file name of 255 bytes for a number, the ending and the letters of a temporary name.
+constexpr std::size_t longest = 220;
+
+}  // namespace
+
+std::string documentName(const std::string& title) {
+    const std::size_t folder = title.find_last_of("/\\");
+    std::string name = folder == std::string::npos ? title : title.substr(folder + 1);
+    if (const std::size_t dot = name.rfind('.'); dot != std::string::npos) {
+        name.resize(dot);
+    }
+    std::replace_if(
+        name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '_');
+    std::size_t length = std::min(name.size(), longest);
+    while (length > 0 && length < name.size() && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80) {
+        --length;
+    }
+    name.resize(length);
+    // A name of dots would be a folder or hide the file.
+    return name.find_first_not_of(". ") == std::string::npos ? "Druck" : name;
+}
+
+std::string numberedName(const std::string& name, int number) {
+    return name + (number > 1 ? " (" + std::to_string(number) + ")" : "") + ".pdf";
+}
+
+}  // namespace platform_linux::documents

@@ -1,0 +1,50 @@
+// Where a document goes: what can be set for its pages, how large they are, and who takes the finished PDF.
+#pragma once
+
+#include <memory>
+
+#include "platform/linux/pdf/pdf_document.h"
+#include "platform/print_document.h"
+#include "runtime/error.h"
+
+namespace platform_linux::documents {
+
+// The values of platform::PageOption.
+struct PageOptions {
+    int paperSize = platform::paperA4;
+    int paperBin = 0;
+    int orientation = 1;
+    int colorMode = 2;
+};
+
+// One PDF on its way. Destroyed before it was delivered it leaves nothing behind.
+class PdfOutput {
+public:
+    virtual ~PdfOutput() = default;
+
+    // What the PDF is written into; the same number as long as the object lives.
+    virtual int descriptor() const = 0;
+
+    // Before each page. Throws runtime::Error (errPrinter, errDiskFull) where the PDF has no place.
+    virtual void pageBegins() = 0;
+
+    // The PDF is complete: hands it over, once. Throws runtime::Error or platform::SpoolerError; then it is dropped.
+    virtual void deliver(const PageOptions& firstPage) = 0;
+
+    // The error to throw for one that happened while the PDF was written; the PDF is dropped.
+    virtual runtime::Error failure(const runtime::Error& cause) = 0;
+};
+
+class DocumentTarget {
+public:
+    virtual ~DocumentTarget() = default;
+
+    virtual PageOptions defaults() const = 0;
+    virtual bool accepts(platform::PageOption option, int value) = 0;
+    virtual pdf::PdfPage page(const PageOptions& options) const = 0;
+    // Whether a page needs a PDF of its own because of what was set for it and for the page before.
+    virtual bool separates(const PageOptions& previous, const PageOptions& next) const = 0;
+    virtual std::unique_ptr<PdfOutput> open() = 0;
+};
+
+}  // namespace platform_linux::documents

@@ -1,0 +1,138 @@
+#include "platform/linux/documents/pdf_print_document.h"
+
+#include <utility>
+
+#include "runtime/error.h"
+
+namespace platform_linux::documents {
+
+namespace {
+
+int& valueOf(PageOptions& options, platform::PageOption option) {
+    switch (option) {
+        case platform::PageOption::paperSize:
+            return options.paperSize;
+        case platform::PageOption::paperBin:
+            return options.paperBin;
+        case platform::PageOption::orientation:
+            return options.orientation;
+        case platform::PageOption::colorMode:
+            return options.colorMode;
+    }
+    throw runtime::Error(runtime::errInvalidCall);
+}
+
+}  // namespace
+
+PdfPrintDocument::PdfPrintDocument(std::unique_ptr<DocumentTarget> target, pdf::PdfSettings settings,
+                                   PdfFactory makePdf)
+    : target_(std::move(target)),
+      settings_(std::move(settings)),
+      makePdf_(std::move(makePdf)),
+      next_(target_->defaults()) {
+    startPdf();
+}
+
+platform::Surface& PdfPrintDocument::surface() { return surface_; }
+
+int PdfPrintDocument::option(platform::PageOption option) const {
+    PageOptions options = next_;
+    return valueOf(options, option);
+}
+
+void PdfPrintDocument::setOption(platform::PageOption option, int value) {
+    int& current = valueOf(next_, option);
+    if (current == value) {
+        return;
+    }
+    if (!target_->accepts(option, value)) {
+        throw runtime::Error(runtime::errInvalidPropertyValue);
+    }
+    current = value;
+    if (state_ == State::betweenPages) {
+        pdf_->setPage(target_->page(next_));
+    }
+}
+
+void PdfPrintDocument::beginPage() {
+    mustBe(State::betweenPages);
+    orGiveUp([this] {
+        if (pdf_->pageCount() > 0 && target_->separates(page_, next_)) {
+            finishPdf();
+            startPdf();
+        }
+        page_ = next_;
+        if (pdf_->pageCount() == 0) {
+            first_ = page_;
+        }
+        output_->pageBegins();
+        pdf_->beginPage();
+    });
+    state_ = State::onPage;
+}
+
+void PdfPrintDocument::endPage() {
+    mustBe(State::onPage);
+    orGiveUp([this] {
+        try {
+            pdf_->endPage();
+        } catch (const runtime::Error& error) {
+            throw output_->failure(error);
+        }
+        pdf_->setPage(target_->page(next_));
+    });
+    state_ = State::betweenPages;
+}
+
+void PdfPrintDocument::end() {
+    if (state_ == State::over) {
+        return;
+    }
+    if (pdf_->pageCount() > 0) {
+        orGiveUp([this] { finishPdf(); });
+    }
+    abort();
+}
+
+void PdfPrintDocument::abort() noexcept {
+    state_ = State::over;
+    output_.reset();
+}
+
+void PdfPrintDocument::startPdf() {
+    std::unique_ptr<PdfOutput> output = target_->open();
+    std::unique_ptr<pdf::PdfDocument> pdf = makePdf_(settings_, output->descriptor());
+    pdf->setPage(target_->page(next_));
+    surface_.forwardTo(pdf->surface());
+    pdf_ = std::move(pdf);
+    output_ = std::move(output);
+}
+
+void PdfPrintDocument::finishPdf() {
+    try {
+        pdf_->finish();
+    } catch (const runtime::Error& error) {
+        throw output_->failure(error);
+    }
+    output_->deliver(first_);
+}
+
+void PdfPrintDocument::mustBe(State state) const {
+    if (state_ != state) {
+        throw runtime::Error(runtime::errPrinter,
+                             state_ == State::over ? "Das Dokument ist schon beendet oder abgebrochen."
+                                                   : "Die Seiten des Dokuments wurden nicht der Reihe nach gedruckt.");
+    }
+}
+
+template <typename Step>
+void PdfPrintDocument::orGiveUp(Step step) {
+    try {
+        step();
+    } catch (...) {
+        abort();
+        throw;
+    }
+}
+
+}  // namespace platform_linux::documents

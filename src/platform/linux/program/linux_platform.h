@@ -1,0 +1,31 @@
+// The ports on Linux in one piece; main makes one and keeps it as long as the program runs.
+#pragma once
+
+#include "platform/linux/linux_dialogs.h"
+#include "platform/linux/linux_image_files.h"
+#include "platform/linux/linux_settings_store.h"
+#include "platform/linux/linux_system.h"
+#include "platform/linux/spool/linux_printing.h"
+#include "platform/platform.h"
+
+namespace platform_linux::program {
+
+class LinuxPlatform {
+public:
+    // To be made before anything else opens a file: standard input, output and error that whoever started the program
+    // has closed lead nowhere from then on, instead of into the first file opened. A broken pipe and a file that grows
+    // too large become errors instead of the end of the process. The arguments are those of main().
+    LinuxPlatform(int argumentCount, const char* const* arguments);
+
+    platform::Platform& ports() { return ports_; }
+
+private:
+    LinuxSettingsStore settings_;
+    LinuxSystem system_;
+    LinuxDialogs dialogs_;
+    LinuxImageFiles imageFiles_;
+    spool::LinuxPrinting printing_;
+    platform::Platform ports_;
+};
+
+}  // namespace platform_linux::program

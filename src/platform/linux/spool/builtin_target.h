@@ -1,0 +1,28 @@
+// The built-in printer as the target of a document: a PDF file in the current directory.
+#pragma once
+
+#include <string>
+
+#include "platform/linux/spool/pdf_file.h"
+
+namespace platform_linux::spool {
+
+// 600 pixels per inch, margins of 100 pixels on all sides, any paper that has a number, colour. It has no bins, so any
+// number of one will do.
+class BuiltinTarget : public documents::DocumentTarget {
+public:
+    explicit BuiltinTarget(const std::string& title, Concealment concealment = Concealment::unnamed);
+
+    documents::PageOptions defaults() const override { return {}; }
+    bool accepts(platform::PageOption option, int value) override;
+    pdf::PdfPage page(const documents::PageOptions& options) const override;
+    bool separates(const documents::PageOptions& previous, const documents::PageOptions& next) const override;
+    std::unique_ptr<documents::PdfOutput> open() override;
+
+private:
+    std::shared_ptr<const Folder> folder_;
+    std::string name_;
+    Concealment concealment_;
+};
+
+}  // namespace platform_linux::spool

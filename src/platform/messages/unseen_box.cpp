@@ -1,0 +1,48 @@
+#include "platform/messages/unseen_box.h"
+
+#include "runtime/program.h"
+#include "runtime/text.h"
+
+namespace platform::messages {
+
+namespace {
+
+std::string_view answerTaken(Buttons buttons) {
+    switch (buttons) {
+        case Buttons::okCancel:
+            return " [Antwort: OK]";
+        case Buttons::yesNo:
+            return " [Antwort: Ja]";
+        default:
+            return "";
+    }
+}
+
+}  // namespace
+
+std::string oneLine(std::string_view text) {
+    constexpr unsigned char firstPrintable = 0x20;
+    constexpr unsigned char deleteCode = 0x7F;
+    std::string line;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code > firstPrintable && code != deleteCode) {
+            line += c;
+        } else if (!line.empty() && line.back() != ' ') {
+            line += ' ';
+        }
+    }
+    return std::string(runtime::trimRight(line));
+}
+
+std::string unseenBox(std::string_view text, Buttons buttons, std::string_view title) {
+    std::string line;
+    if (!title.empty() && runtime::upperCase(title) != runtime::upperCase(runtime::programName)) {
+        line.append(title) += ": ";
+    }
+    return line.append(oneLine(text)).append(answerTaken(buttons));
+}
+
+Answer unseenAnswer(Buttons buttons) { return buttons == Buttons::yesNo ? Answer::yes : Answer::ok; }
+
+}  // namespace platform::messages

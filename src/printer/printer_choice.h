@@ -1,0 +1,28 @@
+// Which printer a job goes to, and what the user is told where there is none.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "printer/Printer.h"
+#include "session/session.h"
+
+namespace printer {
+
+// The first installed printer, in the system's order, whose name equals the given one but for the case of letters.
+// Nothing for an empty name and for one that no printer has.
+std::optional<std::string> installedPrinter(platform::Spooler& spooler, const std::string& name);
+
+// The printer of a job: the one found, otherwise the default printer. Says in the log which.
+std::unique_ptr<Printer> choosePrinter(session::Session& session, const std::optional<std::string>& installed,
+                                       const std::string& title);
+
+// Why nothing is printed where no printer is installed, and what becomes of the job.
+std::string noPrinterReason(const session::Program& program);
+inline constexpr const char* jobCancelled = "Druckauftrag wurde abgebrochen.";
+
+// Shows both in a message box.
+void showNoPrinter(session::Session& session);
+
+}  // namespace printer

@@ -1,0 +1,21 @@
+#include "report/background.h"
+
+#include "runtime/error.h"
+#include "runtime/text.h"
+
+namespace report {
+
+bool Background::wanted() const { return !sGrafikname_.empty() && runtime::upperCase(sGrafikname_) != "KEINEGRAFIK"; }
+
+void Background::draw(printer::Printer& printer) {
+    session_.log.line(">     Hintergrundbild laden: ", sGrafikname_);
+    if (!session_.platform.system.fileExists(sGrafikname_)) {
+        throw runtime::Error(runtime::errFileNotFound, sGrafikname_);
+    }
+    if (!picture_) {
+        picture_ = pictures_.load(sGrafikname_);
+    }
+    printer.PaintPicture(picture_, 0, 0, printer.ScaleWidth(), printer.ScaleHeight());
+}
+
+}  // namespace report

@@ -1,0 +1,32 @@
+// The picture behind every page of a job.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "graphics/picture_cache.h"
+#include "printer/Printer.h"
+#include "session/session.h"
+
+namespace report {
+
+class Background {
+public:
+    // The file's name; empty or "KEINEGRAFIK", in any case, for none. Session and cache are borrowed.
+    Background(session::Session& session, graphics::PictureCache& pictures, std::string sGrafikname)
+        : session_(session), pictures_(pictures), sGrafikname_(std::move(sGrafikname)) {}
+
+    bool wanted() const;
+
+    // Draws the picture over the whole printable area. It is loaded once, but its file must be there for every page:
+    // errFileNotFound. Otherwise throws what PictureCache::load() throws.
+    void draw(printer::Printer& printer);
+
+private:
+    session::Session& session_;
+    graphics::PictureCache& pictures_;
+    std::string sGrafikname_;
+    std::shared_ptr<const platform::Picture> picture_;
+};
+
+}  // namespace report

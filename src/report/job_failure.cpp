@@ -1,0 +1,92 @@
+#include "report/job_failure.h"
+
+#include "printer/CPrinterInfo.h"
+#include "printer/printer_choice.h"
+
+namespace report {
+
+namespace {
+
+using platform::Buttons;
+using platform::Icon;
+using runtime::Error;
+
+std::string numbered(const Error& error) { return std::to_string(error.number()) + " " + error.description(); }
+
+}  // namespace
+
+void JobFailure::report(Stretch stretch, const Error& error, const std::string& deviceName) {
+    switch (stretch) {
+        case Stretch::general:
+            reportGeneral(error);
+            break;
+        case Stretch::driver:
+            reportDriver(error);
+            break;
+        case Stretch::background:
+            reportBackground(error);
+            break;
+        case Stretch::page:
+            reportPage(error, deviceName);
+            break;
+    }
+}
+
+void JobFailure::reportGeneral(const Error& error) {
+    tellShell(error);
+    session_.log.line(">     Allgemeiner Fehler in DoReport ", numbered(error));
+    if (!session_.platform.spooler.serviceRunning()) {
+        session_.log.line(">     DRUCKWARTESCHLANGE ist nicht gestartet!!! ");
+    }
+}
+
+void JobFailure::reportDriver(const Error& error) {
+    const std::string text = "Fehler beim Ansprechen des Druckertreibers " + numbered(error);
+    session_.log.line(">     ", text);
+    showBox(text);
+}
+
+void JobFailure::reportBackground(const Error& error) {
+    tellShell(error);
+    const std::string text = "Fehler beim Laden der Grafikdatei " + sGrafikname_ +
+                             " auf.\r\nNummer: " + std::to_string(error.number()) + ", " + error.description();
+    session_.log.line(">     Hintergrundbild laden ", text);
+    showBox("Es trat ein " + text);
+}
+
+void JobFailure::reportPage(const Error& error, const std::string& deviceName) {
+    tellShell(error);
+    session_.log.line(">     DoPage Fehler in DoReport ", numbered(error));
+    session_.log.line(
+        ">       Druckerstatus: ",
+        printer::CPrinterInfo(session_.platform.spooler, session_.platform.printJobs, deviceName).StatusText());
+}
+
+void JobFailure::reportNoPrinters() {
+    session_.log.line(">   ", printer::noPrinterReason(session_.program), " ", printer::jobCancelled);
+    printer::showNoPrinter(session_);
+}
+
+void JobFailure::offerLog() {
+    if (!session_.log.debugging()) {
+        return;
+    }
+    const auto answer =
+        session_.platform.dialogs.messageBox("Es traten Fehler bei " + session_.program.name + " auf, diese anzeigen?",
+                                             Buttons::yesNo, Icon::none, session_.program.title);
+    if (answer == platform::Answer::yes) {
+        session_.platform.dialogs.showTextFile(session_.program.name + ".log");
+    }
+}
+
+// Log and boxes have no room for the detail; whoever typed the command wants to see it all the same.
+void JobFailure::tellShell(const Error& error) {
+    session_.platform.dialogs.diagnostic("Druckauftrag '" + sDateiname_ + "' abgebrochen, Fehler " +
+                                         std::to_string(error.number()) + ": " + error.message());
+}
+
+void JobFailure::showBox(const std::string& text) {
+    session_.platform.dialogs.messageBox(text, Buttons::ok, Icon::critical, "KrvWinPr");
+}
+
+}  // namespace report

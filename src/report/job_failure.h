@@ -1,0 +1,39 @@
+// How a job that fails is reported to the log and to the user.
+#pragma once
+
+#include <string>
+
+#include "report/job_progress.h"
+#include "runtime/error.h"
+#include "session/session.h"
+
+namespace report {
+
+class JobFailure {
+public:
+    // All are borrowed. sDateiname is the print file, sGrafikname the background picture.
+    JobFailure(session::Session& session, const std::string& sDateiname, const std::string& sGrafikname)
+        : session_(session), sDateiname_(sDateiname), sGrafikname_(sGrafikname) {}
+
+    // The device name is asked for its status where a page failed. Throws what the log throws.
+    void report(Stretch stretch, const runtime::Error& error, const std::string& deviceName);
+
+    void reportNoPrinters();
+
+    // Where the log is written, asks whether to show it.
+    void offerLog();
+
+private:
+    void reportGeneral(const runtime::Error& error);
+    void reportDriver(const runtime::Error& error);
+    void reportBackground(const runtime::Error& error);
+    void reportPage(const runtime::Error& error, const std::string& deviceName);
+    void tellShell(const runtime::Error& error);
+    void showBox(const std::string& text);
+
+    session::Session& session_;
+    const std::string& sDateiname_;
+    const std::string& sGrafikname_;
+};
+
+}  // namespace report

@@ -1,0 +1,43 @@
+// Preparing a printer for a report, and turning its pages: what a job does once it has its text and its printer.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "graphics/picture_cache.h"
+#include "printer/Printer.h"
+#include "report/job_progress.h"
+#include "report/job_state.h"
+#include "session/session.h"
+
+namespace report {
+
+// Lets pending events of windows be processed while a job prints. Whoever starts the job knows which ones may be: a
+// window that started it must be neither closed meanwhile nor start another one.
+using LetEventsRun = std::function<void()>;
+
+// What all of it works on.
+struct PrintRun {
+    // Session, printer and progress are borrowed.
+    PrintRun(session::Session& ofSession, printer::Printer& onPrinter, JobProgress& toldTo, LetEventsRun letRun)
+        : session(ofSession), printer(onPrinter), progress(toldTo), letEventsRun(std::move(letRun)) {}
+
+    session::Session& session;
+    printer::Printer& printer;
+    JobProgress& progress;
+    LetEventsRun letEventsRun;
+    graphics::PictureCache pictures{session.platform.system, session.platform.imageFiles};
+    JobState state;
+};
+
+// Loads the printer's settings and what HPLASER.INI says, and sets paper size, colour mode and font. Failures are
+// runtime::Error, and the progress says in which stretch.
+void preparePrinter(PrintRun& run);
+
+// Cuts the text into pages and prints each, with its tray and the background picture (a file's name; empty or
+// "KEINEGRAFIK" for none). With blnTwoPass, on each page all graphics first, then the text. Hands the document over at
+// the end. Failures as above; the pages ended so far are then still the printer's.
+void printPages(PrintRun& run, std::string_view printText, const std::string& sGrafikname, bool blnTwoPass);
+
+}  // namespace report

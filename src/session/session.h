@@ -1,0 +1,35 @@
+// What every routine of one run needs: the ports, the debug log and what the program calls itself.
+#pragma once
+
+#include <string>
+
+#include "platform/platform.h"
+#include "runtime/program.h"
+#include "session/DebugLog.h"
+
+namespace session {
+
+struct Program {
+    std::string title = runtime::programName;
+    std::string version;      // major, minor and revision number, joined by "."
+    std::string description;  // of the program file, German
+    std::string name;         // of the program file, without folder and ending
+};
+
+struct Session {
+    platform::Platform& platform;
+    Program program;
+    DebugLog log;
+
+    explicit Session(platform::Platform& ports);
+
+    const runtime::Locale& locale() const { return platform.system.locale(); }
+
+    // Makes the settings set so far durable. That this failed is no error of the job; it is told once.
+    void storeSettings();
+
+private:
+    bool settingsFailureTold_ = false;
+};
+
+}  // namespace session
