@@ -3,6 +3,7 @@ krv_unit_test(core-tests LIBS krv-startup SOURCES
     unit/core/graphics_test.cpp
     unit/core/hplaser_test.cpp
     unit/core/page_interpreter_test.cpp
+    unit/core/page_recording_test.cpp
     unit/core/picture_commands_test.cpp
     unit/core/printer_test.cpp
     unit/core/report_test.cpp

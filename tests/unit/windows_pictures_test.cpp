@@ -66,7 +66,7 @@ TEST(GdiPictures, FarBeyondTheSheetAreCut) {
         sheet->drawPicture(picture, 0, distant, INT_MAX, INT_MIN);
         sheet->drawPicture(picture, 0, 0, distant, distant);
     }
-    EXPECT_EQ(sheet->play(), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(sheet->endPage(), DWORD{ERROR_SUCCESS});
 }
 
 }  // namespace

@@ -190,7 +190,7 @@ TEST(GdiClipping, TextFarOutsideIsCutToTheSheet) {
     tiny.name = "Arial";
     outside->setFont(tiny);
     outside.text(0, 0, std::string(1'000'000, 'i'));
-    EXPECT_EQ(outside->play(), DWORD{ERROR_SUCCESS});
+    EXPECT_EQ(outside->endPage(), DWORD{ERROR_SUCCESS});
 }
 
 TEST(GdiRectangles, FillExactlyTheirPixelsInTheirOrder) {
@@ -235,16 +235,6 @@ TEST(GdiPages, MonochromeTurnsColoursIntoGreys) {
             EXPECT_EQ(Sheet::at(grey, x, 0), luma * 0x010101) << bits << " bits";
         }
     }
-}
-
-TEST(GdiPages, NewPageForgetsTheOneBefore) {
-    Sheet sheet;
-    sheet->setFont(courier(50));
-    sheet.text(0, 0, "gone");
-    sheet->fillRectangle(0, 0, 100, 100, black);
-    sheet->begin();
-    sheet->fillRectangle(200, 100, 1, 1, black);
-    EXPECT_EQ(Sheet::inkOf(sheet.drawn()), (Box{200, 100, 200, 100}));
 }
 
 }  // namespace

@@ -67,6 +67,7 @@ public:
         device.physicalOffsetX = marginX;
         device.physicalOffsetY = marginY;
         surface_->setPage(device, color);
+        surface_->beginPage();
     }
 
     GdiSurface* operator->() { return &*surface_; }
@@ -75,9 +76,9 @@ public:
         surface_->drawText(x, y, bytes, color, TextRole::content);
     }
 
-    // Plays the page; coordinates are then those of the printable area.
+    // Ends the page; coordinates are then those of the printable area.
     std::vector<std::uint32_t> drawn() {
-        EXPECT_EQ(surface_->play(), DWORD{ERROR_SUCCESS});
+        EXPECT_EQ(surface_->endPage(), DWORD{ERROR_SUCCESS});
         ::GdiFlush();
         std::vector<std::uint32_t> result(pixels_, pixels_ + sheetWidth * sheetHeight);
         for (std::uint32_t& pixel : result) {

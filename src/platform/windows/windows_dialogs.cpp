@@ -7,10 +7,10 @@
 #include <string_view>
 
 #include "platform/messages/unseen_box.h"
-#include "runtime/program.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
 #include "platform/windows/wide_text.h"
+#include "runtime/program.h"
 
 namespace platform_windows {
 

@@ -26,9 +26,9 @@ protected:
     }
 
     std::vector<DrawnRectangle> draw() {
-        surface.page = {};
+        surface.clear();
         bars.DrawBarCode();
-        return surface.page.rectangles;
+        return surface.page().rectangles;
     }
 
     testing_support::RecordingDevice device;
@@ -121,7 +121,7 @@ TEST_F(BarcodeTest, EveryRefusalHasItsNumberTextAndSource) {
             EXPECT_EQ(error.source(), row.source);
         }
     }
-    EXPECT_TRUE(surface.page.rectangles.empty());
+    EXPECT_TRUE(surface.page().rectangles.empty());
     EXPECT_THROW(bars.BarCodeData("b"), runtime::Error);
     EXPECT_EQ(bars.ErrorText(), character);
     EXPECT_EQ(bars.BarCodeData(), "A");
@@ -188,7 +188,7 @@ TEST_F(BarcodeTest, EachRotationIsTheSameSymbolTurned) {
     bars.BarCodeData("A1");
     bars.HRTextPlacement(TextPlacement::below);
     const auto upright = draw();
-    const auto text = surface.page.texts.at(0);
+    const auto text = surface.page().texts.at(0);
     const int length = static_cast<int>(bars.TotalBarWidth());
     const int depth = static_cast<int>(bars.TotalBarHeight());
     for (const int degrees : {90, 180, 270, 45, -90, 360}) {
@@ -208,7 +208,7 @@ TEST_F(BarcodeTest, EachRotationIsTheSameSymbolTurned) {
                                  : bar;
             EXPECT_EQ(turned[i], expected) << degrees << ", bar " << i;
         }
-        const auto& turnedText = surface.page.texts.at(0);
+        const auto turnedText = surface.page().texts.at(0);
         const int start = text.x - 1000;
         const auto [x, y, rotation] = degrees == 90    ? std::tuple{300, length - start, 90}
                                       : degrees == 180 ? std::tuple{length - start, depth - 300, 180}
@@ -226,7 +226,7 @@ TEST_F(BarcodeTest, TextStandsWhereItIsPlaced) {
     const int length = static_cast<int>(bars.TotalBarWidth());
     bars.BarTextGap(20);
     EXPECT_EQ(draw().at(0).y, 2000);
-    EXPECT_TRUE(surface.page.texts.empty());
+    EXPECT_TRUE(surface.page().texts.empty());
     EXPECT_EQ(bars.TotalBarHeight(), 300);
 
     struct Row {
@@ -247,7 +247,7 @@ TEST_F(BarcodeTest, TextStandsWhereItIsPlaced) {
         bars.HRTextAlignment(row.alignment);
         bars.BarTextFont({"Tahoma", row.size, true, false});
         const auto drawn = draw();
-        const auto& text = surface.page.texts.at(0);
+        const auto text = surface.page().texts.at(0);
         EXPECT_EQ(text.text, "A");
         EXPECT_EQ(text.font.name, "Tahoma");
         EXPECT_TRUE(text.font.bold && !text.font.italic);
@@ -298,7 +298,7 @@ TEST_F(BarcodeTest, OnlyWhatLiesOnTheSheetIsDrawn) {
     bars.BarcodeHeight(std::numeric_limits<int>::max());
     bars.BarTextGap(std::numeric_limits<int>::max());
     EXPECT_TRUE(draw().empty());
-    EXPECT_TRUE(surface.page.texts.empty());
+    EXPECT_TRUE(surface.page().texts.empty());
     EXPECT_GT(bars.TotalBarHeight(), std::int64_t{2} * std::numeric_limits<int>::max());
 }
 

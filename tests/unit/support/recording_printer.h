@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/drawing/page_recording.h"
 #include "platform/print_jobs.h"
 #include "platform/spooler.h"
 
@@ -22,25 +23,24 @@ struct DrawnText {
     platform::TextRole role = platform::TextRole::content;
 };
 
-struct DrawnRectangle {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-    platform::Color color;
-
-    bool operator==(const DrawnRectangle&) const = default;
-};
-
-struct DrawnPicture {
-    std::shared_ptr<const platform::Picture> picture;
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
-};
+using DrawnRectangle = platform::drawing::PageRecording::Rectangle;
+using DrawnPicture = platform::drawing::PageRecording::PlacedPicture;
 
 struct RecordedPage {
+    RecordedPage() = default;
+    explicit RecordedPage(const platform::drawing::PageRecording& recording) {
+        for (const auto& step : recording.steps()) {
+            if (const auto* text = std::get_if<platform::drawing::PageRecording::Text>(&step)) {
+                texts.push_back({text->x, text->y, std::string(recording.bytesOf(*text)), recording.fontOf(*text),
+                                 text->color, text->role});
+            } else if (const auto* rectangle = std::get_if<DrawnRectangle>(&step)) {
+                rectangles.push_back(*rectangle);
+            } else {
+                pictures.push_back(std::get<DrawnPicture>(step));
+            }
+        }
+    }
+
     std::vector<DrawnText> texts;
     std::vector<DrawnRectangle> rectangles;
     std::vector<DrawnPicture> pictures;
@@ -70,9 +70,10 @@ struct RecordingDevice {
     const std::vector<RecordedPage>& pages() const { return documents.back()->pages; }
 };
 
-class RecordingSurface : public platform::Surface {
+// Measures for the tests: every character is 0.6 of the em square wide.
+class MeasuringSurface : public platform::Surface {
 public:
-    explicit RecordingSurface(RecordingDevice& device) : device_(device) {}
+    explicit MeasuringSurface(RecordingDevice& device) : device_(device) {}
 
     platform::DeviceCapabilities capabilities() const override { return device_.capabilities; }
     platform::FontFace setFont(const platform::FontRequest& font) override {
@@ -82,23 +83,26 @@ public:
     int textWidth(std::string_view text) const override {
         return static_cast<int>(text.size()) * static_cast<int>(std::lround(font_.emHeight * 0.6));
     }
-    void drawText(int x, int y, std::string_view text, platform::Color color, platform::TextRole role) override {
-        page.texts.push_back({x, y, std::string(text), font_, color, role});
-    }
     int textHeight() const override { return static_cast<int>(std::lround(font_.emHeight * 1.1328125)); }
-    void fillRectangle(int x, int y, int width, int height, platform::Color color) override {
-        page.rectangles.push_back({x, y, width, height, color});
-    }
-    void drawPicture(const std::shared_ptr<const platform::Picture>& picture, int x, int y, int width,
-                     int height) override {
-        page.pictures.push_back({picture, x, y, width, height});
-    }
-
-    RecordedPage page;
+    void drawText(int, int, std::string_view, platform::Color, platform::TextRole) override {}
+    void fillRectangle(int, int, int, int, platform::Color) override {}
+    void drawPicture(const std::shared_ptr<const platform::Picture>&, int, int, int, int) override {}
 
 private:
     RecordingDevice& device_;
     platform::FontRequest font_;
+};
+
+struct Measures {
+    MeasuringSurface measures;
+};
+
+class RecordingSurface : private Measures, public platform::drawing::RecordingSurface {
+public:
+    explicit RecordingSurface(RecordingDevice& device)
+        : Measures{MeasuringSurface(device)}, platform::drawing::RecordingSurface(measures) {}
+
+    RecordedPage page() const { return RecordedPage(recording()); }
 };
 
 class RecordingDocument : public platform::PrintDocument {
@@ -121,10 +125,13 @@ public:
         if (device_.onBeginPage) {
             device_.onBeginPage(record_->pages.size());
         }
-        surface_.page = {};
-        surface_.page.options = device_.options;
+        surface_.clear();
+        options_ = device_.options;
     }
-    void endPage() override { record_->pages.push_back(std::move(surface_.page)); }
+    void endPage() override {
+        record_->pages.push_back(surface_.page());
+        record_->pages.back().options = options_;
+    }
     void end() override { record_->delivered = true; }
     void abort() noexcept override {}
 
@@ -132,6 +139,7 @@ private:
     RecordingDevice& device_;
     std::shared_ptr<RecordedDocument> record_;
     RecordingSurface surface_;
+    std::map<platform::PageOption, int> options_;
 };
 
 class FakeSpooler : public platform::Spooler {

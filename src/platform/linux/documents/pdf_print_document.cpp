@@ -49,13 +49,13 @@ void PdfPrintDocument::setOption(platform::PageOption option, int value) {
         throw runtime::Error(runtime::errInvalidPropertyValue);
     }
     current = value;
-    if (state_ == State::betweenPages) {
+    if (state_.betweenPages()) {
         pdf_->setPage(target_->page(next_));
     }
 }
 
 void PdfPrintDocument::beginPage() {
-    mustBe(State::betweenPages);
+    state_.mustBeBetweenPages();
     orGiveUp([this] {
         if (pdf_->pageCount() > 0 && target_->separates(page_, next_)) {
             finishPdf();
@@ -68,11 +68,11 @@ void PdfPrintDocument::beginPage() {
         output_->pageBegins();
         pdf_->beginPage();
     });
-    state_ = State::onPage;
+    state_.pageBegun();
 }
 
 void PdfPrintDocument::endPage() {
-    mustBe(State::onPage);
+    state_.mustBeOnPage();
     orGiveUp([this] {
         try {
             pdf_->endPage();
@@ -81,11 +81,11 @@ void PdfPrintDocument::endPage() {
         }
         pdf_->setPage(target_->page(next_));
     });
-    state_ = State::betweenPages;
+    state_.pageEnded();
 }
 
 void PdfPrintDocument::end() {
-    if (state_ == State::over) {
+    if (state_.over()) {
         return;
     }
     if (pdf_->pageCount() > 0) {
@@ -95,7 +95,7 @@ void PdfPrintDocument::end() {
 }
 
 void PdfPrintDocument::abort() noexcept {
-    state_ = State::over;
+    state_.ended();
     output_.reset();
 }
 
@@ -115,14 +115,6 @@ void PdfPrintDocument::finishPdf() {
         throw output_->failure(error);
     }
     output_->deliver(first_);
-}
-
-void PdfPrintDocument::mustBe(State state) const {
-    if (state_ != state) {
-        throw runtime::Error(runtime::errPrinter,
-                             state_ == State::over ? "Das Dokument ist schon beendet oder abgebrochen."
-                                                   : "Die Seiten des Dokuments wurden nicht der Reihe nach gedruckt.");
-    }
 }
 
 template <typename Step>

@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include "platform/drawing/document_state.h"
 #include "platform/linux/documents/document_factory.h"
 #include "platform/linux/documents/document_target.h"
 #include "platform/linux/documents/forwarding_surface.h"
@@ -24,11 +25,8 @@ public:
     void abort() noexcept override;
 
 private:
-    enum class State { betweenPages, onPage, over };
-
     void startPdf();
     void finishPdf();
-    void mustBe(State state) const;
     template <typename Step>
     void orGiveUp(Step step);
 
@@ -41,7 +39,7 @@ private:
     std::unique_ptr<PdfOutput> output_;
     std::unique_ptr<pdf::PdfDocument> pdf_;  // writes into output_
     ForwardingSurface surface_;
-    State state_ = State::betweenPages;
+    platform::drawing::DocumentState state_;
 };
 
 }  // namespace platform_linux::documents

@@ -33,7 +33,8 @@ GdiDocument::GdiDocument(const std::string& printer, const std::string& title)
       title_(widen(title)),
       mode_(driver_.own()),
       device_(driver_.open(mode_)),
-      surface_(device_.get()) {
+      surface_(device_.get()),
+      recorder_(surface_) {
     surface_.setPage(capabilitiesOf(device_.get()), isColor(mode_));
 }
 
@@ -42,7 +43,7 @@ void GdiDocument::setOption(platform::PageOption option, int value) {
         return;
     }
     PageMode changed = driver_.changed(mode_, option, value);
-    if (state_ == State::betweenPages) {
+    if (state_.betweenPages()) {
         apply(changed);
     } else {
         modeChanged_ = true;
@@ -59,26 +60,28 @@ void GdiDocument::apply(const PageMode& mode) {
 }
 
 void GdiDocument::beginPage() {
-    mustBe(State::betweenPages);
-    surface_.begin();
-    state_ = State::onPage;
+    state_.mustBeBetweenPages();
+    recorder_.clear();
+    state_.pageBegun();
 }
 
 void GdiDocument::endPage() {
-    mustBe(State::onPage);
+    state_.mustBeOnPage();
     startJob();
     ::SetLastError(ERROR_SUCCESS);
     if (const int result = ::StartPage(device_.get()); result <= 0) {
         fail(reasonOf(result));
     }
-    if (const DWORD code = surface_.play(); code != ERROR_SUCCESS) {
+    surface_.beginPage();
+    recorder_.playOnDevice();
+    if (const DWORD code = surface_.endPage(); code != ERROR_SUCCESS) {
         fail(code);
     }
     ::SetLastError(ERROR_SUCCESS);
     if (const int result = ::EndPage(device_.get()); result <= 0) {
         fail(reasonOf(result));
     }
-    state_ = State::betweenPages;
+    state_.pageEnded();
     if (std::exchange(modeChanged_, false)) {
         apply(mode_);
     }
@@ -99,10 +102,10 @@ void GdiDocument::startJob() {
 }
 
 void GdiDocument::end() {
-    if (state_ == State::over) {
+    if (state_.over()) {
         return;
     }
-    state_ = State::over;
+    state_.ended();
     ::SetLastError(ERROR_SUCCESS);
     if (std::exchange(jobStarted_, false)) {
         if (const int result = ::EndDoc(device_.get()); result <= 0) {
@@ -114,17 +117,9 @@ void GdiDocument::end() {
 }
 
 void GdiDocument::abort() noexcept {
-    state_ = State::over;
+    state_.ended();
     if (std::exchange(jobStarted_, false)) {
         ::AbortDoc(device_.get());
-    }
-}
-
-void GdiDocument::mustBe(State state) const {
-    if (state_ != state) {
-        throw runtime::Error(runtime::errPrinter,
-                             state_ == State::over ? "Das Dokument ist schon beendet oder abgebrochen."
-                                                   : "Die Seiten des Dokuments wurden nicht der Reihe nach gedruckt.");
     }
 }
 

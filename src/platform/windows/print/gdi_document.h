@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/drawing/document_state.h"
+#include "platform/drawing/page_recording.h"
 #include "platform/print_document.h"
 #include "platform/windows/print/gdi_surface.h"
 #include "platform/windows/print/print_handles.h"
@@ -18,7 +20,7 @@ public:
     GdiDocument(const std::string& printer, const std::string& title);
     ~GdiDocument() override { abort(); }
 
-    platform::Surface& surface() override { return surface_; }
+    platform::Surface& surface() override { return recorder_; }
     int option(platform::PageOption option) const override { return mode_.value(option); }
     void setOption(platform::PageOption option, int value) override;
     void beginPage() override;
@@ -27,9 +29,21 @@ public:
     void abort() noexcept override;
 
 private:
-    enum class State { betweenPages, onPage, over };
+    // A picture becomes the device's as soon as it is drawn: where the memory does not suffice, that is an error of
+    // this page, and the pages ended before are still printed.
+    class Recorder final : public platform::drawing::RecordingSurface {
+    public:
+        explicit Recorder(GdiSurface& device) : RecordingSurface(device), device_(device) {}
+        void drawPicture(const std::shared_ptr<const platform::Picture>& picture, int x, int y, int width,
+                         int height) override {
+            device_.prepare(picture);
+            RecordingSurface::drawPicture(picture, x, y, width, height);
+        }
 
-    void mustBe(State state) const;
+    private:
+        GdiSurface& device_;
+    };
+
     // Lets the device have the mode; never while the device has a page open.
     void apply(const PageMode& mode);
     void startJob();
@@ -40,7 +54,8 @@ private:
     PageMode mode_;  // of the coming page
     DeviceContext device_;
     GdiSurface surface_;
-    State state_ = State::betweenPages;
+    Recorder recorder_;
+    platform::drawing::DocumentState state_;
     bool jobStarted_ = false;
     bool modeChanged_ = false;  // while a page was open
 };

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <climits>
 
+#include "platform/windows/print/spooler_error.h"
+
 namespace platform_windows::print {
 
 namespace {
@@ -36,24 +38,58 @@ platform::drawing::PixelSurface::DeviceFont GdiSurface::findFont(const platform:
     return {typeface_->face(), &typeface_->units()};
 }
 
+void GdiSurface::beginPage() {
+    failure_ = ERROR_SUCCESS;
+    drawing_.emplace(device_, handles_);
+}
+
+DWORD GdiSurface::endPage() {
+    drawing_.reset();
+    return failure_;
+}
+
+template <typename Step>
+void GdiSurface::attempt(Step step) {
+    if (drawing_ && failure_ == ERROR_SUCCESS) {
+        ::SetLastError(ERROR_SUCCESS);
+        failure_ = step(*drawing_) ? DWORD{ERROR_SUCCESS} : lastError();
+    }
+}
+
 void GdiSurface::showRun(const Run& run) {
-    recording_.addText({typeface_, std::max(1, font().emHeight), turn(), textScale()}, colorRef(run.color),
-                       {toInt(run.start.x), toInt(run.start.y)}, run.text, characters_, fontPixels());
+    run_.clear();
+    advances_.clear();
+    for (const char byte : run.text) {
+        const auto code = static_cast<unsigned char>(byte);
+        run_.push_back(characters_[code]);
+        advances_.push_back(toInt(fontPixels().advance[code]));
+    }
+    attempt([&](PageDrawing& drawing) {
+        return drawing.text({typeface_, std::max(1, font().emHeight), turn(), textScale()}, colorRef(run.color),
+                            {toInt(run.start.x), toInt(run.start.y)}, run_, advances_);
+    });
 }
 
 void GdiSurface::showRectangle(const platform::drawing::Area& area, platform::Color color) {
-    recording_.addRectangle(
-        {toInt(area.across.start), toInt(area.down.start), toInt(area.across.end), toInt(area.down.end)},
-        colorRef(color));
+    const RECT rectangle{toInt(area.across.start), toInt(area.down.start), toInt(area.across.end),
+                         toInt(area.down.end)};
+    attempt([&](PageDrawing& drawing) { return drawing.rectangle(rectangle, colorRef(color)); });
 }
 
 void GdiSurface::showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) {
-    const auto& bitmap = bitmaps_.get(picture, hasColor(), [&](bool grey) {
-        return std::make_shared<DeviceBitmap>(grey ? platform::drawing::greyOf(*picture) : *picture);
-    });
+    const std::shared_ptr<const DeviceBitmap>& bitmap = prepare(picture);
     const Stretch across{toInt(frame.corner.x), frame.width, 0, picture->width};
     const Stretch down{toInt(frame.corner.y), frame.height, 0, picture->height};
-    recording_.addPicture(bitmap, visibleStretch(across, sheet().across), visibleStretch(down, sheet().down));
+    attempt([&](PageDrawing& drawing) {
+        return drawing.picture(*bitmap, visibleStretch(across, sheet().across), visibleStretch(down, sheet().down));
+    });
+}
+
+const std::shared_ptr<const DeviceBitmap>& GdiSurface::prepare(
+    const std::shared_ptr<const platform::Picture>& picture) {
+    return bitmaps_.get(picture, hasColor(), [&](bool grey) {
+        return std::make_shared<DeviceBitmap>(grey ? platform::drawing::greyOf(*picture) : *picture);
+    });
 }
 
 }  // namespace platform_windows::print
