@@ -3,6 +3,7 @@
 #include <string>
 
 #include "pictures/foreign_kinds.h"
+#include "pictures/picture_error.h"
 #include "pictures/picture_size.h"
 #include "runtime/error.h"
 
@@ -52,11 +53,7 @@ std::string_view nameOf(ForeignKind kind) {
     return "TIFF";
 }
 
-void refuseForeign(ForeignKind kind, std::string_view fault) {
-    throw runtime::Error(runtime::errInvalidPicture,
-                         "Die " + std::string(nameOf(kind)) + "-Datei " + std::string(fault) +
-                             ". Bitte das Bild neu erzeugen oder mit einem Bildprogramm öffnen und neu speichern.");
-}
+void refuseForeign(ForeignKind kind, std::string_view fault) { refusePicture(nameOf(kind), fault); }
 
 void refuseDamaged(ForeignKind kind) { refuseForeign(kind, "ist beschädigt"); }
 

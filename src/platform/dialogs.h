@@ -13,9 +13,9 @@ class Dialogs {
 public:
     virtual ~Dialogs() = default;
 
-    // Shows a message box and waits for its answer. Lines of the text end with CR, LF or both. Where nobody can see a
-    // box the text goes to standard error and the answer is the default one: the first button. An empty
-    // title stands for the program's name. Never throws.
+    // Shows a message box over the program's topmost window, if one is open, and waits for its answer. Lines of the
+    // text end with CR, LF or both. Where nobody can see a box the text goes to standard error and the answer is the
+    // default one: the first button. An empty title stands for the program's name. Never throws.
     virtual Answer messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) = 0;
 
     // Lets pending events of windows be processed; costs next to nothing where no window was ever shown.

@@ -89,7 +89,8 @@ public:
 
     virtual bool canAdminister(const std::string& name) = 0;
 
-    // Shows the system's dialog for the printer's properties; returns when it has been closed.
+    // Shows the system's dialog for the printer's properties, over the program's topmost window, if one is open;
+    // returns when it has been closed.
     virtual void showProperties(const std::string& name) = 0;
 
     // Whether the system's print service is running.

@@ -104,4 +104,33 @@ std::string_view fileNameOf(std::string_view path) {
     return separator == std::string_view::npos ? path : path.substr(separator + 1);
 }
 
+void appendUtf8(std::string& text, char32_t character) {
+    const auto tail = [&text, character](unsigned shift) {
+        text += static_cast<char>(0x80U | ((character >> shift) & 0x3FU));
+    };
+    if (character < 0x80) {
+        text += static_cast<char>(character);
+    } else if (character < 0x800) {
+        text += static_cast<char>(0xC0U | (character >> 6U));
+        tail(0);
+    } else if (character < 0x10000) {
+        text += static_cast<char>(0xE0U | (character >> 12U));
+        tail(6);
+        tail(0);
+    } else {
+        text += static_cast<char>(0xF0U | (character >> 18U));
+        tail(12);
+        tail(6);
+        tail(0);
+    }
+}
+
+std::string_view beginningOf(std::string_view text, std::size_t mostBytes) {
+    std::size_t length = text.size() < mostBytes ? text.size() : mostBytes;
+    while (length > 0 && length < text.size() && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80) {
+        --length;
+    }
+    return text.substr(0, length);
+}
+
 }  // namespace runtime

@@ -1,6 +1,7 @@
 // Text helpers. All text is UTF-8.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -20,5 +21,11 @@ std::string AddBackslash(std::string_view folder);
 
 // The last name of a path, behind its last "\" or "/".
 std::string_view fileNameOf(std::string_view path);
+
+// Appends a character; a Unicode code point.
+void appendUtf8(std::string& text, char32_t character);
+
+// The beginning of a text, of at most so many bytes, without half a character at its end.
+std::string_view beginningOf(std::string_view text, std::size_t mostBytes);
 
 }  // namespace runtime

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "runtime/text.h"
+
 namespace platform_linux {
 
 namespace {
@@ -122,25 +124,6 @@ std::optional<CodePage> find(int number) {
     }
 }
 
-void appendUtf8(std::string& to, char32_t c) {
-    const auto tail = [&to, c](unsigned shift) { to += static_cast<char>(0x80U | ((c >> shift) & 0x3FU)); };
-    if (c < 0x80) {
-        to += static_cast<char>(c);
-    } else if (c < 0x800) {
-        to += static_cast<char>(0xC0U | (c >> 6U));
-        tail(0);
-    } else if (c < 0x10000) {
-        to += static_cast<char>(0xE0U | (c >> 12U));
-        tail(6);
-        tail(0);
-    } else {
-        to += static_cast<char>(0xF0U | (c >> 18U));
-        tail(12);
-        tail(6);
-        tail(0);
-    }
-}
-
 }  // namespace
 
 CodePage dosCodePage(int number) {
@@ -157,7 +140,7 @@ std::string textOf(std::string_view bytes, const CodePage& codePage) {
     text.reserve(bytes.size() + bytes.size() / 8);
     for (const char byte : bytes) {
         const char32_t c = codePage[static_cast<std::uint8_t>(byte)];
-        appendUtf8(text, c != 0 ? c : byte == '\0' ? U' ' : replacement);
+        runtime::appendUtf8(text, c != 0 ? c : byte == '\0' ? U' ' : replacement);
     }
     return text;
 }

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/c_string.h"
 #include "platform/linux/file_descriptor.h"
 
 namespace platform_linux {
@@ -248,10 +249,7 @@ int replaceFile(const std::string& path, std::string_view content, const Replace
 }
 
 int rewriteFile(const std::string& path, std::string_view content) {
-    struct Free {
-        void operator()(char* text) const { std::free(text); }
-    };
-    const std::unique_ptr<char, Free> target(::realpath(path.c_str(), nullptr));
+    const CString target(::realpath(path.c_str(), nullptr));
     if (!target) {
         return errno;
     }

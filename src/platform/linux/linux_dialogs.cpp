@@ -14,6 +14,8 @@
 #include <exception>
 #include <string_view>
 
+#include "platform/linux/c_string.h"
+#include "platform/linux/desktop.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/module.h"
 #include "platform/linux/paths.h"
@@ -27,16 +29,9 @@ namespace {
 using platform::Answer;
 using platform::Buttons;
 
-bool isSet(const char* variable) {
-    const char* value = ::getenv(variable);
-    return value != nullptr && *value != '\0';
-}
-
-bool desktopNamed() { return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY"); }
-
-std::unique_ptr<Desktop> openDesktop() {
+std::unique_ptr<qt::Desktop> openDesktop() {
     constexpr std::chrono::seconds limit{10};
-    const auto create = [] { return reinterpret_cast<DesktopFactory>(moduleEntry("qt"))(); };
+    const auto create = [] { return reinterpret_cast<qt::DesktopFactory>(moduleEntry("qt"))(); };
     const auto tryOut = [&create] {
         // Never destroyed, as taking Qt down again may hang as well as setting it up.
         return create().release() != nullptr ? 1 : 0;
@@ -131,16 +126,13 @@ bool openInEditor(const std::string& file) {
 }
 
 std::string absolute(const std::string& path) {
-    struct Free {
-        void operator()(char* text) const { std::free(text); }
-    };
-    const std::unique_ptr<char, Free> whole(::realpath(path.c_str(), nullptr));
+    const CString whole(::realpath(path.c_str(), nullptr));
     return whole ? std::string(whole.get()) : path;
 }
 
 }  // namespace
 
-Desktop* LinuxDialogs::desktop() {
+qt::Desktop* LinuxDialogs::desktop() {
     if (!desktop_) {
         desktop_ = openDesktop();
     }
@@ -149,7 +141,7 @@ Desktop* LinuxDialogs::desktop() {
 
 Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platform::Icon icon,
                                 const std::string& title) {
-    if (Desktop* windows = desktop()) {
+    if (qt::Desktop* windows = desktop()) {
         return windows->messageBox(text, buttons, icon, title.empty() ? std::string(runtime::programName) : title);
     }
     diagnostic(platform::messages::unseenBox(text, buttons, title));

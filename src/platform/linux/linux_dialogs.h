@@ -21,9 +21,9 @@ public:
     void diagnostic(const std::string& line) override;
 
 private:
-    Desktop* desktop();
+    qt::Desktop* desktop();
 
-    std::optional<std::unique_ptr<Desktop>> desktop_;  // nothing: not tried yet; a null pointer: there is none
+    std::optional<std::unique_ptr<qt::Desktop>> desktop_;  // nothing: not tried yet; a null pointer: there is none
 };
 
 }  // namespace platform_linux

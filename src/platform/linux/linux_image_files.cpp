@@ -18,7 +18,7 @@ std::string LinuxImageFiles::encode(const platform::Picture& picture, std::strin
 platform::ImageFiles& LinuxImageFiles::codecs() {
     if (!codecs_) {
         try {
-            codecs_ = reinterpret_cast<ImageFilesFactory>(moduleEntry("images"))();
+            codecs_ = reinterpret_cast<images::ImageFilesFactory>(moduleEntry("images"))();
         } catch (const runtime::Error& error) {
             throw runtime::Error(runtime::errInvalidPicture, error.detail());
         }

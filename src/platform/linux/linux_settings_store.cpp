@@ -36,9 +36,8 @@ constexpr std::string_view explanation =
 #   Name=REG_SZ:REG_x:         Text, der wie eine Typangabe beginnt
 # Zeilen, die mit # oder ; beginnen, sind Kommentare. Was nicht zu verstehen ist, bleibt stehen und wird überlesen.
 #
-# Drei Einstellungen eines Druckers lassen sich nur hier eintragen, unter
+# Zwei Einstellungen eines Druckers lassen sich nur hier eintragen, unter
 # [HKCU\Software\Velmora\KRVWinPr\3.0\Drucker\<Name des Druckers, ohne \\ am Anfang>]:
-#   Schacht4=<Nummer>          Papierschacht des Treibers für Schacht 4 von Korvano (-1 = keiner)
 #   ColorMode=0, 1 oder 2      0 = wie der Treiber, 1 = schwarzweiß, 2 = farbig
 #   IgnorePaperSize=1          Papiergröße des Druckers nicht umstellen (0 = umstellen)
 )";

@@ -11,6 +11,8 @@
 #include <new>
 #include <stdexcept>
 
+#include "platform/linux/c_string.h"
+#include "platform/linux/desktop.h"
 #include "platform/linux/files.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/linux_error.h"
@@ -88,10 +90,7 @@ std::string LinuxSystem::programFileName() {
 }
 
 std::string LinuxSystem::currentDirectory() {
-    struct Free {
-        void operator()(char* text) const { std::free(text); }
-    };
-    const std::unique_ptr<char, Free> folder(::getcwd(nullptr, 0));
+    const CString folder(::getcwd(nullptr, 0));
     if (!folder) {
         throwFileError(errno == ENOENT ? ENOTDIR : errno, ".");
     }
@@ -214,8 +213,8 @@ int LinuxSystem::screenDpi() {
     constexpr std::chrono::seconds limit{2};
     if (!screenDpi_) {
         screenDpi_ = usual;
-        if (const char* display = environment("DISPLAY"); display != nullptr && *display != '\0') {
-            const auto ask = [] { return reinterpret_cast<ScreenDpi>(moduleEntry("screen"))(); };
+        if (isSet("DISPLAY")) {
+            const auto ask = [] { return reinterpret_cast<screen::ScreenDpi>(moduleEntry("screen"))(); };
             const int dpi = forkedCall(ask, limit).value_or(0);
             screenDpi_ = dpi >= least && dpi <= most ? dpi : usual;
         }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "runtime/text.h"
+
 namespace platform_linux {
 
 namespace {
@@ -26,26 +28,6 @@ bool sameName(std::string_view one, std::string_view other) {
                       [lower](char a, char b) { return lower(a) == lower(b); });
 }
 
-void appendUtf8(std::string& text, std::uint32_t character) {
-    const auto put = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-    const auto putRest = [&put, character](int shift) { put(0x80 | ((character >> shift) & 0x3F)); };
-    if (character < 0x80) {
-        put(character);
-    } else if (character < 0x800) {
-        put(0xC0 | character >> 6);
-        putRest(0);
-    } else if (character < 0x10000) {
-        put(0xE0 | character >> 12);
-        putRest(6);
-        putRest(0);
-    } else {
-        put(0xF0 | character >> 18);
-        putRest(12);
-        putRest(6);
-        putRest(0);
-    }
-}
-
 std::string fromUtf16(std::string_view bytes) {
     const auto unitAt = [bytes](std::size_t i) -> std::uint32_t {
         return i + 1 < bytes.size() ? static_cast<std::uint8_t>(bytes[i]) |
@@ -63,7 +45,7 @@ std::string fromUtf16(std::string_view bytes) {
         } else if (character >= 0xD800 && character < 0xE000) {
             character = 0xFFFD;
         }
-        appendUtf8(text, character);
+        runtime::appendUtf8(text, character);
     }
     return text;
 }

@@ -9,6 +9,7 @@
 #include "platform/messages/unseen_box.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
+#include "platform/windows/topmost_window.h"
 #include "platform/windows/wide_text.h"
 #include "runtime/program.h"
 
@@ -111,7 +112,7 @@ bool openInEditor(const std::string& file) {
 Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) {
     try {
         const std::string shownTitle = title.empty() ? std::string(runtime::programName) : title;
-        const int pressed = hasVisibleDesktop() ? ::MessageBoxW(nullptr, widen(withLineEnds(text)).c_str(),
+        const int pressed = hasVisibleDesktop() ? ::MessageBoxW(topmostWindow(), widen(withLineEnds(text)).c_str(),
                                                                 widen(shownTitle).c_str(), styleOf(buttons, icon))
                                                 : 0;
         switch (pressed) {

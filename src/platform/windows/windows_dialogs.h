@@ -1,4 +1,5 @@
-// The port Dialogs on Windows: the system's message boxes and its text editor.
+// The port Dialogs on Windows: the system's message boxes and its text editor. A box belongs to the program's topmost
+// window.
 #pragma once
 
 #include "platform/dialogs.h"

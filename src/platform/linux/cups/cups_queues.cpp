@@ -4,7 +4,6 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <utility>
@@ -12,6 +11,7 @@
 #include "platform/linux/cups/bin_names.h"
 #include "platform/linux/cups/queue_device.h"
 #include "platform/linux/file_descriptor.h"
+#include "runtime/text.h"
 
 namespace platform_linux::cups {
 
@@ -26,12 +26,7 @@ std::string jobName(const std::string& title) {
         const auto code = static_cast<unsigned char>(c);
         result += code < 0x20 || code == 0x7F ? '_' : c;
     }
-    std::size_t length = std::min(result.size(), longestJobName);
-    while (length > 0 && length < result.size() && (static_cast<unsigned char>(result[length]) & 0xC0) == 0x80) {
-        --length;
-    }
-    result.resize(length);
-    return result;
+    return std::string(runtime::beginningOf(result, longestJobName));
 }
 
 std::string fileContent(int fileDescriptor) {

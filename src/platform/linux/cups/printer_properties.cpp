@@ -8,13 +8,12 @@
 #include <cerrno>
 #include <cstdlib>
 
+#include "platform/linux/desktop.h"
 #include "platform/spooler.h"
 
 namespace platform_linux::cups {
 
 namespace {
-
-bool hasDesktop() { return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr; }
 
 bool openAddress(std::string address) {
     std::string program = "xdg-open";
@@ -36,7 +35,7 @@ bool openAddress(std::string address) {
 
 void showQueuePage(const std::string& queue) {
     const std::string address = "http://localhost:631/printers/" + queue;
-    if (!hasDesktop() || !openAddress(address)) {
+    if (!desktopNamed() || !openAddress(address)) {
         throw platform::SpoolerError(ENOTSUP, "Die Eigenschaften des Druckers „" + queue +
                                                   "“ lassen sich hier nicht anzeigen. Sie stehen im Browser unter " +
                                                   address + ".");

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "runtime/text.h"
+
 namespace platform_linux::documents {
 
 namespace {
@@ -19,11 +21,7 @@ std::string documentName(const std::string& title) {
     }
     std::replace_if(
         name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }, '_');
-    std::size_t length = std::min(name.size(), longest);
-    while (length > 0 && length < name.size() && (static_cast<unsigned char>(name[length]) & 0xC0) == 0x80) {
-        --length;
-    }
-    name.resize(length);
+    name.resize(runtime::beginningOf(name, longest).size());
     // A name of dots would be a folder or hide the file.
     return name.find_first_not_of(". ") == std::string::npos ? "Druck" : name;
 }

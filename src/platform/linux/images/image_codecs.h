@@ -5,12 +5,10 @@
 
 #include "platform/image_files.h"
 
-namespace platform_linux {
+namespace platform_linux::images {
 
 // The module's entry function.
 using ImageFilesFactory = std::unique_ptr<platform::ImageFiles> (*)();
-
-namespace images {
 
 // Throws std::bad_alloc, too.
 class ImageCodecs : public platform::ImageFiles {
@@ -19,6 +17,4 @@ public:
     std::string encode(const platform::Picture& picture, std::string_view original) override;
 };
 
-}  // namespace images
-
-}  // namespace platform_linux
+}  // namespace platform_linux::images

@@ -66,6 +66,21 @@ QString linesOf(const std::string& text) {
     return shortened(lines);
 }
 
+// The program's window that the user works in, whatever module opened it; null where none is open.
+QWidget* topmostWindow() {
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        return modal;
+    }
+    if (QWidget* active = QApplication::activeWindow()) {
+        return active;
+    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto shown = std::find_if(windows.rbegin(), windows.rend(), [](const QWidget* window) {
+        return window->isVisible() && (window->windowType() == Qt::Window || window->windowType() == Qt::Dialog);
+    });
+    return shown != windows.rend() ? *shown : nullptr;
+}
+
 // What Qt says of its surroundings is of no use to the user of a printer driver; why it ends the process may be.
 void onlyFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message) {
     if (type == QtFatalMsg) {
@@ -73,7 +88,7 @@ void onlyFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QStr
     }
 }
 
-class QtDesktop : public platform_linux::Desktop {
+class QtDesktop : public platform_linux::qt::Desktop {
 public:
     QtDesktop() {
         QCoreApplication::setApplicationName(runtime::programName);
@@ -82,7 +97,7 @@ public:
 
     Answer messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) override {
         const std::vector<Choice> choices = choicesOf(buttons);
-        QMessageBox box;
+        QMessageBox box(topmostWindow());
         box.setTextFormat(Qt::PlainText);
         box.setText(linesOf(text));
         box.setWindowTitle(QString::fromStdString(title));
@@ -120,10 +135,10 @@ private:
 
 extern "C" {
 // NOLINTNEXTLINE(clang-diagnostic-return-type-c-linkage): program and module are of one compiler
-[[gnu::visibility("default")]] std::unique_ptr<platform_linux::Desktop> krvwinpr_qt();
+[[gnu::visibility("default")]] std::unique_ptr<platform_linux::qt::Desktop> krvwinpr_qt();
 }
 
-std::unique_ptr<platform_linux::Desktop> krvwinpr_qt() {
+std::unique_ptr<platform_linux::qt::Desktop> krvwinpr_qt() {
     qInstallMessageHandler(onlyFatal);
     auto desktop = std::make_unique<QtDesktop>();
     // Qt takes over the locale of the environment; numbers are no business of the process's locale here.

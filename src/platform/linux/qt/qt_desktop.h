@@ -6,7 +6,7 @@
 
 #include "platform/dialogs.h"
 
-namespace platform_linux {
+namespace platform_linux::qt {
 
 class Desktop {
 public:
@@ -23,4 +23,4 @@ public:
 // ends the process, so it is tried in another one first. To be called once.
 using DesktopFactory = std::unique_ptr<Desktop> (*)();
 
-}  // namespace platform_linux
+}  // namespace platform_linux::qt

@@ -6,6 +6,7 @@
 #include "platform/windows/print/spooler_error.h"
 #include "platform/windows/print/spooler_service.h"
 #include "platform/windows/system_error.h"
+#include "platform/windows/topmost_window.h"
 #include "platform/windows/wide_text.h"
 
 namespace platform_windows::print {
@@ -90,7 +91,7 @@ bool WindowsSpooler::canAdminister(const std::string& name) {
 void WindowsSpooler::showProperties(const std::string& name) {
     const PrinterHandle printer = openPrinter(name);
     ::SetLastError(ERROR_SUCCESS);
-    if (::PrinterProperties(::GetActiveWindow(), printer.get()) == FALSE) {
+    if (::PrinterProperties(topmostWindow(), printer.get()) == FALSE) {
         const DWORD code = ::GetLastError();
         if (code != ERROR_SUCCESS && code != ERROR_CANCELLED) {
             throw failure(code, name);
