@@ -1,4 +1,5 @@
-// A linear barcode that is drawn on a page.
+// A linear barcode that is drawn on a page. The macros of print files ask for Code 39 alone so far; the other
+// symbologies, the human-readable text and the rotations are for those who draw labels.
 //
 //     clsLinearBarCodes barcode;
 //     barcode.Symbology(1);

@@ -77,7 +77,8 @@ public:
     void PrintGrafik(const GraphicTarget& ziel, std::string& message, float x = ownPosition,
                      float y = ownPosition) const;
 
-    // The same at the graphic's own position, but without a picture it fails.
+    // The same at the graphic's own position, but without a picture it fails. For callers that must not pass over it; a
+    // job does.
     void PrintGrafik2(const GraphicTarget& ziel, std::string& message) const;
 
 private:

@@ -1,4 +1,4 @@
-// Port: the jobs in the printers' queues.
+// Port: the jobs in the printers' queues. A job counts them; the rest is for the job list.
 #pragma once
 
 #include <string>

@@ -66,6 +66,8 @@ struct PaperBin {
     std::string name;
 };
 
+// Default printer, rights, bins and properties are for the printer selection and the job list; a job needs the rest.
+//
 // Names are device names, UTF-8. Every call that names a printer throws SpoolerError when there is none of that name
 // or the spooler does not answer.
 class Spooler {

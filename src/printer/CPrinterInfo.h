@@ -1,4 +1,5 @@
-// One printer as the spooler describes it: attributes, status text, the jobs in its queue, the default printer.
+// One printer as the spooler describes it: attributes, status text, the jobs in its queue, the default printer. A job
+// asks for the status text and counts the queue; the rest is for the printer selection and the job list.
 #pragma once
 
 #include <cstdint>
