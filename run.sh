@@ -6,14 +6,14 @@ cd "$(dirname "$0")"
 # shellcheck disable=SC2086
 need_packages $build_packages
 
-cmake --preset linux -DKRV_TESTS=OFF >/dev/null
-cmake --build --preset linux
+cmake --preset release >/dev/null
+cmake --build --preset release
 
 rm -rf build/sample
 mkdir -p build/sample
 cp samples/RECHNUNG.OUT build/sample/
 cp -r samples/BRIEF build/sample/
-program=$PWD/build/linux/KRVWinPr
+program=$PWD/build/release/KRVWinPr
 (cd build/sample && "$program" RECHNUNG.OUT KEINEGRAFIK "Korvano PDF")
 (cd build/sample/BRIEF && "$program" BRIEF.OUT HINTERGR.PCX "Korvano PDF")
 for printed in RECHNUNG BRIEF/BRIEF; do
