@@ -4,7 +4,7 @@ build_packages="g++ cmake ninja-build pkg-config libcups2-dev libharfbuzz-dev li
 qt6-base-dev libxcb1-dev libpng-dev libjpeg-dev libtiff-dev libleptonica-dev fonts-liberation"
 
 test_packages="libgtest-dev python3 poppler-utils qpdf cups-daemon cups-client cups-filters ghostscript xvfb xdotool
-clang-format zbar-tools zxing-cpp-tools libzint-dev imagemagick netpbm clang libclang-rt-14-dev"
+clang-format clang-tidy zbar-tools zxing-cpp-tools libzint-dev imagemagick netpbm clang libclang-rt-14-dev"
 
 # The Windows program is cross-built, and tested under Wine.
 windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 locales xauth"
