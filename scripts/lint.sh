@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
-# lint.sh [--touched] [--fix] [--seconds N] [-j N]: checks the format of the sources (.clang-format), and runs clang-tidy
-# (.clang-tidy) over those in src: each with the flags of its build, build/windows for src/platform/windows and build/linux
-# for the others. A folder that is not configured yet, or does not know a source, is configured; nothing is built.
+# lint.sh [--touched | PATH...] [--fix] [--seconds N] [-j N]: checks the format of the sources (.clang-format), and runs
+# clang-tidy (.clang-tidy) over those in src: each with the flags of its build, build/windows for src/platform/windows and
+# build/linux for the others. A build folder that is not configured, or does not know a source, is configured; nothing is
+# built.
 #
+#   PATH...      only these sources and headers, or those of these folders
 #   --touched    only what a change touches: sources and headers that are uncommitted or untracked, or belong to commits that
 #                the upstream branch does not have. Without an upstream branch, and where nothing differs from it, those
 #                of the last commit (all, in a clone that has only one). What was only moved is not touched. A header is
@@ -16,17 +18,18 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 
 usage() {
-    echo "usage: scripts/lint.sh [--touched] [--fix] [--seconds N] [-j N]" >&2
+    echo "usage: scripts/lint.sh [--touched | PATH...] [--fix] [--seconds N] [-j N]" >&2
     exit 2
 }
-touched='' fix='' seconds='' jobs=$(nproc)
+given=() touched='' fix='' seconds='' jobs=$(nproc)
 while [ $# -gt 0 ]; do
     case $1 in
         --touched) touched=yes ;;
         --fix) fix=yes ;;
         --seconds) seconds=${2:-}; [[ $seconds =~ ^[0-9]+$ ]] || usage; shift ;;
         -j) jobs=${2:-}; [[ $jobs =~ ^[1-9][0-9]*$ ]] || usage; shift ;;
-        *) usage ;;
+        -*) usage ;;
+        *) given+=("$1") ;;
     esac
     shift
 done
@@ -52,7 +55,10 @@ changed() {
 
 # Where a list cannot be made, the script ends instead of finding nothing.
 files=()
-if [ -z "$touched" ]; then
+if [ ${#given[@]} -gt 0 ]; then
+    mapfile -d '' files < <(git ls-files -z --cached --others --error-unmatch -- "${given[@]}")
+    wait $!
+elif [ -z "$touched" ]; then
     mapfile -d '' files < <(git ls-files -z -- "${sources[@]}" && untracked)
     wait $!
 else
@@ -69,7 +75,7 @@ else
 fi
 present=()
 for file in "${files[@]}"; do
-    if [ -f "$file" ]; then present+=("$file"); fi
+    if [[ -f $file && $file =~ \.(cpp|h)$ ]]; then present+=("$file"); fi
 done
 if [ ${#present[@]} -eq 0 ]; then
     echo "lint: no source was touched."
@@ -101,7 +107,7 @@ includer() {
     done
 }
 
-# Sources for clang-tidy. Of headers only those that were touched count; without --touched, those that .clang-tidy names.
+# Sources for clang-tidy. Of headers those chosen count; where all sources are looked at, those that .clang-tidy names.
 declare -A chosen=()
 headers=()
 for file in "${present[@]}"; do
@@ -111,7 +117,7 @@ for file in "${present[@]}"; do
     esac
 done
 filter=''
-if [ -n "$touched" ]; then
+if [ -n "$touched" ] || [ ${#given[@]} -gt 0 ]; then
     filter='^$'
     for header in "${headers[@]}"; do
         source=$(includer "$header")
