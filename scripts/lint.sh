@@ -10,7 +10,7 @@
 #                of the last commit (all, in a clone that has only one). What was only moved is not touched. A header is
 #                checked through one source that includes it.
 #   --fix        clang-format rewrites what has another format; nothing else is ever rewritten
-#   --seconds N  begins no further file after N seconds, and names those left out; which they are depends on the commit
+#   --seconds N  gives clang-tidy N seconds, and names the sources that it has not come to; which they are depends on the commit
 #   -j N         processes at a time, otherwise one for each processor
 #
 # All of src takes about a quarter of an hour of processor time. Exit code 0: nothing found; 1: findings; 77: a tool is missing.
@@ -179,20 +179,24 @@ fi
 
 # What clang-tidy says of a source, in one piece.
 check='
-if [ -n "$seconds" ] && [ "$(date +%s)" -ge "$until" ]; then
+left=${seconds:+$((until - $(date +%s)))}
+case $1 in src/platform/windows/*) folder=build/windows/lint ;; *) folder=build/linux ;; esac
+found= result=124
+if [ "${left:-1}" -gt 0 ]; then
+    found=$(timeout "${left:-0}" clang-tidy --quiet -p $folder ${filter:+"$filter"} "$1" 2>&1)
+    result=$?
+fi
+if [ $result = 124 ]; then
     echo "lint: no time left for $1"
     exit
 fi
-case $1 in src/platform/windows/*) folder=build/windows/lint ;; *) folder=build/linux ;; esac
-found=$(clang-tidy --quiet -p $folder ${filter:+"$filter"} "$1" 2>&1)
-result=$?
 grep -Ev "^[0-9]+ warnings?( and [0-9]+ errors?)? generated\.$" <<<"$found" | grep .
 exit $result'
 until=$(($(date +%s) + ${seconds:-0}))
 export seconds until filter
 
+echo "lint: clang-tidy on ${#checked[@]} sources of src"
 # A finding in a header is printed once, however many sources include it.
 printf '%s\0' "${checked[@]}" | xargs -0 -n 1 -P "$jobs" bash -c "$check" lint |
     awk '/^[^ ].*:[0-9]+:[0-9]+: (error|warning): / { again = $0 in seen; seen[$0] } !again { print; fflush() }' || failed=yes
-echo "lint: ${#checked[@]} sources of src."
 [ -z "$failed" ]
