@@ -58,8 +58,8 @@ def main():
     options = parser.parse_args()
     build = options.build.resolve()
     with PrivateCups() as cups, tempfile.TemporaryDirectory() as name:
-        cups.add_postscript_queue("Laser", Resolution="600dpi")
-        cups.set_default("Laser")
+        cups.add_postscript_queue("Laser", "-o", "Resolution=600dpi")
+        cups.run("lpadmin", "-d", "Laser")
         subprocess.run([ROOT / "tests/wine-prefix.sh", "--end", build / "wineprefix"], check=True)
         bench = Bench(build, cups, pathlib.Path(name))
         bench.report(1)

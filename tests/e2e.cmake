@@ -1,6 +1,6 @@
 # The program from end to end: each file of tests in Python is one test of ctest. They read PDFs back with poppler-utils
 # and qpdf; queues are those of a private cupsd.
-find_package(Python3 3.10 REQUIRED COMPONENTS Interpreter)
+find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
 foreach(name pdf log faults queues desktop graphics barcodes)
     add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}

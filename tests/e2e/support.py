@@ -11,6 +11,7 @@ import signal
 import subprocess
 import tempfile
 import unittest
+from typing import NamedTuple
 
 PROGRAM = pathlib.Path(os.environ["KRVWINPR"]).resolve()
 SLOW = os.environ.get("KRVWINPR_SLOW") == "1"
@@ -23,7 +24,8 @@ PRINTER_KEY = rf"{PRODUCT_KEY}\Drucker\{PRINTER}"
 OWN_VALUES = ("RunPath", "EXEPath", "EXEVersion", "LastDriverUsed")  # what every job writes
 
 STAMP = r"\d\d\.\d\d\.\d{4} \d\d:\d\d:\d\d"
-FAULT_FOUND = 97  # exit code of a process in which a sanitizer found something
+LOG_LINE = rf"^({STAMP}> .*|======= NEUER START ========|)$"
+TENTH_OF_A_MILLIMETRE = 72 / 254  # points
 
 
 def output_of(*command) -> str:
@@ -31,15 +33,13 @@ def output_of(*command) -> str:
                           timeout=120).stdout
 
 
-class Word:
-    """A word on a PDF's page: its text, and its corners in points from the sheet's top left corner."""
-
-    def __init__(self, x, y, right, bottom, text):
-        self.x, self.y, self.right, self.bottom = float(x), float(y), float(right), float(bottom)
-        self.text = html.unescape(text)
-
-    def __repr__(self):
-        return f"{self.text!r} at {self.x:.3f}, {self.y:.3f}"
+class Word(NamedTuple):
+    """A word on a PDF's page: its corners in points from the sheet's top left corner, and its text."""
+    x: float
+    y: float
+    right: float
+    bottom: float
+    text: str
 
 
 WORD = re.compile(r'<word xMin="([\d.-]+)" yMin="([\d.-]+)" xMax="([\d.-]+)" yMax="([\d.-]+)">(.*?)</word>', re.DOTALL)
@@ -47,8 +47,8 @@ WORD = re.compile(r'<word xMin="([\d.-]+)" yMin="([\d.-]+)" xMax="([\d.-]+)" yMa
 
 def words_of(pdf) -> list[list[Word]]:
     """The words of each page in reading order."""
-    pages = output_of("pdftotext", "-bbox", pdf, "-").split("<page ")[1:]
-    return [[Word(*groups) for groups in WORD.findall(page)] for page in pages]
+    return [[Word(*map(float, corners), html.unescape(text)) for *corners, text in WORD.findall(page)]
+            for page in output_of("pdftotext", "-bbox", pdf, "-").split("<page ")[1:]]
 
 
 def lines_of(pdf) -> list[list[str]]:
@@ -57,22 +57,14 @@ def lines_of(pdf) -> list[list[str]]:
     return [[" ".join(line.split()) for line in page.split("\n") if line.strip()] for page in pages]
 
 
-def page_count(pdf) -> int:
-    return int(re.search(r"^Pages: +(\d+)$", output_of("pdfinfo", pdf), re.MULTILINE)[1])
-
-
-def namespace_command() -> list[str] | None:
-    """What starts a command with mounts of its own; nothing where that is not allowed."""
-    command = ["unshare", "-m"] if os.geteuid() == 0 else ["unshare", "-rm"]
-    probe = [*command, "sh", "-c", "mount -t tmpfs tmpfs /tmp"]
-    allowed = shutil.which("unshare") and subprocess.run(probe, stderr=subprocess.DEVNULL).returncode == 0
-    return command if allowed else None
-
-
-def without_privileges() -> list[str]:
-    """What starts a command for which the rights of files count, also when root starts it."""
-    return ["setpriv", "--bounding-set=-all"] if os.geteuid() == 0 else []
-
+# What starts a command with mounts of its own, where that is allowed.
+NAMESPACE = ["unshare", "-m"] if os.geteuid() == 0 else ["unshare", "-rm"]
+CAN_MOUNT = shutil.which("unshare") and subprocess.run([*NAMESPACE, "sh", "-c", "mount -t tmpfs tmpfs /tmp"],
+                                                       stderr=subprocess.DEVNULL).returncode == 0
+needs_namespace = unittest.skipUnless(CAN_MOUNT, "needs a mount namespace (unshare -m, or -rm for users) and tmpfs, "
+                                                 "which this system does not allow here")
+# What starts a command for which the rights of files count, also when root starts it.
+WITHOUT_PRIVILEGES = ["setpriv", "--bounding-set=-all"] if os.geteuid() == 0 else []
 
 # Mounts a small disk over the folder $1 with the options $2, and remounts it with the options $3, for one command;
 # afterwards the folder beneath holds what was on it.
@@ -89,29 +81,32 @@ exit $code
 """
 
 
-class Run:
-    """One run of the program: what it said on standard error."""
+def on_disk(folder, options, remount="") -> list[str]:
+    """What starts a command while a small disk takes the folder's place."""
+    return [*NAMESPACE, "sh", "-c", ON_DISK, "sh", str(folder), options, remount]
 
-    def __init__(self, process: subprocess.Popen):
-        self.process = process
-        self.errors = ""
 
-    def wait(self, timeout) -> "Run":
+class Run(subprocess.Popen):
+    errors = ""  # what it said on standard error
+
+    def finish(self, timeout) -> "Run":
         try:
-            self.errors = self.process.communicate(timeout=timeout)[1].decode("utf-8", "replace")
+            self.errors = self.communicate(timeout=timeout)[1].decode("utf-8", "replace")
         except subprocess.TimeoutExpired:
-            self.kill()
+            self.end()
             raise
         return self
 
-    def kill(self):
+    def end(self):
         """Ends the program, and what it may have started, in the middle of whatever it does."""
-        os.killpg(self.process.pid, signal.SIGKILL)
-        self.process.communicate()
+        os.killpg(self.pid, signal.SIGKILL)
+        self.communicate()
 
 
 class Job:
     """A folder with print files, and settings of its own."""
+
+    encoding = "utf-8"  # of the debug log
 
     def __init__(self, test: unittest.TestCase):
         root = pathlib.Path(tempfile.mkdtemp(prefix="krvwinpr-"))
@@ -120,16 +115,9 @@ class Job:
         self.folder = root / "auftrag"
         self.settings = root / "config/KRVWinPr/settings.ini"
         self.folder.mkdir()
-        self.environment = {
-            "PATH": os.environ["PATH"],
-            "HOME": str(root),
-            "XDG_CONFIG_HOME": str(root / "config"),
-            "LANG": "de_DE.UTF-8",
-            "CUPS_SERVER": str(root / "no-cups.sock"),
-            "ASAN_OPTIONS": f"exitcode={FAULT_FOUND}",
-            "LSAN_OPTIONS": f"exitcode={FAULT_FOUND}",
-            "UBSAN_OPTIONS": f"exitcode={FAULT_FOUND}",
-        }
+        self.environment = {"PATH": os.environ["PATH"], "HOME": str(root), "XDG_CONFIG_HOME": str(root / "config"),
+                            "LANG": "de_DE.UTF-8", "CUPS_SERVER": str(root / "no-cups.sock")}
+        self.environment |= {f"{kind}SAN_OPTIONS": "exitcode=97" for kind in ("A", "L", "UB")}
 
     def write(self, name, data) -> pathlib.Path:
         path = self.folder / name
@@ -137,20 +125,15 @@ class Job:
         path.write_bytes(data if isinstance(data, bytes) else data.encode("cp850"))
         return path
 
-    def sample(self, name) -> pathlib.Path:
-        return self.write(name, (SAMPLES / name).read_bytes())
+    def sample(self, name):
+        self.write(name, (SAMPLES / name).read_bytes())
 
-    def write_settings(self, text):
+    def sample_letter(self):
+        shutil.copytree(SAMPLES / "BRIEF", self.folder, dirs_exist_ok=True)
+
+    def write_settings(self, *lines, key=PRINTER_KEY):
         self.settings.parent.mkdir(parents=True, exist_ok=True)
-        self.settings.write_bytes(text if isinstance(text, bytes) else text.encode())
-
-    def printer_settings(self, *lines):
-        self.write_settings(f"[{PRINTER_KEY}]\n" + "".join(line + "\n" for line in lines))
-
-    def settings_lines(self) -> list[str]:
-        """What a person sees in the settings: no comments, no empty lines."""
-        lines = self.settings.read_bytes().decode("utf-8", "replace").splitlines()
-        return [line for line in lines if line.strip() and line.lstrip()[0] not in "#;"]
+        self.settings.write_text("".join(line + "\n" for line in (f"[{key}]", *lines)))
 
     def read(self, name) -> bytes | None:
         path = self.folder / name
@@ -164,42 +147,43 @@ class Job:
 
     def log(self) -> list[str]:
         """The lines of the debug log without their stamps, which all but empty and title lines must have."""
-        text = self.read("KRVWinPr.LOG").decode()
+        text = self.read("KRVWinPr.LOG").decode(self.encoding)
         self.test.assertTrue(text.endswith("\r\n"), text[-200:])
         lines = text.split("\r\n")[:-1]
         for line in lines:
-            self.test.assertRegex(line, f"^({STAMP}> .*|======= NEUER START ========|)$")
+            self.test.assertRegex(line, LOG_LINE)
         return [re.sub(f"^{STAMP}", "", line) for line in lines]
 
+    def margins(self) -> list[float]:
+        """What the printer cannot print on at the left and at the top, in points, as the debug log says it."""
+        line = next(line for line in reversed(self.log()) if "Ränder" in line)
+        return [float(text.replace(",", ".")) / 2.54 * 72 for text in line.split(": ")[1].split(";")[:2]]
+
     def start(self, *arguments, prefix=(), limits=None, **environment) -> Run:
-        command = [*prefix, str(PROGRAM), *(str(argument) for argument in arguments)]
-        return Run(subprocess.Popen(command, cwd=self.folder, env=self.environment | environment, preexec_fn=limits,
-                                    stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
-                                    start_new_session=True))
+        return Run([*prefix, PROGRAM, *arguments], cwd=self.folder, env=self.environment | environment,
+                   preexec_fn=limits, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE,
+                   start_new_session=True)
 
     def run(self, *arguments, timeout=60, **options) -> Run:
         """Runs the program to its end. Whatever happens to a job: it ends by itself and as if nothing had been, what
         lay in its folder is unchanged, and it leaves nothing half-written."""
         before = self.contents()
-        run = self.start(*arguments, **options).wait(timeout)
+        run = self.start(*arguments, **options).finish(timeout)
         self.check(run)
         after = self.contents()
-        own = lambda name: name == "KRVWINPR.OK" or name.endswith(".LOG")
-        for name, content in before.items():
-            self.test.assertTrue(own(name) or after.get(name) == content, f"{name} has been changed")
-        new = after.keys() - before.keys()
-        self.test.assertEqual([name for name in new if not own(name) and not name.endswith(".pdf")], [], run.errors)
-        self.test.assertEqual([name for name in new if name.startswith(".")], [], run.errors)
+        for name in before.keys() | after.keys():
+            if name != "KRVWINPR.OK" and not name.endswith(".LOG"):
+                made = name not in before and name.endswith(".pdf") and not name.startswith(".")
+                self.test.assertTrue(made or before.get(name, 0) == after.get(name, 0), f"{name}: {run.errors}")
         return run
 
     def check(self, run: Run):
-        self.test.assertEqual(run.process.returncode, 0, run.errors)
+        self.test.assertEqual(run.returncode, 0, run.errors)
         self.test.assertNotRegex(run.errors, "Sanitizer|runtime error:")
 
     def contents(self) -> dict[str, bytes | None]:
-        def content(path):
-            return path.read_bytes() if path.is_file() and os.access(path, os.R_OK) else None
-        return {name: content(self.folder / name) for name in os.listdir(self.folder)}
+        return {name: path.read_bytes() if path.is_file() and os.access(path, os.R_OK) else None
+                for name in os.listdir(self.folder) for path in (self.folder / name,)}
 
     def assert_sound(self, name, pages=None):
         """A PDF that is whole; with as many pages."""
@@ -207,7 +191,7 @@ class Job:
                                 stderr=subprocess.STDOUT, text=True)
         self.test.assertEqual(result.returncode, 0, result.stdout)
         if pages is not None:
-            self.test.assertEqual(page_count(self.folder / name), pages, name)
+            self.test.assertEqual(int(output_of("qpdf", "--show-npages", self.folder / name)), pages, name)
 
     def words(self, name) -> list[list[Word]]:
         return words_of(self.folder / name)
@@ -218,7 +202,7 @@ class Job:
 
 class JobTest(unittest.TestCase):
     def setUp(self):
-        self.job = Job(self)
+        self.new_job()
 
     def new_job(self) -> Job:
         self.job = Job(self)

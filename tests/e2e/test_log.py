@@ -2,12 +2,13 @@
 
 import unittest
 
-from page_picture import bmp
+from page_picture import RED, bmp
 from support import OK_TEXT, PRINTER_KEY, PROGRAM, JobTest
 
 TEXT = "^TR2Eins ^FEfett^FA^XY\r\n^BC1.5,2,AB,12\\^GR3^GR\f^TR7Zwei"
 
-START = """
+# What stands in braces differs from job to job; the pages stand between BEGIN and END.
+BEGIN = """
 ======= NEUER START ========
 > 35D754B208AEBD1628021
 > App.StartMode: 0  // 0=EXE, 1=ActiveX-EXE
@@ -21,16 +22,8 @@ START = """
 > TwoPass: {two_pass}
 > Reportbeginn
 >   DoReport (sDateiname='{file}', sGrafikname='{graphic}', sDruckerTreiber='{printer}', blnWait='{wait}')
-"""
-HANDSHAKE = """
 >   {file} gelesen
->   KRVWINPR.OK ausgegeben
-"""
-LATER_HANDSHAKE = """
->   {file} gelesen
->   KRVWINPR.OK übersprungen wegen /WAIT-Parameter
-"""
-SET_UP = """
+>   KRVWINPR.OK {handshake}
 >   verwendeter Druckertreiber: Korvano PDF
 >   Ränder (links;oben; rechts;unten) cm: 0,4233333;0,4233333;0,4233333;0,4233333
 >   TwipsPerPixel (X,Y): 2,4, 2,4
@@ -79,13 +72,20 @@ GRAPHICS = """
 >       Grafikdatengröße: Grafik 100,200.5,3
 >       bisherige Grafikgröße (HxW): 1270  2540
 >       neue Grafikgröße gesetzt"""
-GRAPHIC_PAGE = """
+PAGE = """
+{tray}
+>     bearbeite Seite: {page}{background}
+>     DoPage bearbeitet Seite{body}
+>     DoPage hat Seite bearbeitet
+"""
+NO_TRAY = """
 >     Trayregistrierungswert nicht erkannt, Standardtray wird verwendet
 >     Schlüssel war: '{key}'
->     Benutze Tray:   Paperbin:0
->     bearbeite Seite: 1
->     Hintergrundbild laden: kopf.bmp
->     DoPage bearbeitet Seite
+>     Benutze Tray:   Paperbin:0"""
+TRAY = """
+>     Tray wird vom Wert aus der Registrierung gesetzt, es soll 3 gesetzt werden
+>     Benutze Tray: 2  Paperbin:3"""
+GRAPHIC_BODY = """
 >       ^GZ
 >       GZ Grafikmakro 1 Inch relativ, (x;y; width;height Twips): -40;1000; 45,56818;22,72727     Scalefaktor:4,4
 >       ^GR
@@ -95,14 +95,8 @@ GRAPHIC_PAGE = """
 >           lngLinkerRand -20
 >           lngKopfabstand 500
 >           sngScaleFactor 4,4
->       GR Grafikmakro 1-9 Inch relativ, (x;y; width;height Twips): 2860;1940; 45,56818;22,72727     Scalefaktor:4,4
->     DoPage hat Seite bearbeitet
-"""
-DETAILED_PAGES = """
->     Tray wird vom Wert aus der Registrierung gesetzt, es soll 3 gesetzt werden
->     Benutze Tray: 2  Paperbin:3
->     bearbeite Seite: 1
->     DoPage bearbeitet Seite
+>       GR Grafikmakro 1-9 Inch relativ, (x;y; width;height Twips): 2860;1940; 45,56818;22,72727     Scalefaktor:4,4"""
+DETAILED_BODY = """
 >       ^TR
 >       ^FE
 >       ^FA
@@ -113,47 +107,21 @@ DETAILED_PAGES = """
 >       ^GR
 >       Grafik 3 ausgeben
 >       ^GR
->       alle Grafiken ausgeben
->     DoPage hat Seite bearbeitet
->     Tray wird vom Wert aus der Registrierung gesetzt, es soll 3 gesetzt werden
->     Benutze Tray: 2  Paperbin:3
->     bearbeite Seite: 2
->     DoPage bearbeitet Seite
->       ^TR
->     DoPage hat Seite bearbeitet
-"""
-TWO_PASS_PAGE = """
->     Trayregistrierungswert nicht erkannt, Standardtray wird verwendet
->     Schlüssel war: '{key}'
->     Benutze Tray:   Paperbin:0
->     bearbeite Seite: 1
->     DoPage bearbeitet Seite
+>       alle Grafiken ausgeben"""
+TWO_PASS_BODY = """
 >       DoPage Phase 1, nur Grafiken ausgeben
 >       ^KE
 >       DoPage Phase 2, nur Text ausgeben
->       ^KE
->     DoPage hat Seite bearbeitet
-"""
-PAGE = """
->     Trayregistrierungswert nicht erkannt, Standardtray wird verwendet
->     Schlüssel war: '{key}'
->     Benutze Tray:   Paperbin:0
->     bearbeite Seite: 1
->     DoPage bearbeitet Seite
->     DoPage hat Seite bearbeitet
-"""
-PRINTED = """
->   Druckende
-"""
+>       ^KE"""
 WAITED = """
 >   Warte auf leeren Druckerspooler
 >     Überprüfe: Korvano PDF
 >     Anzahl Jobs: 0
 >     Ende durch Jobs.Count = 0
 >     WaitForSpoolerFinished Ende
->   KRVWINPR.OK wegen /WAIT-Parameter am Ende ausgegeben
-"""
+>   KRVWINPR.OK wegen /WAIT-Parameter am Ende ausgegeben"""
 END = """
+>   Druckende{waited}
 > Reportende
 > Programm regulär beendet!
 """
@@ -162,32 +130,35 @@ END = """
 class DebugLog(JobTest):
     def setUp(self):
         super().setUp()
-        self.job.printer_settings("LinkerRand=-20", "Zeilenabstand=REG_DWORD:250", "ScaleFaktor=4,4", "ColorMode=1",
-                                  "Schacht2=3")
-        self.job.write("A.OUT", TEXT)
+        self.job.write_settings("LinkerRand=-20", "Zeilenabstand=REG_DWORD:250", "ScaleFaktor=4,4", "ColorMode=1",
+                                "Schacht2=3")
         self.job.write("EINE.OUT", "^KESeite")
 
-    def assert_log(self, *parts, **values):
-        """The lines of one start: an empty one above and below, those of the parts between."""
-        defaults = dict(level=0, two_pass="Nein", file="EINE.OUT", graphic="", printer="", wait="Falsch",
-                        folder=self.job.folder, graphics="", program=f"{PROGRAM.parent}\\{PROGRAM.name}", key=PRINTER_KEY)
+    def assert_log(self, *pages, **values):
+        """The lines of one start, an empty one above and below; each page is what differs from a plain one."""
+        plain = dict(tray=NO_TRAY, background="", body="")
+        parts = [BEGIN, *(PAGE.format(**plain | dict(page=number) | page) for number, page in enumerate(pages, 1)), END]
+        defaults = dict(level=0, two_pass="Nein", file="EINE.OUT", graphic="", printer="", wait="Falsch", graphics="",
+                        handshake="ausgegeben", folder=self.job.folder, program=f"{PROGRAM.parent}\\{PROGRAM.name}",
+                        key=PRINTER_KEY, waited="")
         lines = [line for part in parts for line in part.strip("\n").format(**defaults | values).split("\n")]
         self.assertEqual(self.job.log(), ["", *lines, ""])
 
     def test_every_line_of_a_detailed_log(self):
-        run = self.job.run("A.OUT", "/DEBUG2")
-        self.assertEqual(run.errors, "")
-        self.assert_log(START, HANDSHAKE, SET_UP, DETAILED_PAGES, PRINTED, END, level=2, file="A.OUT")
+        self.job.write("A.OUT", TEXT)
+        self.assertEqual(self.job.run("A.OUT", "/DEBUG2").errors, "")
+        self.assert_log(dict(tray=TRAY, body=DETAILED_BODY), dict(tray=TRAY, body="\n>       ^TR"), level=2,
+                        file="A.OUT")
 
     def test_graphics(self):
         self.job.write("hplaser.ini", "[Grafik]\r\nGrafik1=1,2,3\r\nGrafikSize9=100,200.5,3\r\n")
-        self.job.write("kopf.bmp", bmp(2, 2, b"\xFF\0\0"))
-        self.job.write("LASER/KRVWin.M3", bmp(96, 48, b"\xFF\0\0"))
+        self.job.write("kopf.bmp", bmp(2, 2, RED))
+        self.job.write("LASER/KRVWin.M3", bmp(96, 48, RED))
         self.job.write("LASER/KRVWinIn.M3", b"")
         self.job.write("A.OUT", "^GZ1^GR")
         self.job.run("A.OUT", "kopf.bmp", "/DEBUG2")
-        self.assert_log(START, HANDSHAKE, SET_UP, GRAPHIC_PAGE, PRINTED, END, level=2, file="A.OUT", graphic="kopf.bmp",
-                        graphics=GRAPHICS.format(folder=self.job.folder))
+        self.assert_log(dict(background="\n>     Hintergrundbild laden: kopf.bmp", body=GRAPHIC_BODY), level=2,
+                        file="A.OUT", graphic="kopf.bmp", graphics=GRAPHICS.format(folder=self.job.folder))
 
     def test_every_start_appends(self):
         self.job.write("KRVWinPr.LOG", b"alt\r\n")
@@ -195,21 +166,20 @@ class DebugLog(JobTest):
         log = self.job.read("KRVWinPr.LOG")
         self.assertTrue(log.startswith(b"alt\r\n"))
         self.job.write("KRVWinPr.LOG", log[5:])
-        self.assert_log(START, HANDSHAKE, SET_UP, TWO_PASS_PAGE, PRINTED, END, level=2, two_pass="Ja",
-                        graphic="KEINEGRAFIK")
+        self.assert_log(dict(body=TWO_PASS_BODY), level=2, two_pass="Ja", graphic="KEINEGRAFIK")
 
     def test_stamps_and_numbers_follow_the_locale(self):
         self.job.write("EINE.OUT", "Seite^BC1.5,.25,1\\")
         self.job.run("EINE.OUT", "/DEBUG", LANG="en_US.UTF-8")
         log = self.job.read("KRVWinPr.LOG").decode()
         self.assertRegex(log, r"\r\n\d\d?/\d\d?/\d{4} \d\d?:\d\d:\d\d [AP]M> Reportbeginn\r\n")
-        self.assertIn("blnWait='False')", log)
-        self.assertIn("cm: 0.4233333;0.4233333;", log)
-        self.assertIn("(Y,X) 1.5,0.25 Text", log)
+        for text in ("blnWait='False')", "cm: 0.4233333;0.4233333;", "(Y,X) 1.5,0.25 Text"):
+            self.assertIn(text, log)
 
     def test_waiting_for_a_named_printer(self):
         self.job.run("/WAIT", "EINE.OUT", "", "korvano pdf", "/DEBUG")
-        self.assert_log(START, LATER_HANDSHAKE, SET_UP, PAGE, PRINTED, WAITED, END, wait="Wahr", printer="korvano pdf")
+        self.assert_log({}, wait="Wahr", printer="korvano pdf", waited=WAITED,
+                        handshake="übersprungen wegen /WAIT-Parameter")
         self.assertEqual(self.job.read("KRVWINPR.OK"), OK_TEXT)
 
 
