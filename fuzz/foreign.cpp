@@ -3,7 +3,6 @@
 
 #include "platform/linux/images/image_codecs.h"
 #include "round_trip.h"
-#include "runtime/error.h"
 
 namespace {
 
@@ -13,27 +12,14 @@ std::string encode(const platform::Picture& picture, std::string_view original) 
     return platform_linux::images::ImageCodecs().encode(picture, original);
 }
 
-// JPEG, and TIFF with JPEG in it, old or new.
-bool losesColors(const pictures::ForeignPicture& file) {
-    return file.kind == pictures::ForeignKind::jpeg || file.compression == 6 || file.compression == 7;
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::string_view content(reinterpret_cast<const char*>(data), size);
-    try {
+    return fuzz::check({decode, encode}, data, size, [](std::string_view content) {
         const pictures::ForeignPicture file = pictures::inspectForeignPicture(content);
-        if (file.width * file.height > fuzz::mostPixels) {
-            return 0;
-        }
-        if (losesColors(file)) {
-            encode(decode(content), content);
-            return 0;
-        }
-    } catch (const runtime::Error&) {
-        return 0;
-    }
-    fuzz::checkRoundTrip({decode, encode}, content);
-    return 0;
+        // JPEG, and TIFF with JPEG in it, old or new.
+        const bool losesColors =
+            file.kind == pictures::ForeignKind::jpeg || file.compression == 6 || file.compression == 7;
+        return fuzz::Header{file.width * file.height, losesColors ? fuzz::Holds::none : fuzz::Holds::all};
+    });
 }

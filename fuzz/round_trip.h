@@ -1,24 +1,48 @@
-// What must be true of every picture file that can be read.
+// What the fuzzers of picture files share.
 #pragma once
 
-#include <string>
-#include <string_view>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 
-#include "platform/picture.h"
+#include "runtime/error.h"
+#include "unit/support/pixels.h"
 
 namespace fuzz {
 
-// Decoding and encoding of one kind of files.
-struct Codec {
-    platform::Picture (*decode)(std::string_view content);
-    std::string (*encode)(const platform::Picture& picture, std::string_view original);
+// What a file's header says; the colours that it can hold: all, all but some opposite ones, or none exactly.
+enum class Holds { all, some, none };
+struct Header {
+    std::int64_t pixels = 0;
+    Holds colors = Holds::all;
 };
 
-// Ends the process unless a file written back shows the same colours, inverted the opposite ones, and inverted twice
-// the first again; or, where the file cannot hold them exactly, some colours. A file that is refused is fine.
-void checkRoundTrip(const Codec& codec, std::string_view content, bool exact = true) noexcept;
-
-// Pictures of more pixels than this only take time.
-inline constexpr std::int64_t mostPixels = 1 << 16;
+// Ends the process where a file that can be read is not written back as it should be. A file that is refused is fine,
+// and one of very many pixels only takes time.
+template <typename Inspect>
+int check(const support::Codec& codec, const std::uint8_t* data, std::size_t size, Inspect inspect) {
+    constexpr std::int64_t mostPixels = 1 << 16;
+    const std::string_view content(reinterpret_cast<const char*>(data), size);
+    Header header;
+    try {
+        header = inspect(content);
+        if (header.pixels > mostPixels) {
+            return 0;
+        }
+        const platform::Picture picture = codec.decode(content);
+        if (header.colors == Holds::none) {
+            codec.encode(picture, content);
+            return 0;
+        }
+    } catch (const runtime::Error&) {
+        return 0;
+    }
+    const std::string_view fault = support::faultOf(codec, content, header.colors == Holds::all);
+    if (!fault.empty()) {
+        std::fprintf(stderr, "%s\n", fault.data());
+        std::abort();
+    }
+    return 0;
+}
 
 }  // namespace fuzz

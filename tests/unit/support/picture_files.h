@@ -1,20 +1,17 @@
-// What the tests of picture files share.
+// What the tests of the host's own picture files share.
 #pragma once
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdint>
+#include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
-#include "pictures/picture_file.h"
 #include "runtime/error.h"
+#include "unit/support/pixels.h"
 
-namespace test {
-
-using namespace std::string_literals;
+namespace support {
 
 class NoOthers : public platform::ImageFiles {
 public:
@@ -32,107 +29,63 @@ inline std::string encode(const platform::Picture& picture, std::string_view ori
     return pictures::encodePicture(picture, original, others);
 }
 
-inline std::string inverted(std::string_view content) {
-    platform::Picture picture = decode(content);
-    pictures::invert(picture);
-    return encode(picture, content);
-}
-
-inline platform::Color colorAt(const platform::Picture& picture, int x, int y) {
-    const std::uint8_t* row = picture.pixels.data() + static_cast<std::size_t>(y) * picture.stride();
-    if (picture.bitsPerPixel == 24) {
-        return {row[3 * x], row[3 * x + 1], row[3 * x + 2]};
-    }
-    const int bit = x * picture.bitsPerPixel;
-    const int number = row[bit / 8] >> (8 - picture.bitsPerPixel - bit % 8) & ((1 << picture.bitsPerPixel) - 1);
-    return picture.palette.at(static_cast<std::size_t>(number));
-}
+inline std::string inverted(std::string_view content) { return inverted({decode, encode}, content); }
 
 // The pixels of each row, "/" between rows: a letter for black (k), white, red, green, blue, cyan, magenta and yellow,
 // the number in hexadecimal digits for other colours.
 inline std::string colorsOf(const platform::Picture& picture) {
-    static constexpr std::string_view letters = "kbgcrmyw";
     std::string text;
     for (int y = 0; y < picture.height; ++y) {
         text += y > 0 ? "/" : "";
         for (int x = 0; x < picture.width; ++x) {
-            const platform::Color color = colorAt(picture, x, y);
-            const std::array values{color.red, color.green, color.blue};
-            std::size_t letter = 0;
-            bool pure = true;
-            for (const std::uint8_t value : values) {
-                pure = pure && (value == 0 || value == 255);
-                letter = letter * 2 + value / 255;
-            }
-            std::array<char, 9> digits{};
-            std::snprintf(digits.data(), digits.size(), "<%02X%02X%02X", color.red, color.green, color.blue);
-            text += pure ? std::string(1, letters[letter]) : digits.data() + ">"s;
+            const auto [red, green, blue] = colorAt(picture, x, y);
+            std::array<char, 9> number{};
+            std::snprintf(number.data(), number.size(), "<%02X%02X%02X>", red, green, blue);
+            const bool pure = red % 255 == 0 && green % 255 == 0 && blue % 255 == 0;
+            text += pure ? std::string(1, "kbgcrmyw"[red / 255 * 4 + green / 255 * 2 + blue / 255]) : number.data();
         }
     }
     return text;
 }
 
-// "00 FF" as bytes.
-inline std::string hex(std::string_view digits) {
+// "00 FF"_hex as bytes.
+inline std::string operator""_hex(const char* digits, std::size_t) {
+    std::istringstream pairs(digits);
     std::string bytes;
-    std::string pair;
-    for (const char digit : digits) {
-        pair += digit == ' ' ? ""s : std::string(1, digit);
-        if (pair.size() == 2) {
-            bytes += static_cast<char>(std::stoi(pair, nullptr, 16));
-            pair.clear();
-        }
+    for (char high = 0, low = 0; pairs >> high >> low;) {
+        bytes += static_cast<char>(std::stoi(std::string{high, low}, nullptr, 16));
     }
     return bytes;
 }
 
-inline std::string number16(std::uint32_t value) {
+inline std::string number16(std::int64_t value) {
     return {static_cast<char>(value & 0xFF), static_cast<char>(value >> 8 & 0xFF)};
 }
 
-inline std::string number32(std::uint32_t value) { return number16(value & 0xFFFF) + number16(value >> 16); }
+inline std::string number32(std::int64_t value) { return number16(value) + number16(value >> 16); }
 
-inline void expectRefused(std::string_view content, std::string_view what) {
+inline void expectRefused(std::string_view content) {
     try {
         decode(content);
-        ADD_FAILURE() << what << " was decoded";
+        ADD_FAILURE() << "it was decoded";
     } catch (const runtime::Error& error) {
-        EXPECT_EQ(error.number(), runtime::errInvalidPicture) << what;
-        EXPECT_NE(error.detail().find("Bild"), std::string::npos) << what << ": " << error.detail();
+        EXPECT_EQ(error.number(), runtime::errInvalidPicture);
+        EXPECT_NE(error.detail().find("Bild"), std::string::npos) << error.detail();
     }
 }
 
-// Cut off anywhere a file is refused, or shows the same picture where only what no pixel needs is missing.
-inline void expectRefusedOrSameCutOff(std::string_view content, std::string_view what) {
-    const std::string whole = colorsOf(decode(content));
-    for (std::size_t length = 0; length < content.size(); ++length) {
+// Decoded and encoded as it should be. Cut off anywhere it is refused, or shows the same where only what no pixel needs
+// is missing.
+inline void expectVariant(std::string_view content, std::string_view colors, bool cutOff) {
+    EXPECT_EQ(colorsOf(decode(content)), colors);
+    EXPECT_EQ(faultOf({decode, encode}, content), "");
+    for (std::size_t length = 0; cutOff && length < content.size(); ++length) {
         try {
-            EXPECT_EQ(colorsOf(decode(content.substr(0, length))), whole) << what << " of " << length << " bytes";
+            EXPECT_EQ(colorsOf(decode(content.substr(0, length))), colors) << length << " bytes";
         } catch (const runtime::Error& error) {
             EXPECT_EQ(error.number(), runtime::errInvalidPicture);
         }
     }
 }
 
-// Written back as it is a file is the same file; inverted it shows the opposite colours, and twice inverted the first.
-inline void expectInvertible(std::string_view content, std::string_view what) {
-    const platform::Picture picture = decode(content);
-    EXPECT_EQ(colorsOf(decode(encode(picture, content))), colorsOf(picture)) << what;
-    platform::Picture opposite = picture;
-    pictures::invert(opposite);
-    for (int y = 0; y < picture.height; ++y) {
-        for (int x = 0; x < picture.width; ++x) {
-            const platform::Color color = colorAt(picture, x, y);
-            EXPECT_EQ(colorAt(opposite, x, y).red, 255 - color.red) << what;
-            EXPECT_EQ(colorAt(opposite, x, y).green, 255 - color.green) << what;
-            EXPECT_EQ(colorAt(opposite, x, y).blue, 255 - color.blue) << what;
-        }
-    }
-    const std::string once = inverted(content);
-    EXPECT_EQ(colorsOf(decode(once)), colorsOf(opposite)) << what;
-    EXPECT_EQ(colorsOf(decode(inverted(once))), colorsOf(picture)) << what;
-    EXPECT_EQ(decode(once).bitsPerPixel, picture.bitsPerPixel) << what;
-    EXPECT_EQ(decode(once).dpiX, picture.dpiX) << what;
-}
-
-}  // namespace test
+}  // namespace support
