@@ -140,7 +140,7 @@ TEST(Bmp, KeepsUnusedBitsAndAlpha) {
     const std::vector<std::uint32_t> masks{0xFF0000, 0xFF00, 0xFF, 0xFF000000};
     const std::string file = Bmp{108, 2, 1, 32, "000000FF FF00FF40"_hex, {}, 3, masks}.file();
     platform::Picture picture = decode(file);
-    EXPECT_EQ(colorsOf(picture), "k<FFBFFF>");
+    EXPECT_EQ(lettersOf(picture), "k<FFBFFF>");
     picture.pixels[0] = 255;
     EXPECT_TRUE(encode(picture, file).ends_with("0000FFFF FF00FF40"_hex));
     EXPECT_TRUE(inverted(file).ends_with("FFFFFFFF 004000FF"_hex));

@@ -1,3 +1,6 @@
+# What the surfaces of all systems share.
+krv_unit_test(drawing-tests LIBS krv-drawing SOURCES unit/pixel_surface_test.cpp)
+
 # The program's own picture files. krv-picture makes their pictures readable for other programs.
 krv_unit_test(picture-file-tests LIBS krv-pictures SOURCES
     unit/bmp_test.cpp

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
+#include <tuple>
 
 #include "pictures/foreign_picture.h"
 #include "runtime/error.h"
@@ -22,27 +23,8 @@ std::string pictureFile(std::string_view name) {
     return content.str();
 }
 
-std::string colorsOf(const platform::Picture& picture) {
-    std::string colors;
-    const auto bits = static_cast<unsigned>(picture.bitsPerPixel);
-    for (int y = 0; y < picture.height; ++y) {
-        const std::uint8_t* row = picture.pixels.data() + static_cast<std::size_t>(y) * picture.stride();
-        if (bits == 24) {
-            colors.append(reinterpret_cast<const char*>(row), picture.stride());
-            continue;
-        }
-        for (unsigned x = 0; x < static_cast<unsigned>(picture.width); ++x) {
-            const unsigned byte = row[x * bits / 8];
-            const unsigned index = byte >> (8 - bits - x * bits % 8) & ((1U << bits) - 1);
-            const platform::Color color = picture.palette.at(index);
-            colors += {static_cast<char>(color.red), static_cast<char>(color.green), static_cast<char>(color.blue)};
-        }
-    }
-    return colors;
-}
-
 std::string colorsOfPpm(const std::string& content) {
-    return content.substr(content.size() - std::min(content.size(), std::size_t{pictureWidth * pictureHeight * 3}));
+    return content.substr(content.size() - std::min(content.size(), bytesOfPixels));
 }
 
 int differenceOf(const std::string& one, const std::string& other) {
@@ -59,57 +41,41 @@ int differenceOf(const std::string& one, const std::string& other) {
 namespace {
 
 using namespace support;
-using platform::Picture;
 
-class ImageFilesTest : public testing::Test {
-protected:
-    // 0 where it decodes.
-    int errorOf(std::string_view content, std::string* detail = nullptr) {
-        try {
-            files->decode(content);
-            return 0;
-        } catch (const runtime::Error& error) {
-            if (detail != nullptr) {
-                *detail = error.detail();
-            }
-            return error.number();
+// 0 where it decodes.
+int errorOf(std::string_view content, std::string* detail = nullptr) {
+    try {
+        makeImageFiles()->decode(content);
+        return 0;
+    } catch (const runtime::Error& error) {
+        if (detail != nullptr) {
+            *detail = error.detail();
         }
-    }
-
-    std::unique_ptr<platform::ImageFiles> files = makeImageFiles();
-};
-
-TEST_F(ImageFilesTest, DecodesWhatOtherProgramsWrite) {
-    for (const PictureFile& row : pictureFiles) {
-        if (!canDecode(row.name)) {
-            continue;
-        }
-        SCOPED_TRACE(row.name);
-        const std::string content = pictureFile(row.name);
-        const Picture picture = files->decode(content);
-        EXPECT_EQ(picture.bitsPerPixel, row.bitsPerPixel);
-        EXPECT_EQ(picture.palette.size(), row.bitsPerPixel == 24 ? 0 : std::size_t{1} << row.bitsPerPixel);
-        EXPECT_NEAR(picture.dpiX, row.dpiX, 0.02);
-        EXPECT_NEAR(picture.dpiY, row.dpiY, 0.02);
-        EXPECT_EQ(picture.jpeg, row.name.ends_with(".jpg") && row.name != "inks.jpg" ? content : "");
-        const std::string reference = colorsOfPpm(pictureFile(std::string(row.name) + ".ppm"));
-        EXPECT_LE(differenceOf(colorsOf(picture), reference), row.difference);
+        return error.number();
     }
 }
 
-TEST_F(ImageFilesTest, KeepsKindDepthResolutionAndCompression) {
+TEST(ImageFiles, DecodeWhatOtherProgramsWriteAndKeepKindDepthResolutionAndCompression) {
+    const auto files = makeImageFiles();
     for (const PictureFile& row : pictureFiles) {
         if (!canDecode(row.name)) {
             continue;
         }
         SCOPED_TRACE(row.name);
         const std::string original = pictureFile(row.name);
-        Picture picture = files->decode(original);
+        platform::Picture picture = files->decode(original);
+        EXPECT_EQ(picture.bitsPerPixel, row.bitsPerPixel);
+        EXPECT_EQ(picture.palette.size(), row.bitsPerPixel == 24 ? 0 : std::size_t{1} << row.bitsPerPixel);
+        EXPECT_NEAR(picture.dpiX, row.dpiX, 0.02);
+        EXPECT_NEAR(picture.dpiY, row.dpiY, 0.02);
+        EXPECT_EQ(picture.jpeg, row.name.ends_with(".jpg") && row.name != "inks.jpg" ? original : "");
+        EXPECT_LE(differenceOf(colorsOf(picture), colorsOfPpm(pictureFile(row.name + ".ppm"))), row.difference);
+
         for (std::uint8_t& byte : picture.pixels) {
             byte = static_cast<std::uint8_t>(~byte);
         }
         const std::string content = files->encode(picture, original);
-        const Picture again = files->decode(content);
+        const platform::Picture again = files->decode(content);
         EXPECT_EQ(content.substr(0, 3), original.substr(0, 3));
         EXPECT_NEAR(again.dpiX, row.dpiX, 0.5);
         EXPECT_NEAR(again.dpiY, row.dpiY, 0.5);
@@ -122,10 +88,9 @@ TEST_F(ImageFilesTest, KeepsKindDepthResolutionAndCompression) {
     }
 }
 
-TEST_F(ImageFilesTest, RefusesFilesThatAreCutOffAtEveryLength) {
-    for (const std::string_view name :
-         {"palette4.png", "interlaced-alpha.png", "grey.jpg", "progressive.jpg", "colors16.gif", "animated.gif",
-          "group4.tif", "palette1.tif", "jpeg.tif", "tiles.tif"}) {
+TEST(ImageFiles, RefuseFilesThatAreCutOffAtEveryLength) {
+    for (const std::string_view name : {"palette4.png", "interlaced-alpha.png", "progressive.jpg", "animated.gif",
+                                        "group4.tif", "palette1.tif", "jpeg.tif", "tiles.tif"}) {
         const std::string content = pictureFile(name);
         for (std::size_t length = 0; length < content.size(); ++length) {
             ASSERT_EQ(errorOf(std::string_view(content).substr(0, length)), runtime::errInvalidPicture)
@@ -134,33 +99,25 @@ TEST_F(ImageFilesTest, RefusesFilesThatAreCutOffAtEveryLength) {
     }
 }
 
-TEST_F(ImageFilesTest, RefusesHeadersThatLie) {
-    struct Lie {
-        std::string_view name;
-        std::size_t position;
-        std::string bytes;
-        std::string_view reason;
-    };
+TEST(ImageFiles, RefuseHeadersThatLie) {
     using namespace std::string_literals;
-    const std::vector<Lie> lies = {
-        {"rgb8.png", 16, "\0\0\x75\x30\0\0\x75\x30"s, "30000 x 30000"},
-        {"rgb8.png", 16, "\x80\0\0\0\0\0\0\1"s, "2147483648 x 1"},
-        {"rgb8.png", 20, "\0\0\0\0"s, "61 x 0"},
-        {"rgb8.png", 24, "\7"s, "beschädigt"},
-        {"rgb8.png", 33, "\xFF\xFF\xFF\xFF"s, "abgeschnitten"},
-        {"rgb8.png", 12, "IDAT"s, "beschädigt"},
-        {"colors4.gif", 38, "\x30\x75\x30\x75"s, "30000 x 30000"},
-        {"colors4.gif", 10, "\0"s, ""},
-        {"group4.tif", 4, "\xFF\xFF\xFF\xFF"s, "abgeschnitten"},
-        {"group4.tif", 4, "\0\0\0\0"s, ""},
-        {"grey8.png", 0, "BM"s, "kein Bild einer bekannten Art"},
-    };
-    for (const Lie& lie : lies) {
-        std::string content = pictureFile(lie.name);
-        content.replace(lie.position, lie.bytes.size(), lie.bytes);
+    for (const auto& [name, position, bytes, reason] :
+         std::initializer_list<std::tuple<const char*, std::size_t, std::string, const char*>>{
+             {"rgb8.png", 16, "\0\0\x75\x30\0\0\x75\x30"s, "30000 x 30000"},
+             {"rgb8.png", 16, "\x80\0\0\0\0\0\0\1"s, "2147483648 x 1"},
+             {"rgb8.png", 20, "\0\0\0\0"s, "61 x 0"},
+             {"rgb8.png", 24, "\7"s, "beschädigt"},
+             {"rgb8.png", 33, "\xFF\xFF\xFF\xFF"s, "abgeschnitten"},
+             {"rgb8.png", 12, "IDAT"s, "beschädigt"},
+             {"colors4.gif", 38, "\x30\x75\x30\x75"s, "30000 x 30000"},
+             {"colors4.gif", 10, "\0"s, ""},
+             {"group4.tif", 4, "\xFF\xFF\xFF\xFF"s, "abgeschnitten"},
+             {"grey8.png", 0, "BM"s, "kein Bild einer bekannten Art"},
+         }) {
         std::string detail;
-        EXPECT_EQ(errorOf(content, &detail), runtime::errInvalidPicture) << lie.name << ' ' << lie.position;
-        EXPECT_NE(detail.find(lie.reason), std::string::npos) << detail;
+        EXPECT_EQ(errorOf(pictureFile(name).replace(position, bytes.size(), bytes), &detail),
+                  runtime::errInvalidPicture);
+        EXPECT_NE(detail.find(reason), std::string::npos) << name << ' ' << position << ": " << detail;
     }
 }
 

@@ -106,7 +106,7 @@ TEST(Pcx, WritesAPaletteWhereTheVersionHadNone) {
     platform::Picture red = decode(grey);
     red.palette[0x80] = {255, 0, 0};
     once = encode(red, grey);
-    EXPECT_EQ(colorsOf(decode(once)), "krw");
+    EXPECT_EQ(lettersOf(decode(once)), "krw");
     EXPECT_EQ(once[1], 5);
 }
 

@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "platform/image_files.h"
+#include "unit/support/pixels.h"
 
 namespace support {
 
@@ -18,10 +18,7 @@ bool canKeepAll();
 // The content of a file of make_pictures.sh.
 std::string pictureFile(std::string_view name);
 
-// The colours of all pixels, three bytes each.
-std::string colorsOf(const platform::Picture& picture);
-
-// The pixels of a PPM file, the same way.
+// The pixels of a PPM file, as colorsOf() has those of a picture.
 std::string colorsOfPpm(const std::string& content);
 
 // The greatest difference between two channels.

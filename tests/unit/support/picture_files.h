@@ -33,7 +33,7 @@ inline std::string inverted(std::string_view content) { return inverted({decode,
 
 // The pixels of each row, "/" between rows: a letter for black (k), white, red, green, blue, cyan, magenta and yellow,
 // the number in hexadecimal digits for other colours.
-inline std::string colorsOf(const platform::Picture& picture) {
+inline std::string lettersOf(const platform::Picture& picture) {
     std::string text;
     for (int y = 0; y < picture.height; ++y) {
         text += y > 0 ? "/" : "";
@@ -77,11 +77,11 @@ inline void expectRefused(std::string_view content) {
 // Decoded and encoded as it should be. Cut off anywhere it is refused, or shows the same where only what no pixel needs
 // is missing.
 inline void expectVariant(std::string_view content, std::string_view colors, bool cutOff) {
-    EXPECT_EQ(colorsOf(decode(content)), colors);
+    EXPECT_EQ(lettersOf(decode(content)), colors);
     EXPECT_EQ(faultOf({decode, encode}, content), "");
     for (std::size_t length = 0; cutOff && length < content.size(); ++length) {
         try {
-            EXPECT_EQ(colorsOf(decode(content.substr(0, length))), colors) << length << " bytes";
+            EXPECT_EQ(lettersOf(decode(content.substr(0, length))), colors) << length << " bytes";
         } catch (const runtime::Error& error) {
             EXPECT_EQ(error.number(), runtime::errInvalidPicture);
         }

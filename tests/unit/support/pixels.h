@@ -19,7 +19,7 @@ inline platform::Color colorAt(const platform::Picture& picture, int x, int y) {
 }
 
 // The colours of all pixels, three bytes each.
-inline std::string colorBytes(const platform::Picture& picture) {
+inline std::string colorsOf(const platform::Picture& picture) {
     std::string colors;
     for (int y = 0; y < picture.height; ++y) {
         for (int x = 0; x < picture.width; ++x) {
@@ -46,22 +46,22 @@ inline std::string inverted(const Codec& codec, std::string_view content) {
 // ones and inverted twice the first again; or some colours, where the file cannot hold them exactly.
 inline std::string_view faultOf(const Codec& codec, std::string_view content, bool exact = true) {
     const platform::Picture picture = codec.decode(content);
-    const auto colorsOf = [&codec](std::string_view file) { return colorBytes(codec.decode(file)); };
+    const auto shownBy = [&codec](std::string_view file) { return colorsOf(codec.decode(file)); };
     if (picture.pixels.size() != picture.stride() * static_cast<std::size_t>(picture.height)) {
         return "the pixels do not fill the picture";
     }
     if (picture.palette.size() != (picture.bitsPerPixel == 24 ? 0U : std::size_t{1} << picture.bitsPerPixel)) {
         return "the palette has not a colour for each number";
     }
-    const std::string colors = colorBytes(picture);
+    const std::string colors = colorsOf(picture);
     std::string opposites = colors;
     for (char& channel : opposites) {
         channel = static_cast<char>(~channel);
     }
     const std::string once = inverted(codec, content);
-    const bool rewritten = colorsOf(codec.encode(picture, content)) == colors;
-    const bool opposite = colorsOf(once) == opposites || !exact;
-    const bool twice = colorsOf(inverted(codec, once)) == colors || !exact;
+    const bool rewritten = shownBy(codec.encode(picture, content)) == colors;
+    const bool opposite = shownBy(once) == opposites || !exact;
+    const bool twice = shownBy(inverted(codec, once)) == colors || !exact;
     return !rewritten  ? "what is written is not what was read"
            : !opposite ? "inverting does not give the opposite colours"
            : !twice    ? "inverting twice does not give the first colours"
