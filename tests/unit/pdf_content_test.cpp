@@ -57,6 +57,15 @@ TEST_F(PdfContent, WritesOperatorsOnlyWhereSomethingChanges) {
     EXPECT_EQ(finish(), pageStart + "BT\n/F0 156 Tf\n.4 Tc\n100 -230 Td\n(x)Tj\nET\n0 -160 900 10 re f\n");
 }
 
+// Liberation Sans: i is 455 units wide, m 1706; in thousandths of the size what is short of whole pixels.
+TEST_F(PdfContent, PutsTextOfProportionalFontsOnThePixel) {
+    surface_.setFont({"Liberation Sans", platform::charsetOem, 83, false, false, false});
+    EXPECT_EQ(surface_.textWidth("im"), 18 + 69);
+    draw(0, 0, "im");
+    draw(18 + 69, 0, "i");
+    EXPECT_EQ(finish(), pageStart + "BT\n/F0 83 Tf\n100 -175 Td\n[(i)5.133(m)1.675]TJ\n87 0 Td\n[(i)5.133]TJ\nET\n");
+}
+
 // The cell of one "x" at 78 pixels is 47 wide, 88 high, its baseline 65 below the top, its underline 15 below that.
 TEST_F(PdfContent, TurnsTextAboutThePointItIsDrawnAt) {
     const std::string start = pageStart + "BT\n/F0 78 Tf\n.2 Tc\n";

@@ -28,6 +28,18 @@ inline platform_linux::pdf::PdfSettings settings() {
     return settings;
 }
 
+// Writes a document of one page.
+template <typename Draw>
+void onePage(int file, Draw draw, const platform_linux::pdf::PdfPage& page = a4Page(),
+             const platform_linux::pdf::PdfSettings& with = settings()) {
+    platform_linux::pdf::Document document(with, file);
+    document.setPage(page);
+    document.beginPage();
+    draw(document.surface());
+    document.endPage();
+    document.finish();
+}
+
 // Standard output and error of a command; "#status" and its number at the end where it failed.
 inline std::string run(const std::string& command) {
     std::string output;
