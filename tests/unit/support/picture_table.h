@@ -1,7 +1,6 @@
 // The pictures that make_pictures.sh makes, and what has to become of them.
 #pragma once
 
-#include <map>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -20,39 +19,23 @@ struct PictureFile {
 
 inline constexpr std::size_t bytesOfPixels = 61 * 43 * 3;
 
+// Decoders smooth colours at half the resolution (rgb.jpg) each in its way.
 inline const std::vector<PictureFile> pictureFiles = [] {
-    std::vector<PictureFile> files = {
-        // Colours at half the resolution: decoders smooth them each in its way.
-        {"rgb.jpg", 24, 25, 12, 150, 150},
-        {"full.jpg", 24, 3, 12, 254, 254},
-        {"grey.jpg", 8, 2, 12},
-        {"progressive.jpg", 24, 3, 12},
-        {"inks.jpg", 24, 3, 60},
-        {"jpeg.tif", 24, 3, 12},
-        {"grey-alpha.png", 8, 1},
-        {"palette-alpha.png", 8, 1},
-        {"rgb-alpha.png", 24, 1},
-        {"interlaced-alpha.png", 24, 1},
-        {"grey-alpha.tif", 8, 1},
-        {"rgb-alpha.tif", 24, 2},
-        {"inks.tif", 24, 2},
-        {"rgb8.png", 24, 0, 0, 300, 150},
-        {"group4.tif", 1, 0, 0, 300, 300},
-        {"strips.tif", 24, 0, 0, 304.8, 152.4},
-    };
-    for (const auto& [bits, names] : std::map<int, std::string>{
-             {1, "grey1.png palette1.png colors2.gif fax.tif grey1.tif white1.tif palette1.tif bit-tiles.tif"},
-             {2, "grey2.png palette2.png colors4.gif grey2.tif"},
-             {4,
-              "grey4.png palette4.png colors16.gif interlaced.gif transparent.gif animated.gif grey4.tif palette4.tif"},
-             {8,
-              "grey8.png grey16.png grey-transparent.png palette8.png colors200.gif grey8.tif grey16.tif "
-              "palette8.tif grey-tiles.tif"},
-             {24, "rgb16.png interlaced.png lzw.tif zip.tif planes.tif rgb16.tif tiles.tif pages.tif"}}) {
-        std::istringstream list(names);
-        for (std::string name; list >> name;) {
-            files.push_back({name, bits});
-        }
+    std::istringstream table(
+        "grey1.png 1;grey2.png 2;grey4.png 4;grey8.png 8;grey16.png 8;grey-alpha.png 8 1;grey-transparent.png 8;"
+        "palette1.png 1;palette2.png 2;palette4.png 4;palette8.png 8;palette-alpha.png 8 1;rgb8.png 24 0 0 300 150;"
+        "rgb16.png 24;rgb-alpha.png 24 1;interlaced.png 24;interlaced-alpha.png 24 1;rgb.jpg 24 25 12 150 150;"
+        "full.jpg 24 3 12 254 254;grey.jpg 8 2 12;progressive.jpg 24 3 12;inks.jpg 24 3 60;colors2.gif 1;colors4.gif 2;"
+        "colors16.gif 4;colors200.gif 8;interlaced.gif 4;transparent.gif 4;animated.gif 4;group4.tif 1 0 0 300 300;"
+        "fax.tif 1;grey1.tif 1;white1.tif 1;grey2.tif 2;grey4.tif 4;grey8.tif 8;grey16.tif 8;grey-alpha.tif 8 1;"
+        "palette1.tif 1;palette4.tif 4;palette8.tif 8;strips.tif 24 0 0 304.8 152.4;lzw.tif 24;zip.tif 24;"
+        "jpeg.tif 24 3 12;planes.tif 24;rgb16.tif 24;rgb-alpha.tif 24 2;inks.tif 24 2;tiles.tif 24;grey-tiles.tif 8;"
+        "bit-tiles.tif 1;pages.tif 24");
+    std::vector<PictureFile> files;
+    for (std::string row; std::getline(table, row, ';');) {
+        PictureFile& file = files.emplace_back();
+        std::istringstream(row) >> file.name >> file.bitsPerPixel >> file.difference >> file.loss >> file.dpiX >>
+            file.dpiY;
     }
     return files;
 }();
