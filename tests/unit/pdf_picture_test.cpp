@@ -124,14 +124,14 @@ TEST(PdfPictures, PassJpegFilesThroughWhereViewersKnowTheirKind) {
              {jpeg("123", '\xC0', "", '\x0C'), ""},  // 12 bits
              {"GIF89a", ""},
          }) {
-        auto picture = pictures::makePicture(3, 2, file == jpeg("1") ? 8 : 24);
-        picture.jpeg = file;
-        auto other = pictures::makePicture(4, 2, picture.bitsPerPixel);  // the file is not its own
-        other.jpeg = file;
+        std::vector<Shared> shown;
+        for (const int width : {3, 4}) {  // the second one's file is not its own
+            Picture picture = pictures::makePicture(width, 2, file == jpeg("1") ? 8 : 24);
+            picture.jpeg = file;
+            shown.push_back(std::make_shared<Picture>(picture));
+        }
         const TemporaryFile document;
-        pdf_support::onePage(document.descriptor(), [&](platform::Surface& surface) {
-            drawAll(surface, {std::make_shared<Picture>(picture), std::make_shared<Picture>(other)});
-        });
+        pdf_support::onePage(document.descriptor(), [&](platform::Surface& surface) { drawAll(surface, shown); });
         const std::string pdf = linux_support::get(document.path());
         const std::string passed = "/ColorSpace/Device" + space + "/Filter/DCTDecode/Length " +
                                    std::to_string(file.size()) + ">>stream\n" + file + "\nendstream";

@@ -219,27 +219,21 @@ TEST(PictureFiles, OfEveryVariantAreReadAndWrittenAsTheyWere) {
 
 TEST(PictureFiles, WithHeadersThatLieAreRefused) {
     for (const auto& [name, file] : std::initializer_list<std::pair<const char*, std::string>>{
-             {"width 0", Bmp{40, 0, 2, 24, pixels24}},
              {"height -2^31", Bmp{40, 1, -0x80000000LL, 8, pixels24}},
-             {"largest sides", Bmp{40, 0x7FFFFFFF, 0x7FFFFFFF, 32, pixels24}},
              {"30,000 x 30,000, run lengths", Bmp{40, 30000, 30000, 8, pixels24, five4, 1}},
              {"larger than the file", Bmp{40, 15000, 15000, 8, pixels24, five4}},
              {"3 bits", Bmp{40, 3, 2, 3, pixels24}},
              {"a header of 13 bytes", Bmp{13, 3, 2, 24, pixels24}},
-             {"a header longer than the file", "BM" + std::string(12, '\0') + "FFFFFFFF 00"_hex},
              {"RLE8 of 4 bits", Bmp{40, 3, 2, 4, pixels4, five4, 1}},
              {"masks over each other", Bmp{40, 3, 2, 32, pixels24 + pixels24, {}, 3, {0xFF00, 0xFF, 0x1FF}}},
              {"a mask with a hole", Bmp{40, 3, 2, 32, pixels24 + pixels24, {}, 3, {0xFF0000, 0x8100, 0xFF}}},
              {"masks of more bits than a pixel", Bmp{40, 3, 2, 16, pixels24, {}, 3, {0xFF0000, 0xFF00, 0xFF}}},
              {"a run past the end of the row", Bmp{40, 3, 1, 8, "0501 0001"_hex, five4, 1}},
-             {"pixels past it", Bmp{40, 3, 1, 4, "0009 1111 1111 1111 0001"_hex, five4, 2}},
              {"a run past the last row", Bmp{40, 3, 1, 8, "0301 0000 0101 0001"_hex, five4, 1}},
              {"a step out of the picture", Bmp{40, 3, 1, 8, "0002 0004 0001"_hex, five4, 1}},
              {"sides below 0", Pcx{5, 1, 1, 0xFF00, 0xFF00, 1, "AA"_hex, {}, {}, 1, 0x200, 0x200}},
-             {"65,536 x 4,000 in a tiny file", Pcx{5, 8, 1, 65536, 4000, 65535, "FFAA"_hex}},
              {"larger than its runs can be", Pcx{5, 8, 1, 1000, 1000, 1000, std::string(1000, '\xFF')}},
              {"lines too short", Pcx{5, 8, 1, 8, 1, 7, "12345678"}},
-             {"no planes", Pcx{5, 8, 0, 8, 1, 8, "12345678"}},
              {"2 planes of 8 bits", Pcx{5, 8, 2, 8, 1, 8, "1234567812345678"}},
          }) {
         try {
