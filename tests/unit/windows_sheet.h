@@ -3,36 +3,24 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <climits>
-#include <cstdint>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
+#include <cstdlib>
 
 #include "pictures/picture_size.h"
 #include "platform/windows/print/gdi_surface.h"
-#include "platform/windows/print/print_handles.h"
+#include "unit/support/pixels.h"
 
 namespace platform_windows::print {
-
-using platform::Color;
-using platform::FontRequest;
-using platform::TextRole;
 
 inline constexpr int sheetWidth = 700;
 inline constexpr int sheetHeight = 300;
 inline constexpr int marginX = 20;
 inline constexpr int marginY = 10;
-inline constexpr Color black{0, 0, 0};
 inline constexpr std::uint32_t white = 0xFFFFFF;
 
-struct BitmapKind {
-    using Handle = HBITMAP;
-    static Handle none() noexcept { return nullptr; }
-    static void close(Handle handle) noexcept { ::DeleteObject(handle); }
-};
+inline std::uint32_t numberOf(platform::Color color) {
+    return static_cast<std::uint32_t>(color.red << 16 | color.green << 8 | color.blue);
+}
 
 struct Box {
     int left = INT_MAX;
@@ -42,60 +30,24 @@ struct Box {
     bool operator==(const Box&) const = default;
 };
 
-inline void PrintTo(const Box& box, std::ostream* out) {
-    *out << box.left << ',' << box.top << " to " << box.right << ',' << box.bottom;
+inline bool isNear(const Box& one, const Box& other, int most) {
+    return std::abs(one.left - other.left) <= most && std::abs(one.top - other.top) <= most &&
+           std::abs(one.right - other.right) <= most && std::abs(one.bottom - other.bottom) <= most;
 }
 
-// A sheet of paper: a white bitmap, and a surface whose printable area lies within.
-class Sheet {
-public:
-    explicit Sheet(bool color = true, int dpiX = 600) {
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER), sheetWidth, -sheetHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* bits = nullptr;
-        bitmap_ = Owner<BitmapKind>(::CreateDIBSection(context_.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        pixels_ = static_cast<std::uint32_t*>(bits);
-        selection_.emplace(context_.get(), bitmap_.get());
-        std::fill_n(pixels_, sheetWidth * sheetHeight, white);
-        ::SetViewportOrgEx(context_.get(), marginX, marginY, nullptr);
-        surface_.emplace(context_.get());
-        platform::DeviceCapabilities device;
-        device.logPixelsX = dpiX;
-        device.logPixelsY = 600;
-        device.physicalWidth = sheetWidth;
-        device.physicalHeight = sheetHeight;
-        device.physicalOffsetX = marginX;
-        device.physicalOffsetY = marginY;
-        surface_->setPage(device, color);
-        surface_->beginPage();
+// What was drawn; coordinates are those of the printable area.
+struct Image {
+    std::vector<std::uint32_t> pixels;
+    bool operator==(const Image&) const = default;
+
+    std::uint32_t at(int x, int y) const {
+        return pixels[static_cast<std::size_t>((y + marginY) * sheetWidth + x + marginX)] & white;
     }
-
-    GdiSurface* operator->() { return &*surface_; }
-
-    void text(int x, int y, std::string_view bytes, Color color = black) {
-        surface_->drawText(x, y, bytes, color, TextRole::content);
-    }
-
-    // Ends the page; coordinates are then those of the printable area.
-    std::vector<std::uint32_t> drawn() {
-        EXPECT_EQ(surface_->endPage(), DWORD{ERROR_SUCCESS});
-        ::GdiFlush();
-        std::vector<std::uint32_t> result(pixels_, pixels_ + sheetWidth * sheetHeight);
-        for (std::uint32_t& pixel : result) {
-            pixel &= white;
-        }
-        return result;
-    }
-
-    static std::uint32_t at(const std::vector<std::uint32_t>& image, int x, int y) {
-        return image[static_cast<std::size_t>((y + marginY) * sheetWidth + x + marginX)];
-    }
-
-    static Box inkOf(const std::vector<std::uint32_t>& image) {
+    Box ink() const {
         Box box;
         for (int y = -marginY; y < sheetHeight - marginY; ++y) {
             for (int x = -marginX; x < sheetWidth - marginX; ++x) {
-                if (at(image, x, y) != white) {
+                if (at(x, y) != white) {
                     box = {std::min(box.left, x), std::min(box.top, y), std::max(box.right, x),
                            std::max(box.bottom, y)};
                 }
@@ -103,21 +55,43 @@ public:
         }
         return box;
     }
+};
+
+// A white bitmap, and a surface whose printable area lies within. A page is begun.
+class Sheet {
+public:
+    explicit Sheet(bool color = true, int dpiX = 600) {
+        BITMAPINFO info{};
+        info.bmiHeader = {sizeof(BITMAPINFOHEADER), sheetWidth, -sheetHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        void* bits = nullptr;
+        HBITMAP bitmap = ::CreateDIBSection(context_.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+        ::SelectObject(context_.get(), bitmap);
+        pixels_ = static_cast<std::uint32_t*>(bits);
+        std::fill_n(pixels_, sheetWidth * sheetHeight, white);
+        ::SetViewportOrgEx(context_.get(), marginX, marginY, nullptr);
+        surface_.setPage({0, 0, dpiX, 600, sheetWidth, sheetHeight, marginX, marginY}, color);
+        surface_.beginPage();
+    }
+
+    GdiSurface* operator->() { return &surface_; }
+
+    platform::FontFace font(int emHeight, int rotation = 0, bool underline = false, std::string name = "Courier New") {
+        return surface_.setFont({name, platform::charsetOem, emHeight, false, false, underline, rotation});
+    }
+    void text(int x, int y, std::string_view bytes, platform::Color color = {}) {
+        surface_.drawText(x, y, bytes, color, platform::TextRole::content);
+    }
+    Image drawn() {
+        EXPECT_EQ(surface_.endPage(), DWORD{ERROR_SUCCESS});
+        ::GdiFlush();
+        return {{pixels_, pixels_ + sheetWidth * sheetHeight}};
+    }
 
 private:
     DeviceContext context_{::CreateCompatibleDC(nullptr)};
-    Owner<BitmapKind> bitmap_;
     std::uint32_t* pixels_ = nullptr;
-    std::optional<Selection> selection_;
-    std::optional<GdiSurface> surface_;
+    GdiSurface surface_{context_.get()};
 };
-
-inline FontRequest courier(int emHeight) {
-    FontRequest font;
-    font.name = "Courier New";
-    font.emHeight = emHeight;
-    return font;
-}
 
 // Pixels of all depths: the last row is black, the others have all numbers that there are.
 inline std::shared_ptr<platform::Picture> pictureOf(int bitsPerPixel) {
@@ -129,19 +103,6 @@ inline std::shared_ptr<platform::Picture> pictureOf(int bitsPerPixel) {
         picture->pixels[at] = static_cast<std::uint8_t>(at * 37 + 1);
     }
     return picture;
-}
-
-inline std::uint32_t pixelAt(const platform::Picture& picture, int x, int y) {
-    const std::uint8_t* row = picture.pixels.data() + picture.stride() * static_cast<std::size_t>(y);
-    Color color;
-    if (picture.bitsPerPixel == 24) {
-        color = {row[x * 3], row[x * 3 + 1], row[x * 3 + 2]};
-    } else {
-        const int bit = x * picture.bitsPerPixel;
-        const int number = row[bit / 8] >> (8 - picture.bitsPerPixel - bit % 8) & ((1 << picture.bitsPerPixel) - 1);
-        color = picture.palette[static_cast<std::size_t>(number)];
-    }
-    return static_cast<std::uint32_t>(color.red << 16 | color.green << 8 | color.blue);
 }
 
 }  // namespace platform_windows::print
