@@ -1,9 +1,9 @@
 krv_unit_test(adapter-tests LIBS krv-linux SOURCES
     unit/linux_dialogs_test.cpp
     unit/linux_locale_test.cpp
-    unit/linux_profile_test.cpp
     unit/linux_settings_test.cpp
     unit/linux_system_test.cpp
+    unit/ports_test.cpp
 )
 # Modules are looked for beside the program.
 set_target_properties(adapter-tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})

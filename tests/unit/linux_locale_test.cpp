@@ -12,68 +12,56 @@ using namespace platform_linux;
 
 using Environment = std::map<std::string, std::string>;
 
-LocaleNames namesIn(const Environment& environment) {
-    return localeNames([&environment](const char* name) -> const char* {
-        const auto found = environment.find(name);
-        return found != environment.end() ? found->second.c_str() : nullptr;
-    });
-}
-
-struct Expected {
-    Environment environment;
-    std::string decimal;
-    std::string date;
-    std::string time;
-    std::string yes;
-    int codePage;
-};
-
 TEST(LinuxLocale, FollowsTheEnvironmentCategoryByCategory) {
-    const std::string german = "dd.MM.yyyy";
-    const std::string day = "HH:mm:ss";
-    const std::string iso = "yyyy-MM-dd";
-    const std::vector<Expected> table = {
-        {{}, ",", german, day, "Wahr", 850},
-        {{{"LANG", "C.UTF-8"}}, ",", german, day, "Wahr", 850},
-        {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", "POSIX"}}, ",", german, day, "Wahr", 850},
-        {{{"LANG", "de_AT.UTF-8"}}, ",", german, day, "Wahr", 850},
-        {{{"LANG", "de_CH.UTF-8"}}, ".", german, day, "Wahr", 850},
-        {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", ""}}, ".", "M/d/yyyy", "h:mm:ss tt", "True", 437},
-        {{{"LANG", "de_DE"}, {"LC_ALL", "en_GB@euro"}}, ".", "dd/MM/yyyy", day, "True", 850},
-        {{{"LANG", "en_US"}, {"LC_NUMERIC", "de_DE"}}, ",", "M/d/yyyy", "h:mm:ss tt", "True", 437},
-        {{{"LANG", "de_DE"}, {"LC_TIME", "en_US"}}, ",", "M/d/yyyy", "h:mm:ss tt", "Wahr", 850},
-        {{{"LANG", "en_US"}, {"LC_MESSAGES", "de_DE"}}, ".", "M/d/yyyy", "h:mm:ss tt", "Wahr", 437},
-        {{{"LANG", "en_US"}, {"LC_CTYPE", "cs_CZ"}}, ".", "M/d/yyyy", "h:mm:ss tt", "True", 852},
+    // Decimal separator, date, time, yes, code page.
+    const std::string german = ", dd.MM.yyyy HH:mm:ss Wahr 850";
+    const std::string american = ". M/d/yyyy h:mm:ss tt True 437";
+    const std::vector<std::pair<Environment, std::string>> table = {
+        {{}, german},
+        {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", "POSIX"}}, german},
+        {{{"LANG", "de_AT.UTF-8"}}, german},
+        {{{"LANG", "_.@"}}, german},
+        {{{"LANG", "de_CH.UTF-8"}}, ". dd.MM.yyyy HH:mm:ss Wahr 850"},
+        {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", ""}}, american},
+        {{{"LANG", "de_DE"}, {"LC_ALL", "en_GB@euro"}}, ". dd/MM/yyyy HH:mm:ss True 850"},
+        {{{"LANG", "en_US"}, {"LC_NUMERIC", "de_DE"}}, ", M/d/yyyy h:mm:ss tt True 437"},
+        {{{"LANG", "de_DE"}, {"LC_TIME", "en_US"}}, ", M/d/yyyy h:mm:ss tt Wahr 850"},
+        {{{"LANG", "en_US"}, {"LC_MESSAGES", "de_DE"}}, ". M/d/yyyy h:mm:ss tt Wahr 437"},
+        {{{"LANG", "en_US"}, {"LC_CTYPE", "cs_CZ"}}, ". M/d/yyyy h:mm:ss tt True 852"},
         // Not on the system, whatever it has: no such territory.
-        {{{"LANG", "ru_QQ.UTF-8"}}, ",", iso, day, "True", 866},
-        {{{"LANG", "es_MX.nosuch"}}, ".", iso, day, "True", 850},
-        {{{"LANG", "sr_QQ@latin"}}, ",", iso, day, "True", 852},
-        {{{"LANG", "_.@"}}, ",", german, day, "Wahr", 850},
+        {{{"LANG", "ru_QQ.UTF-8"}}, ", yyyy-MM-dd HH:mm:ss True 866"},
+        {{{"LANG", "es_MX.nosuch"}}, ". yyyy-MM-dd HH:mm:ss True 850"},
+        {{{"LANG", "sr_QQ@latin"}}, ", yyyy-MM-dd HH:mm:ss True 852"},
     };
-    for (const Expected& expected : table) {
-        const LocaleNames names = namesIn(expected.environment);
+    for (const auto& [environment, expected] : table) {
+        const LocaleNames names = localeNames([&variables = environment](const char* name) {
+            const auto found = variables.find(name);
+            return found != variables.end() ? found->second.c_str() : nullptr;
+        });
         const runtime::Locale locale = localeOf(names);
-        SCOPED_TRACE(testing::PrintToString(expected.environment));
-        EXPECT_EQ(locale.decimalSeparator, expected.decimal);
-        EXPECT_EQ(locale.shortDate, expected.date);
-        EXPECT_EQ(locale.longTime, expected.time);
-        EXPECT_EQ(locale.trueText, expected.yes);
-        EXPECT_EQ(dosCodePageOf(names.characters), expected.codePage);
-        EXPECT_EQ(locale.morning.empty(), expected.date == german);
+        SCOPED_TRACE(testing::PrintToString(environment));
+        EXPECT_EQ(locale.decimalSeparator + " " + locale.shortDate + " " + locale.longTime + " " + locale.trueText +
+                      " " + std::to_string(dosCodePageOf(names.characters)),
+                  expected);
+        EXPECT_EQ(locale.morning.empty(), locale.shortDate == "dd.MM.yyyy");
     }
 }
 
 // Formats as the C library has them for real locales, among them one with a letter that would mean something.
 TEST(LinuxLocale, TranslatesTheFormatsOfTheSystem) {
-    EXPECT_EQ(patternOfFormat("%d/%m/%y"), "dd/MM/yyyy");
-    EXPECT_EQ(patternOfFormat("%-d.%-m.%Y"), "d.M.yyyy");
-    EXPECT_EQ(patternOfFormat("%Y年%m月%d日"), "yyyy年MM月dd日");
-    EXPECT_EQ(patternOfFormat("%r"), "hh:mm:ss tt");
-    EXPECT_EQ(patternOfFormat("%H時%M分%S秒"), "HH時mm分ss秒");
-    EXPECT_EQ(patternOfFormat("%Hh%M"), "");
-    EXPECT_EQ(patternOfFormat("%a %d.%m.%Y"), "");
-    EXPECT_EQ(patternOfFormat("%d.%m.%"), "");
-    EXPECT_EQ(patternOfFormat("%Y-%"), "");
+    const std::vector<std::pair<std::string, std::string>> table = {
+        {"%d/%m/%y", "dd/MM/yyyy"},
+        {"%-d.%-m.%Y", "d.M.yyyy"},
+        {"%r", "hh:mm:ss tt"},
+        {"%H時%M分%S秒", "HH時mm分ss秒"},
+        {"%Hh%M", ""},
+        {"%a %d.%m.%Y", ""},
+        {"%d.%m.%", ""},
+        {"%Y-%", ""},
+    };
+    for (const auto& [format, pattern] : table) {
+        EXPECT_EQ(patternOfFormat(format), pattern) << format;
+    }
 }
 
 TEST(DosCodePage, KnowsOneByteCodePages) {

@@ -1,11 +1,10 @@
+// The settings on Linux, beside what ports_test.cpp asks of every system: the file and its writers.
 #include "platform/linux/linux_settings_store.h"
 
-#include <fcntl.h>
 #include <sys/file.h>
 
-#include <random>
-
 #include "linux_support.h"
+#include "support/ports_test.h"
 
 namespace {
 
@@ -59,21 +58,28 @@ const std::string byHand =
 TEST(SettingsFile, UnderstandsWhatPeopleWrite) {
     const SettingsFile file(byHand);
     const std::vector<std::pair<std::string, std::string>> expected = {
-        {"LinkerRand", "125"}, {"COLORMODE", "#2"}, {"Hex", "#4294967295"}, {"Zitat", "  a \"b\" C:\\Korvano \n"},
-        {"Art", "REG_x:"},     {"Leer", ""},        {"a=b", "c=d"},         {"möglich", "ja"},
+        {"LinkerRand", "125"},
+        {"COLORMODE", "#2"},
+        {"Hex", "#4294967295"},
+        {"Zitat", "  a \"b\" C:\\Korvano \n"},
+        {"Art", "REG_x:"},
+        {"Leer", ""},
+        {"a=b", "c=d"},
+        {"möglich", "ja"},
+        {"Zuviel", "-"},
+        {"Pfad", "-"},
+        {"Offen", "-"},
+        {"; Kommentar", "-"},
+        {"", "-"},
+        {"Verloren", "-"},
     };
     for (const auto& [name, value] : expected) {
         EXPECT_EQ(read(file, laser, name), value) << name;
     }
-    for (const char* none : {"Zuviel", "Pfad", "Offen", "; Kommentar", "", "Verloren"}) {
-        EXPECT_EQ(read(file, laser, none), "-") << none;
-    }
     EXPECT_EQ(read(file, "a\\RAUM [2]", "letzte", SettingsRoot::localMachine), "ohne Ende");
     EXPECT_EQ(read(file, "A\\Raum [2]", "x", user), "-");
-
     EXPECT_TRUE(file.keyExists(user, "software\\VELMORA"));
-    EXPECT_TRUE(file.keyExists(user, ""));
-    for (const char* missing : {"Softwar", "Velmora", "Kaputt", "Drucker", "Nein", "A"}) {
+    for (const char* missing : {"Kaputt", "Drucker", "Nein", "A"}) {
         EXPECT_FALSE(file.keyExists(user, missing)) << missing;
     }
     EXPECT_FALSE(file.keyExists(SettingsRoot{}, "A"));
@@ -81,15 +87,13 @@ TEST(SettingsFile, UnderstandsWhatPeopleWrite) {
 
 TEST(SettingsFile, ChangesOnlyTheLinesThatItMust) {
     SettingsFile file(byHand);
-    EXPECT_EQ(file.text(), byHand);
     EXPECT_EQ(file.setText(user, laser, "LINKERRAND", "125"), SettingsFile::Change::none);
     EXPECT_EQ(file.text(), byHand);
-
     EXPECT_EQ(file.setText(user, laser, "ColorMode", "2"), SettingsFile::Change::made);
-    EXPECT_EQ(file.setText(user, laser, "LinkerRand", "130"), SettingsFile::Change::made);
-    EXPECT_EQ(file.setText(user, laser, "Neu", "1"), SettingsFile::Change::made);
-    EXPECT_EQ(file.setText(SettingsRoot::localMachine, "A\\Raum [2]", "Neu", ""), SettingsFile::Change::made);
-    EXPECT_EQ(file.setText(user, "B\\C", "x", "y"), SettingsFile::Change::made);
+    file.setText(user, laser, "LinkerRand", "130");
+    file.setText(user, laser, "Neu", "1");
+    file.setText(SettingsRoot::localMachine, "A\\Raum [2]", "Neu", "");
+    file.setText(user, "B\\C", "x", "y");
     EXPECT_EQ(file.setText(user, "B\nC", "x", "y"), SettingsFile::Change::impossible);
     std::string expected = byHand;
     const auto replace = [&expected](const std::string& from, const std::string& to) {
@@ -99,148 +103,115 @@ TEST(SettingsFile, ChangesOnlyTheLinesThatItMust) {
     replace("linkerrand = 125\n", "linkerrand = 130\nNeu=1\r\n");
     expected += "\r\nNeu=\r\n\r\n[HKCU\\B\\C]\r\nx=y\r\n";
     EXPECT_EQ(file.text(), expected);
-
-    SettingsFile cut("[HKCU\\A");
-    cut.setText(user, "A", "x", "y");
-    EXPECT_EQ(cut.text(), "[HKCU\\A\n\n[HKCU\\A]\nx=y\n");
 }
 
-TEST(SettingsFile, AnyTextSurvivesBeingWritten) {
+TEST(SettingsFile, AnyTextSurvivesBehindWhateverIsLeftOfTheFile) {
     const std::vector<std::string> awkward = {
-        "",        " ",       "\t",    "\"",    "\\",        "a\\",      "\"a\"",   "#x",     "[x]",      "a=b", ";",
+        "",        " ",       "\t",    "\"",    "\\",        "a\\",      "\"a\"",   "#x",     "[x]",      "x=y", ";",
         "REG_x:y", "reg_SZ:", "REG_:", "REG_x", "a\r\nb\tc", "\x01\x7F", "Größe €", " a\\n ", "\xFF\xFE", "\r",  "a \\",
     };
-    SettingsFile file;
-    for (const std::string& text : awkward) {
-        file.setText(user, "K " + text.substr(0, text.find_first_of("\t\r\n\x01")), "N" + text, text);
-        file.setText(user, "Namen", text, text);
-    }
-    const SettingsFile again(file.text());
-    for (const std::string& text : awkward) {
-        EXPECT_EQ(read(again, "Namen", text), text);
-        EXPECT_EQ(read(again, "K " + text.substr(0, text.find_first_of("\t\r\n\x01")), "N" + text), text);
-    }
-}
-
-TEST(SettingsFile, LosesNothingOfACutFileOrOfGarbage) {
-    std::vector<std::string> inputs;
     for (std::size_t length = 0; length <= byHand.size(); ++length) {
-        inputs.push_back(byHand.substr(0, length));
-    }
-    std::mt19937 random(1);
-    const std::string letters = "[]=\\\"#;\n\r \t:xREG_SZHKCU0" + std::string(1, '\0') + "\xC3\xBC\xFF";
-    for (int i = 0; i < 2000; ++i) {
-        std::string text = i % 2 == 0 ? "[HKCU\\x]\n" : "";
-        for (auto left = random() % 60; left > 0; --left) {
-            text += letters[random() % letters.size()];
-        }
-        inputs.push_back(text);
-    }
-    for (const std::string& input : inputs) {
-        SettingsFile file(input);
-        ASSERT_EQ(file.text(), input);
-        const std::string existing = read(file, laser, "Hex");
-        file.setText(user, laser, "Neu und einzig", "1");
+        const std::string cut = byHand.substr(0, length) + (length % 2 == 0 ? "" : std::string("\0\xFF", 2));
+        SettingsFile file(cut);
+        const std::string& text = awkward[length % awkward.size()];
+        const std::string name = "N" + awkward[length / awkward.size() % awkward.size()];
+        const std::string before = read(file, laser, "Hex");
+        file.setText(user, laser, name, text);
+        file.setText(user, laser, text, text);
         const std::string written = file.text();
         const SettingsFile again(written);
-        ASSERT_EQ(read(again, laser, "Neu und einzig"), "1") << input;
-        ASSERT_EQ(read(again, laser, "Hex"), existing) << input;
+        ASSERT_EQ(read(again, laser, name), text) << cut;
+        ASSERT_EQ(read(again, laser, text), text) << cut;
+        ASSERT_EQ(read(again, laser, "Hex"), before) << cut;
         // Everything is still there, in its order: the new text is the old one with something put in.
         std::size_t at = 0;
         for (const char c : written) {
-            at += at < input.size() && c == input[at] ? 1 : 0;
+            at += at < cut.size() && c == cut[at] ? 1 : 0;
         }
-        ASSERT_EQ(at, input.size()) << input;
+        ASSERT_EQ(at, cut.size()) << cut;
     }
 }
 
-class LinuxSettingsStoreTest : public testing::Test {
-protected:
-    static bool setAndCommit(LinuxSettingsStore& store, std::string_view name, std::string_view text) {
-        return store.setText(user, laser, name, text) && store.commit();
-    }
+class TestFile : public support::SettingsPlace {
+public:
+    std::unique_ptr<platform::SettingsStore> open() override { return std::make_unique<LinuxSettingsStore>(path); }
 
     TemporaryFolder folder;
     const std::string path = folder / "config/KRVWinPr/settings.ini";
 };
 
-TEST_F(LinuxSettingsStoreTest, WritesWhenSomethingChangedAndOnlyThen) {
-    {
-        LinuxSettingsStore store(path);
-        EXPECT_FALSE(store.keyExists(user, laser));
-        EXPECT_TRUE(store.commit());
-        EXPECT_FALSE(std::filesystem::exists(folder / "config"));
-        EXPECT_TRUE(store.setText(user, laser, "Schacht1", "15"));
-        EXPECT_EQ(read(store, laser, "SCHACHT1"), "15");
-        EXPECT_FALSE(std::filesystem::exists(folder / "config"));
-    }
-    EXPECT_TRUE(get(path).starts_with("# ")) << get(path);
-    struct stat first {};
-    ASSERT_EQ(::stat(path.c_str(), &first), 0);
-    EXPECT_EQ(first.st_mode & 07777, 0600U);
-    {
-        LinuxSettingsStore store(path);
-        EXPECT_TRUE(setAndCommit(store, "schacht1", "15"));
-        store.setText(user, laser, "Schacht1", "99");
-        EXPECT_TRUE(setAndCommit(store, "Schacht1", "15"));
-    }
-    struct stat second {};
-    ASSERT_EQ(::stat(path.c_str(), &second), 0);
-    EXPECT_EQ(first.st_ino, second.st_ino);
-
-    // A link stays one, and the rights of the file are kept.
-    std::filesystem::rename(path, folder / "real.ini");
-    ::chmod((folder / "real.ini").c_str(), 0664);
-    std::filesystem::create_symlink("../../real.ini", path);
-    LinuxSettingsStore store(path);
-    EXPECT_TRUE(setAndCommit(store, "Schacht1", "16"));
-    EXPECT_TRUE(std::filesystem::is_symlink(path));
-    EXPECT_NE(get(folder / "real.ini").find("Schacht1=16"), std::string::npos);
-    ASSERT_EQ(::stat(path.c_str(), &second), 0);
-    EXPECT_EQ(second.st_mode & 07777, 0664U);
-    EXPECT_EQ(folder.names(), (std::set<std::string>{"config", "real.ini", "real.ini.lock"}));
+bool setAndCommit(LinuxSettingsStore& store, std::string_view name, std::string_view text) {
+    return store.setText(user, laser, name, text) && store.commit();
 }
 
-TEST_F(LinuxSettingsStoreTest, ProcessesWritingAtOnceLoseNothing) {
-    std::filesystem::create_directories(folder / "config/KRVWinPr");
-    put(path, "[HKCU\\Hand]\nx=1\n");
+TEST(LinuxSettings, WriteWhenSomethingChangedAndOnlyThen) {
+    const TestFile file;
+    const std::string real = file.folder / "real.ini";
+    {
+        LinuxSettingsStore store(file.path);
+        EXPECT_TRUE(store.commit());
+        EXPECT_TRUE(store.setText(user, laser, "Schacht1", "15"));
+        EXPECT_EQ(file.folder.names(), std::set<std::string>());
+    }
+    EXPECT_TRUE(get(file.path).starts_with("# ")) << get(file.path);
+    EXPECT_EQ(modeOf(file.path), 0600U);
+
+    // A link stays one, and the rights of the file are kept.
+    std::filesystem::rename(file.path, real);
+    ::chmod(real.c_str(), 0664);
+    std::filesystem::create_symlink("../../real.ini", file.path);
+    std::filesystem::create_hard_link(real, file.folder / "old.ini");
+    LinuxSettingsStore store(file.path);
+    store.setText(user, laser, "Schacht1", "99");
+    EXPECT_TRUE(setAndCommit(store, "schacht1", "15"));
+    EXPECT_EQ(std::filesystem::hard_link_count(real), 2U) << "nothing changed";
+    EXPECT_TRUE(setAndCommit(store, "Schacht1", "16"));
+    EXPECT_EQ(std::filesystem::hard_link_count(real), 1U) << "another file took its place";
+    EXPECT_TRUE(std::filesystem::is_symlink(file.path));
+    EXPECT_NE(get(real).find("Schacht1=16"), std::string::npos);
+    EXPECT_EQ(modeOf(real), 0664U);
+    EXPECT_EQ(file.folder.names(), (std::set<std::string>{"config", "old.ini", "real.ini", "real.ini.lock"}));
+}
+
+TEST(LinuxSettings, ProcessesWritingAtOnceLoseNothing) {
+    const TestFile file;
+    constexpr int values = 40;
     std::vector<pid_t> writers;
     for (const char writer : {'a', 'b', 'c'}) {
         writers.push_back(start([&, writer] {
-            LinuxSettingsStore store(path, std::chrono::minutes{1});
-            for (int i = 0; i < 40; ++i) {
-                if (!setAndCommit(store, writer + std::to_string(i), std::to_string(i))) {
-                    return 1;
-                }
+            LinuxSettingsStore store(file.path, std::chrono::minutes{1});
+            int written = 0;
+            while (written < values && setAndCommit(store, writer + std::to_string(written), "x")) {
+                ++written;
             }
-            return 0;
+            return written;
         }));
     }
     for (const pid_t writer : writers) {
-        EXPECT_EQ(ended(writer), 0);
+        EXPECT_EQ(ended(writer), values);
     }
-    LinuxSettingsStore store(path);
-    EXPECT_EQ(read(store, "Hand", "x"), "1");
+    LinuxSettingsStore store(file.path);
     for (const char writer : {'a', 'b', 'c'}) {
-        for (int i = 0; i < 40; ++i) {
-            EXPECT_EQ(read(store, laser, writer + std::to_string(i)), std::to_string(i)) << writer << i;
+        for (int i = 0; i < values; ++i) {
+            EXPECT_EQ(read(store, laser, writer + std::to_string(i)), "x") << writer << i;
         }
     }
 }
 
-TEST_F(LinuxSettingsStoreTest, DoesNotWaitForEverForAnotherWriter) {
-    std::filesystem::create_directories(folder / "config/KRVWinPr");
-    const int lock = ::open((path + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
+TEST(LinuxSettings, DoNotWaitForEverForAnotherWriter) {
+    const TestFile file;
+    std::filesystem::create_directories(file.folder / "config/KRVWinPr");
+    const int lock = ::open((file.path + ".lock").c_str(), O_RDWR | O_CREAT, 0600);
     ASSERT_EQ(::flock(lock, LOCK_EX), 0);
-    LinuxSettingsStore store(path, std::chrono::milliseconds{50});
+    LinuxSettingsStore store(file.path, std::chrono::milliseconds{50});
     EXPECT_FALSE(setAndCommit(store, "x", "3"));
-    EXPECT_FALSE(std::filesystem::exists(path));
+    EXPECT_FALSE(std::filesystem::exists(file.path));
     ::close(lock);
     EXPECT_TRUE(store.commit());
-    EXPECT_NE(get(path).find("x=3\n"), std::string::npos);
+    EXPECT_NE(get(file.path).find("x=3\n"), std::string::npos);
 }
 
-TEST_F(LinuxSettingsStoreTest, LiesInTheConfigurationFolder) {
+TEST(LinuxSettings, LieInTheConfigurationFolder) {
     const Variable home("HOME", "/home/x");
     const Variable wrong("XDG_CONFIG_HOME", "relative");
     EXPECT_EQ(LinuxSettingsStore::usualPath(), "/home/x/.config/KRVWinPr/settings.ini");
@@ -251,3 +222,5 @@ TEST_F(LinuxSettingsStoreTest, LiesInTheConfigurationFolder) {
 }
 
 }  // namespace
+
+std::unique_ptr<support::SettingsPlace> support::makeSettingsPlace() { return std::make_unique<TestFile>(); }

@@ -3,48 +3,21 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
-#include <filesystem>
-#include <fstream>
 #include <functional>
 #include <optional>
-#include <set>
-#include <sstream>
 #include <string>
-#include <string_view>
 
-#include "runtime/error.h"
+#include "unit/support/adapter_test.h"
 
 namespace linux_support {
 
-class TemporaryFolder {
-public:
-    TemporaryFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "krv-test-XXXXXX").string();
-        path_ = ::mkdtemp(name.data());
-    }
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-
-    std::string operator/(std::string_view name) const { return (path_ / name).string(); }
-    std::set<std::string> names() const {
-        std::set<std::string> result;
-        for (const auto& entry : std::filesystem::directory_iterator(path_)) {
-            result.insert(entry.path().filename().string());
-        }
-        return result;
-    }
-
-private:
-    std::filesystem::path path_;
-};
+using namespace support;
 
 // An empty file that is open, and removed with the object.
 class TemporaryFile {
@@ -62,17 +35,6 @@ private:
     int descriptor_;
 };
 
-inline void put(const std::string& path, std::string_view content) {
-    std::ofstream(path, std::ios::binary).write(content.data(), static_cast<std::streamsize>(content.size()));
-}
-
-inline std::string get(const std::string& path) {
-    std::ifstream file(path, std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
-}
-
 // A variable of the environment for as long as the object lives; a null pointer unsets it.
 class Variable {
 public:
@@ -87,17 +49,17 @@ public:
     ~Variable() { set(before_ ? before_->c_str() : nullptr); }
 
 private:
-    void set(const char* value) const {
-        if (value != nullptr) {
-            ::setenv(name_, value, 1);
-        } else {
-            ::unsetenv(name_);
-        }
-    }
+    void set(const char* value) const { value != nullptr ? ::setenv(name_, value, 1) : ::unsetenv(name_); }
 
     const char* name_;
     std::optional<std::string> before_;
 };
+
+inline mode_t modeOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+    return status.st_mode & 07777;
+}
 
 // Starts a child process; its exit code is what the function returns, or 99 where an expectation failed in it.
 inline pid_t start(const std::function<int()>& function) {
@@ -115,26 +77,6 @@ inline int ended(pid_t child) {
     int status = 0;
     ::waitpid(child, &status, 0);
     return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
-}
-
-// A disk that takes files of that size only.
-inline void limitFileSize(rlim_t bytes) {
-    const rlimit limit{bytes, bytes};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    ::signal(SIGXFSZ, SIG_IGN);
-}
-
-// Number of the run-time error that the call raises; 0 for none.
-inline int errorOf(const std::function<void()>& call, std::string* message = nullptr) {
-    try {
-        call();
-    } catch (const runtime::Error& error) {
-        if (message != nullptr) {
-            *message = error.message();
-        }
-        return error.number();
-    }
-    return 0;
 }
 
 }  // namespace linux_support

@@ -1,8 +1,9 @@
+// The port Dialogs on Windows, beside what ports_test.cpp asks of every system.
 #include "platform/windows/windows_dialogs.h"
 
 #include <array>
-#include <thread>
 
+#include "support/ports_test.h"
 #include "windows_support.h"
 
 namespace {
@@ -20,168 +21,120 @@ std::string textOf(HWND window) {
     return narrow(text);
 }
 
-struct Search {
-    std::string title;
-    HWND found = nullptr;
-};
+// "title|icon or -|its buttons|text" of the last box shown, and the button to press in the next one.
+std::string box;
+int press = 0;
 
-BOOL CALLBACK lookAt(HWND window, LPARAM parameter) {
-    auto& search = *reinterpret_cast<Search*>(parameter);
-    search.found = textOf(window).starts_with(search.title) ? window : nullptr;
-    return search.found == nullptr ? TRUE : FALSE;
-}
-
-// The first window of which the title begins so; waits for it.
-HWND windowOf(const std::string& title) {
-    Search search{title};
-    for (int i = 0; i < 500 && search.found == nullptr; ++i) {
-        ::EnumWindows(lookAt, reinterpret_cast<LPARAM>(&search));
-        ::Sleep(20);
-    }
-    return search.found;
-}
-
-struct Box {
-    std::string text;
-    std::set<int> buttons;
-    bool icon = false;
-    Answer answer = Answer::ok;
-};
-
-// Shows a box, looks at it from another thread and presses a button there.
-Box shown(const std::string& text, Buttons buttons, Icon icon, const std::string& title, int press) {
-    constexpr int textControl = 0xFFFF;
-    Box box;
-    std::thread user([&] {
-        const HWND window = windowOf(title.empty() ? "KRVWinPr" : title);
-        if (window == nullptr) {
-            return;
+LRESULT CALLBACK answer(int code, WPARAM parameter, LPARAM more) {
+    const auto window = reinterpret_cast<HWND>(parameter);
+    const HWND label = code == HCBT_ACTIVATE ? ::GetDlgItem(window, 0xFFFF) : nullptr;
+    if (label != nullptr) {
+        bool icon = false;
+        HWND part = nullptr;
+        while ((part = ::FindWindowExW(window, part, L"Static", nullptr)) != nullptr) {
+            icon = icon || ::SendMessageW(part, STM_GETICON, 0, 0) != 0;
         }
-        box.text = textOf(::GetDlgItem(window, textControl));
-        for (HWND part = ::FindWindowExW(window, nullptr, L"Static", nullptr); part != nullptr;
-             part = ::FindWindowExW(window, part, L"Static", nullptr)) {
-            box.icon = box.icon || ::SendMessageW(part, STM_GETICON, 0, 0) != 0;
-        }
+        box = textOf(window) + (icon ? "|icon|" : "|-|");
         for (const int button : {IDOK, IDCANCEL, IDYES, IDNO}) {
             const HWND control = ::GetDlgItem(window, button);
-            if (control != nullptr && (::GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0) {
-                box.buttons.insert(button);
-            }
+            const bool shown = control != nullptr && (::GetWindowLongW(control, GWL_STYLE) & WS_VISIBLE) != 0;
+            box += shown ? std::to_string(button) : "";
         }
+        box += "|" + textOf(label);
         ::PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(press), 0);
-    });
-    box.answer = WindowsDialogs().messageBox(text, buttons, icon, title);
-    user.join();
-    return box;
+    }
+    return ::CallNextHookEx(nullptr, code, parameter, more);
 }
 
-TEST(WindowsDialogs, ShowsABoxAndSaysWhatWasPressed) {
-    Box box = shown("Größe\rzwei\n\nvier\r\nfünf\r", Buttons::yesNo, Icon::none, "Frage ä", IDNO);
-    EXPECT_EQ(box.text, "Größe\r\nzwei\r\n\r\nvier\r\nfünf\r\n");
-    EXPECT_EQ(box.buttons, (std::set<int>{IDYES, IDNO}));
-    EXPECT_FALSE(box.icon);
-    EXPECT_EQ(box.answer, Answer::no);
-    EXPECT_EQ(shown("x", Buttons::yesNo, Icon::none, "Frage ä", IDYES).answer, Answer::yes);
-
-    box = shown("x", Buttons::okCancel, Icon::critical, "", IDCANCEL);
-    EXPECT_EQ(box.buttons, (std::set<int>{IDOK, IDCANCEL}));
-    EXPECT_TRUE(box.icon);
-    EXPECT_EQ(box.answer, Answer::cancel);
-    EXPECT_EQ(shown("x", Buttons::okCancel, Icon::information, "", IDOK).answer, Answer::ok);
+TEST(WindowsDialogs, ShowABoxAndSayWhatWasPressed) {
+    const HHOOK hook = ::SetWindowsHookExW(WH_CBT, answer, nullptr, ::GetCurrentThreadId());
+    const auto shown = [](const std::string& text, Buttons buttons, Icon icon, const std::string& title, int button) {
+        press = button;
+        return WindowsDialogs().messageBox(text, buttons, icon, title);
+    };
+    EXPECT_EQ(shown("Größe\rzwei\n\nvier\r\nfünf\r", Buttons::yesNo, Icon::none, "Frage ä", IDNO), Answer::no);
+    EXPECT_EQ(box, "Frage ä|-|67|Größe\r\nzwei\r\n\r\nvier\r\nfünf\r\n");
+    EXPECT_EQ(shown("x", Buttons::yesNo, Icon::none, "Frage", IDYES), Answer::yes);
+    EXPECT_EQ(shown("x", Buttons::okCancel, Icon::critical, "", IDCANCEL), Answer::cancel);
+    EXPECT_EQ(box, "KRVWinPr|icon|12|x");
+    EXPECT_EQ(shown("x", Buttons::okCancel, Icon::information, "", IDOK), Answer::ok);
     // Escape, where the only button is OK.
-    EXPECT_EQ(shown("x", Buttons::ok, Icon::none, "", IDCANCEL).answer, Answer::ok);
+    EXPECT_EQ(shown("x", Buttons::ok, Icon::none, "", IDCANCEL), Answer::ok);
+    ::UnhookWindowsHookEx(hook);
 }
 
-TEST(WindowsDialogs, ProcessesPendingEventsButLeavesTheEndToOthers) {
-    WindowsDialogs dialogs;
+TEST(WindowsDialogs, ProcessPendingEventsButLeaveTheEndToOthers) {
     const HWND window = ::CreateWindowW(L"STATIC", L"", 0, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr);
     ASSERT_NE(window, nullptr);
     ::PostMessageW(window, WM_CLOSE, 0, 0);
-    EXPECT_NE(::IsWindow(window), 0);
-    dialogs.processEvents();
+    WindowsDialogs().processEvents();
     EXPECT_EQ(::IsWindow(window), 0);
     ::PostQuitMessage(7);
-    dialogs.processEvents();
+    WindowsDialogs().processEvents();
     MSG message{};
     ASSERT_NE(::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE), 0);
     EXPECT_EQ(message.message, UINT{WM_QUIT});
     EXPECT_EQ(message.wParam, WPARAM{7});
 }
 
-TEST(WindowsDialogs, OpensTheEditorWithTheFile) {
+TEST(WindowsDialogs, OpenTheEditorWithTheFile) {
     const TemporaryFolder folder;
     put(folder / "Größe x.log", "x");
     WindowsDialogs().showTextFile(folder / "größe X.LOG");
-    const HWND editor = windowOf("größe X.LOG");
-    ASSERT_NE(editor, nullptr);
+    HWND editor = nullptr;
+    for (int i = 0; i < 500 && !textOf(editor).starts_with("größe X.LOG"); ++i) {
+        ::Sleep(20);
+        editor = ::FindWindowW(L"Notepad", nullptr);
+    }
     DWORD process = 0;
-    ::GetWindowThreadProcessId(editor, &process);
+    ASSERT_NE(::GetWindowThreadProcessId(editor, &process), DWORD{0});
     const KernelHandle running(::OpenProcess(SYNCHRONIZE, FALSE, process));
     ::PostMessageW(editor, WM_CLOSE, 0, 0);
     EXPECT_EQ(::WaitForSingleObject(running.get(), 10'000), DWORD{WAIT_OBJECT_0});
 }
 
-// Standard error as the object's owner wants it, for as long as the object lives.
-class StandardError {
-public:
-    explicit StandardError(HANDLE handle) : before_(::GetStdHandle(STD_ERROR_HANDLE)) {
-        ::SetStdHandle(STD_ERROR_HANDLE, handle);
-    }
-    StandardError(const StandardError&) = delete;
-    StandardError& operator=(const StandardError&) = delete;
-    ~StandardError() { ::SetStdHandle(STD_ERROR_HANDLE, before_); }
-
-private:
-    HANDLE before_;
-};
-
-TEST(WindowsDialogs, WhereNobodySeesABoxItsTextGoesToStandardError) {
-    const TemporaryFolder folder;
-    const FileHandle file = openShared(folder / "errors", GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW);
-    const StandardError errors(file.get());
-    const HWINSTA desk = ::GetProcessWindowStation();
-    const HWINSTA background = ::CreateWindowStationW(L"krv-test", 0, WINSTA_ALL_ACCESS, nullptr);
-    ASSERT_NE(::SetProcessWindowStation(background), 0);
-    WindowsDialogs dialogs;
-    EXPECT_EQ(dialogs.messageBox("Datei\r\n\tüber ☺\r", Buttons::ok, Icon::critical, "Druck"), Answer::ok);
-    EXPECT_EQ(dialogs.messageBox("Anzeigen?", Buttons::yesNo, Icon::none, "KrvWinPr"), Answer::yes);
-    EXPECT_EQ(dialogs.messageBox("Weiter?", Buttons::okCancel, Icon::none, ""), Answer::ok);
-    put(folder / "x.log", "x");
-    dialogs.showTextFile(folder / "x.log");
-    dialogs.showTextFile(folder / "fehlt.log");
-    ::SetProcessWindowStation(desk);
-    ::CloseWindowStation(background);
-    EXPECT_EQ(get(folder / "errors"),
-              "KRVWinPr: Druck: Datei \xFC"
-              "ber ?\r\n"
-              "KRVWinPr: Anzeigen? [Antwort: Ja]\r\n"
-              "KRVWinPr: Weiter? [Antwort: OK]\r\n"
-              "KRVWinPr: Bitte lesen Sie die Datei " +
-                  (folder / "x.log") +
-                  "\r\n"
-                  "KRVWinPr: Die Datei " +
-                  (folder / "fehlt.log") + " ist nicht vorhanden.\r\n");
+void withErrorsTo(HANDLE handle, const std::function<void()>& function) {
+    const HANDLE before = ::GetStdHandle(STD_ERROR_HANDLE);
+    ::SetStdHandle(STD_ERROR_HANDLE, handle);
+    function();
+    ::SetStdHandle(STD_ERROR_HANDLE, before);
 }
 
 TEST(WindowsDialogs, DiagnosticsWaitForNobody) {
     FileHandle reading;
     FileHandle writing;
     ASSERT_NE(::CreatePipe(reading.receive(), writing.receive(), nullptr, 0), 0);
-    {
-        const StandardError pipe(writing.get());
+    withErrorsTo(writing.get(), [] {
         for (int i = 0; i < 100; ++i) {
             WindowsDialogs().diagnostic(std::string(1000, 'x'));
         }
-    }
+    });
     std::array<char, 9> start{};
     DWORD count = 0;
     EXPECT_NE(::ReadFile(reading.get(), start.data(), 8, &count, nullptr), 0);
     EXPECT_STREQ(start.data(), "KRVWinPr");
     reading.reset();
     for (const HANDLE handle : {writing.get(), HANDLE{nullptr}, INVALID_HANDLE_VALUE}) {
-        const StandardError nobody(handle);
-        WindowsDialogs().diagnostic("x");
+        withErrorsTo(handle, [] { WindowsDialogs().diagnostic("x"); });
     }
 }
 
 }  // namespace
+
+// In the user's ANSI code page, as programs that read standard error expect it.
+std::string support::writtenBy(const std::function<void(platform::Dialogs&)>& function) {
+    const TemporaryFolder folder;
+    const FileHandle file =
+        openShared(folder / "errors", GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, CREATE_NEW);
+    const HWINSTA desk = ::GetProcessWindowStation();
+    const HWINSTA background = ::CreateWindowStationW(L"krv-test", 0, WINSTA_ALL_ACCESS, nullptr);
+    EXPECT_NE(::SetProcessWindowStation(background), 0);
+    WindowsDialogs dialogs;
+    withErrorsTo(file.get(), [&] { function(dialogs); });
+    ::SetProcessWindowStation(desk);
+    ::CloseWindowStation(background);
+    std::string written = narrow(platform_windows::decode(get(folder / "errors"), CP_ACP, 0));
+    EXPECT_EQ(std::count(written.begin(), written.end(), '\r'), std::count(written.begin(), written.end(), '\n'));
+    std::erase(written, '\r');
+    return written;
+}

@@ -1,0 +1,143 @@
+// The ports System, SettingsStore and Dialogs; the same tests for every system.
+#include "support/ports_test.h"
+
+#include <array>
+#include <vector>
+
+#include "support/profile_table.h"
+
+namespace {
+
+using namespace support;
+using platform::Answer;
+using platform::Buttons;
+using platform::Icon;
+using platform::SettingsRoot;
+using platform::SettingsValue;
+
+class SystemPort : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    platform::System& system = systemPort();
+};
+
+TEST_F(SystemPort, KeepsEveryByteOfAFileInWhateverCaseItIsNamed) {
+    std::string content(3'000'000, '\0');
+    for (std::size_t i = 0; i < content.size(); ++i) {
+        content[i] = static_cast<char>(i * 7);
+    }
+    std::filesystem::create_directory(pathOf(folder / "Übergabe"));
+    system.writeFile(folder / "ÜBERGABE\\Liste.OUT", content + "longer");
+    system.writeFile(folder / "übergabe/Liste.OUT", content);
+    EXPECT_TRUE(system.readFile(folder / "./Übergabe\\LISTE.out") == content);
+    system.rewriteFile(folder / "übergabe\\LISTE.out", "eins");
+    system.appendFile(folder / "ÜBERGABE/Liste.OUT", "zwei");
+    EXPECT_EQ(get(folder / "Übergabe/Liste.OUT"), "einszwei");
+    EXPECT_TRUE(system.fileExists(folder / "ÜBERGABE/liste.out"));
+    for (const std::string& none : {folder / "x", folder / "x\\y", folder / "Übergabe", folder / "", std::string()}) {
+        EXPECT_FALSE(system.fileExists(none)) << none;
+    }
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(pathOf(folder / "Übergabe"));
+    system.appendFile("KRVWinPr.LOG", "drei");
+    EXPECT_EQ(system.currentDirectory(), folder / "Übergabe");
+    std::filesystem::current_path(before);
+    EXPECT_EQ(system.readFile(folder / "Übergabe/krvwinpr.log"), "drei");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(pathOf(folder / "Übergabe")), {}), 2);
+}
+
+TEST_F(SystemPort, SaysWhatIsWrongAndLeavesEverythingAsItWas) {
+    put(folder / "file", "old");
+    std::filesystem::create_directory(folder / "taken");
+    const std::vector<std::pair<std::string, int>> faults = {
+        {folder / "nowhere\\x", runtime::errPathNotFound},
+        {folder / "taken", runtime::errPathFileAccess},
+        {folder / "", runtime::errPathFileAccess},
+        {deviceIn(folder), runtime::errPathFileAccess},
+        {"", runtime::errBadFileName},
+        {std::string("a\0b", 3), runtime::errBadFileName},
+    };
+    const std::set<std::string> names = folder.names();
+    for (const auto& [path, number] : faults) {
+        SCOPED_TRACE(path);
+        EXPECT_EQ(errorOf([&, &file = path] { system.readFile(file); }), number);
+        EXPECT_EQ(errorOf([&, &file = path] { system.writeFile(file, "x"); }), number);
+        EXPECT_EQ(errorOf([&, &file = path] { system.rewriteFile(file, "x"); }), number);
+        EXPECT_EQ(errorOf([&, &file = path] { system.appendFile(file, "x"); }), number);
+        EXPECT_EQ(system.openProfile(path)->text("a", "k", "Vorgabe"), "Vorgabe");
+    }
+    EXPECT_EQ(errorOf([&] { system.writeFile(folder / "file\\x", "x"); }), runtime::errPathNotFound);
+    EXPECT_EQ(errorOf([&] { system.readFile(folder / "missing"); }), runtime::errFileNotFound);
+    EXPECT_EQ(errorOf([&] { system.rewriteFile(folder / "missing", "x"); }), runtime::errFileNotFound);
+    EXPECT_EQ(folder.names(), names);
+    EXPECT_EQ(get(folder / "file"), "old");
+}
+
+TEST_F(SystemPort, ReadsProfilesAsTheTableSays) {
+    for (const ProfileCase& row : profileCases()) {
+        if (row.onWine || !onWine()) {
+            put(folder / "Füße.INI", row.content);
+            const auto profile = system.openProfile(folder / "füße.ini");
+            EXPECT_EQ(profile->text(row.section, row.key, "Vorgabe"), row.value) << row.content;
+        }
+    }
+    EXPECT_EQ(system.openProfile(folder / "missing")->text("a", "k", "Vorgabe"), "Vorgabe");
+}
+
+TEST_F(SystemPort, KnowsItsProgramItsUserAndTheCodePageOfTheHost) {
+    EXPECT_TRUE(system.fileExists(system.programDirectory() + "/" + system.programFileName()));
+    EXPECT_EQ(system.fromDosCodePage(std::string_view("\x81\x8E\xE1 \xC9\xCD\xBB\x01\x0D\x1A\x7F\xD5\0~", 14)),
+              "üÄß ╔═╗☺♪→⌂ı ~");
+    const runtime::Locale& locale = system.locale();
+    EXPECT_EQ(locale.language, "de");
+    EXPECT_EQ(locale.decimalSeparator, ",");
+    EXPECT_EQ(runtime::dateTimeText({2026, 1, 2, 3, 4, 5, 6}, locale), "02.01.2026 03:04:05");
+    EXPECT_EQ(locale.trueText, "Wahr");
+}
+
+TEST(SettingsPort, KeepsTextUnderKeysThatItCreates) {
+    constexpr SettingsRoot user = SettingsRoot::currentUser;
+    const std::string base = "Software\\krv-test";
+    const std::string key = base + "\\Drucker\\srv\\Laser Büro";
+    const auto place = makeSettingsPlace();
+    const auto store = place->open();
+    EXPECT_FALSE(store->keyExists(user, base));
+    EXPECT_EQ(store->value(user, key, "ScaleFaktor"), std::nullopt);
+    ASSERT_TRUE(store->setText(user, key, "ScaleFaktor", "5,5"));
+    EXPECT_TRUE(store->keyExists(user, base + "\\DRUCKER"));
+    EXPECT_TRUE(store->keyExists(user, ""));
+    EXPECT_EQ(store->value(user, key, "SCALEFAKTOR"), SettingsValue("5,5"));
+    EXPECT_EQ(store->value(user, key, "Schacht1"), std::nullopt);
+    const std::string longText(100'000, 'x');
+    for (const std::string& text : {std::string(), std::string("Größe ☺"), longText, std::string(" \"kurz\" ")}) {
+        EXPECT_TRUE(store->setText(user, key, "Name ä", text));
+        EXPECT_TRUE(store->commit());
+        EXPECT_EQ(place->open()->value(user, key, "name Ä"), SettingsValue(text));
+    }
+    for (const char* name : {"Software\\krv", "krv-test", "Software\\krv-test\\Laser Büro"}) {
+        EXPECT_FALSE(store->keyExists(user, name)) << name;
+    }
+    EXPECT_FALSE(store->keyExists(SettingsRoot::localMachine, base));
+}
+
+TEST(DialogsPort, WhereNobodySeesThemTextGoesToStandardErrorAndTheFirstButtonIsTaken) {
+    const TemporaryFolder folder;
+    put(folder / "x.log", "x");
+    const std::string written = writtenBy([&](platform::Dialogs& dialogs) {
+        EXPECT_EQ(dialogs.messageBox("Fehler\r\n\r\nDatei\x1B[2J über\r", Buttons::ok, Icon::critical, "Druck"),
+                  Answer::ok);
+        EXPECT_EQ(dialogs.messageBox("Anzeigen?", Buttons::yesNo, Icon::none, "KrvWinPr"), Answer::yes);
+        EXPECT_EQ(dialogs.messageBox("Weiter?", Buttons::okCancel, Icon::information, ""), Answer::ok);
+        dialogs.processEvents();
+        dialogs.showTextFile(folder / "x.log");
+        dialogs.showTextFile(folder / "fehlt.log");
+    });
+    EXPECT_EQ(written,
+              "KRVWinPr: Druck: Fehler Datei [2J über\n"
+              "KRVWinPr: Anzeigen? [Antwort: Ja]\n"
+              "KRVWinPr: Weiter? [Antwort: OK]\n"
+              "KRVWinPr: Bitte lesen Sie die Datei " +
+                  (folder / "x.log") + "\nKRVWinPr: Die Datei " + (folder / "fehlt.log") + " ist nicht vorhanden.\n");
+}
+
+}  // namespace
