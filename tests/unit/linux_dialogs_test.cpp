@@ -5,7 +5,6 @@
 
 #include "linux_support.h"
 #include "platform/linux/forked_call.h"
-#include "support/ports_test.h"
 
 namespace {
 
@@ -25,48 +24,22 @@ std::string errorsOf(const std::function<void(LinuxDialogs&)>& function) {
     return get(file.path());
 }
 
-}  // namespace
-
-namespace support {
-
-// Without a display, with one that cannot be reached, where Qt would end the process, and with one that nobody sees.
-std::string writtenBy(const std::function<void(platform::Dialogs&)>& function) {
-    const Variable noPrograms("PATH", "/nowhere");
-    const Variable noEditor("VISUAL", nullptr);
-    const std::array<std::array<const char*, 3>, 3> environments = {
-        {{nullptr, nullptr, nullptr}, {":4711", nullptr, nullptr}, {nullptr, "wayland-0", "offscreen"}}};
-    std::set<std::string> written;
-    for (const auto& [x11, wayland, qt] : environments) {
-        const Variable display("DISPLAY", x11);
-        const Variable socket("WAYLAND_DISPLAY", wayland);
-        const Variable platform("QT_QPA_PLATFORM", qt);
-        written.insert(errorsOf(function));
-    }
-    EXPECT_EQ(written.size(), 1U);
-    return *written.begin();
-}
-
-}  // namespace support
-
-namespace {
-
 TEST(LinuxDialogs, OpensTheEditorWithoutWaitingForIt) {
     const TemporaryFolder folder;
     put(folder / "-r.log", "x");
     put(folder / "xdg-open", "#!/bin/sh\nsleep 0.3\nprintf %s \"$1\" > \"$0.new\"\nmv \"$0.new\" \"$0.was\"\n");
     ::chmod((folder / "xdg-open").c_str(), 0700);
     const Variable path("PATH", ((folder / "") + ":/bin:/usr/bin").c_str());
-    const auto shown = [&folder](const char* x11) {
-        const Variable display("DISPLAY", x11);
-        const Variable wayland("WAYLAND_DISPLAY", nullptr);
-        return errorsOf([&folder](LinuxDialogs& dialogs) {
-            std::filesystem::current_path(folder / "");
-            dialogs.showTextFile("-R.LOG");
-            EXPECT_FALSE(std::filesystem::exists(folder / "xdg-open.was"));
-        });
+    const auto show = [&folder](LinuxDialogs& dialogs) {
+        std::filesystem::current_path(folder / "");
+        dialogs.showTextFile("-R.LOG");
+        EXPECT_FALSE(std::filesystem::exists(folder / "xdg-open.was"));
     };
-    EXPECT_NE(shown(nullptr), "") << "there is nothing to see it on";
-    EXPECT_EQ(shown(":4711"), "");
+    const Variable wayland("WAYLAND_DISPLAY", nullptr);
+    const Variable none("DISPLAY", nullptr);
+    EXPECT_NE(errorsOf(show), "");
+    const Variable display("DISPLAY", ":4711");
+    EXPECT_EQ(errorsOf(show), "");
     for (int i = 0; i < 100 && !std::filesystem::exists(folder / "xdg-open.was"); ++i) {
         ::usleep(50'000);
     }
@@ -87,7 +60,6 @@ TEST(LinuxDialogs, DiagnosticsSurviveAStandardErrorThatNobodyReads) {
     EXPECT_EQ(diagnose(ends[1]), 0);
     ::close(ends[0]);
     EXPECT_EQ(diagnose(ends[1]), 0);
-    ::close(ends[1]);
 }
 
 TEST(ForkedCall, GivesUpOnWhatHangsCrashesOrThrows) {
@@ -95,10 +67,24 @@ TEST(ForkedCall, GivesUpOnWhatHangsCrashesOrThrows) {
     EXPECT_EQ(forkedCall([] { return 42; }, 5s), 42);
     EXPECT_EQ(forkedCall([]() -> int { throw 1; }, 5s), std::nullopt);
     EXPECT_EQ(forkedCall([] { return ::kill(::getpid(), SIGABRT); }, 5s), std::nullopt);
-    const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(forkedCall([] { return ::pause(); }, 100ms), std::nullopt);
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, 3s);
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1) << "a child is left over";
 }
 
 }  // namespace
+
+// Without a display, with one that cannot be reached, where Qt would end the process, and with one that nobody sees.
+std::string support::writtenBy(const std::function<void(platform::Dialogs&)>& function) {
+    const Variable noPrograms("PATH", "/nowhere");
+    const Variable noEditor("VISUAL", nullptr);
+    std::set<std::string> written;
+    for (const auto& [x11, wayland] :
+         {std::pair<const char*, const char*>{}, {":4711", nullptr}, {nullptr, "wayland-0"}}) {
+        const Variable display("DISPLAY", x11);
+        const Variable socket("WAYLAND_DISPLAY", wayland);
+        const Variable platform("QT_QPA_PLATFORM", wayland != nullptr ? "offscreen" : nullptr);
+        written.insert(errorsOf(function));
+    }
+    EXPECT_EQ(written.size(), 1U);
+    return *written.begin();
+}

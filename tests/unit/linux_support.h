@@ -56,9 +56,7 @@ private:
 };
 
 inline mode_t modeOf(const std::string& path) {
-    struct stat status {};
-    EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
-    return status.st_mode & 07777;
+    return static_cast<mode_t>(std::filesystem::status(path).permissions());
 }
 
 // Starts a child process; its exit code is what the function returns, or 99 where an expectation failed in it.

@@ -1,8 +1,8 @@
 // The ports System, SettingsStore and Dialogs; the same tests for every system.
-#include "support/ports_test.h"
 
-#include <array>
 #include <vector>
+
+#include "support/adapter_test.h"
 
 namespace {
 
@@ -24,24 +24,25 @@ TEST_F(SystemPort, KeepsEveryByteOfAFileInWhateverCaseItIsNamed) {
     for (std::size_t i = 0; i < content.size(); ++i) {
         content[i] = static_cast<char>(i * 7);
     }
-    std::filesystem::create_directory(pathOf(folder / "Übergabe"));
+    const std::filesystem::path where = pathOf(folder / "Übergabe");
+    std::filesystem::create_directory(where);
     system.writeFile(folder / "ÜBERGABE\\Liste.OUT", content + "longer");
     system.writeFile(folder / "übergabe/Liste.OUT", content);
     EXPECT_TRUE(system.readFile(folder / "./Übergabe\\LISTE.out") == content);
     system.rewriteFile(folder / "übergabe\\LISTE.out", "eins");
     system.appendFile(folder / "ÜBERGABE/Liste.OUT", "zwei");
     EXPECT_EQ(get(folder / "Übergabe/Liste.OUT"), "einszwei");
-    EXPECT_TRUE(system.fileExists(folder / "ÜBERGABE/liste.out"));
     for (const std::string& none : {folder / "x", folder / "x\\y", folder / "Übergabe", folder / "", std::string()}) {
         EXPECT_FALSE(system.fileExists(none)) << none;
     }
     const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(pathOf(folder / "Übergabe"));
+    std::filesystem::current_path(where);
+    EXPECT_TRUE(system.fileExists("liste.OUT"));
     system.appendFile("KRVWinPr.LOG", "drei");
     EXPECT_EQ(system.currentDirectory(), folder / "Übergabe");
     std::filesystem::current_path(before);
     EXPECT_EQ(system.readFile(folder / "Übergabe/krvwinpr.log"), "drei");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(pathOf(folder / "Übergabe")), {}), 2);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(where), {}), 2);
 }
 
 TEST_F(SystemPort, SaysWhatIsWrongAndLeavesEverythingAsItWas) {
@@ -57,11 +58,13 @@ TEST_F(SystemPort, SaysWhatIsWrongAndLeavesEverythingAsItWas) {
     };
     const std::set<std::string> names = folder.names();
     for (const auto& [path, number] : faults) {
-        SCOPED_TRACE(path);
-        EXPECT_EQ(errorOf([&, &file = path] { system.readFile(file); }), number);
-        EXPECT_EQ(errorOf([&, &file = path] { system.writeFile(file, "x"); }), number);
-        EXPECT_EQ(errorOf([&, &file = path] { system.rewriteFile(file, "x"); }), number);
-        EXPECT_EQ(errorOf([&, &file = path] { system.appendFile(file, "x"); }), number);
+        const std::string& file = path;
+        const std::vector<std::function<void()>> actions = {
+            [&] { system.readFile(file); }, [&] { system.writeFile(file, "x"); },
+            [&] { system.rewriteFile(file, "x"); }, [&] { system.appendFile(file, "x"); }};
+        for (const auto& action : actions) {
+            EXPECT_EQ(errorOf(action), number) << path;
+        }
         EXPECT_EQ(system.openProfile(path)->text("a", "k", "Vorgabe"), "Vorgabe");
     }
     EXPECT_EQ(errorOf([&] { system.writeFile(folder / "file\\x", "x"); }), runtime::errPathNotFound);
@@ -81,12 +84,11 @@ TEST_F(SystemPort, ReadsProfiles) {
     const std::string content =
         "k=0\n[Font]\r\nBarcodeHeight=0,3\r\n \t[a] \t\n \tk \t= \t1 2\t \nK=2\n;c=1\n ; c=2\nsemi=3 ;4\n"
         "bare\nbare=1\nnil=\ntwice==1=\n=5\ndq=\" 1 \"\nsq='1'\nboth=\"'1'\"\nmix=\"1'\none=\"\nnone=\"\"\n"
-        "rest=\"1\" 2\n[x=1\nlast=6\n[b]c]\nk=7\n[ d ] x\nk=8\n[A]\nlate=9\n";
+        "rest=\"1\" 2\n[x=1\nlast=6\n[b]c]\nk=7\n[ d ] x\nk=8\n";
     const Table table = {
-        {"k", "1 2"}, {"c", "Vorgabe"},    {"semi", "3 ;4"}, {"bare", "Vorgabe"},
-        {"nil", ""},  {"twice", "=1="},    {"", "5"},        {"DQ", " 1 "},
-        {"sq", "1"},  {"both", "'1'"},     {"mix", "\"1'"},  {"one", "\""},
-        {"none", ""}, {"rest", "\"1\" 2"}, {"last", "6"},    {"late", onWine() ? "9" : "Vorgabe"},
+        {"k", "1 2"},     {"c", "Vorgabe"}, {"semi", "3 ;4"}, {"bare", "Vorgabe"}, {"nil", ""},
+        {"twice", "=1="}, {"", "5"},        {"DQ", " 1 "},    {"sq", "1"},         {"both", "'1'"},
+        {"mix", "\"1'"},  {"one", "\""},    {"none", ""},     {"rest", "\"1\" 2"}, {"last", "6"},
     };
     for (const auto& [key, value] : table) {
         EXPECT_EQ(valueIn(content, "a", key), value) << key;

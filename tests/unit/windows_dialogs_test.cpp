@@ -3,7 +3,6 @@
 
 #include <array>
 
-#include "support/ports_test.h"
 #include "windows_support.h"
 
 namespace {

@@ -1,7 +1,6 @@
 // The settings on Windows, beside what ports_test.cpp asks of every system: values that others made.
 #include "platform/windows/windows_settings_store.h"
 
-#include "support/ports_test.h"
 #include "windows_support.h"
 
 namespace {
@@ -10,6 +9,7 @@ using namespace windows_support;
 using platform::SettingsValue;
 using platform_windows::WindowsSettingsStore;
 
+constexpr platform::SettingsRoot user = platform::SettingsRoot::currentUser;
 const wchar_t* const testKey = LR"(Software\krv-test)";
 
 class TestKey : public support::SettingsPlace {
@@ -24,42 +24,30 @@ public:
 
 TEST(WindowsSettings, TellTypesApart) {
     const TestKey key;
-    struct Raw {
-        const wchar_t* name;
-        DWORD type;
-        std::wstring data;
-        DWORD size;
-        std::optional<SettingsValue> value;
-    };
-    const std::vector<Raw> table = {
-        {L"number", REG_DWORD, L"\xFFFF\xFFFF", 4, SettingsValue(0xFFFFFFFFU)},
-        {L"short number", REG_DWORD, L"1", 2, std::nullopt},
-        {L"big-endian number", REG_DWORD_BIG_ENDIAN, L"12", 4, std::nullopt},
-        {L"expandable", REG_EXPAND_SZ, L"x", 4, std::nullopt},
-        {L"list", REG_MULTI_SZ, L"x", 4, std::nullopt},
-        {L"bytes", REG_BINARY, L"x", 4, std::nullopt},
-        {L"not terminated", REG_SZ, L"5,5", 6, SettingsValue("5,5")},
-        {L"terminated twice", REG_SZ, std::wstring(L"5,5\0", 4), 10, SettingsValue("5,5")},
-        {L"half a character", REG_SZ, L"5,5", 5, SettingsValue("5,")},
-        {L"nothing", REG_SZ, L"", 0, SettingsValue("")},
-    };
     WindowsSettingsStore store;
-    const auto valueOf = [&store](const wchar_t* name) {
-        return store.value(platform::SettingsRoot::currentUser, narrow(testKey), narrow(name));
+    const auto value = [&store] { return store.value(user, narrow(testKey), "x"); };
+    const auto valueOf = [&value](DWORD type, const std::wstring& data, DWORD size) {
+        ::RegSetKeyValueW(HKEY_CURRENT_USER, testKey, L"x", type, data.c_str(), size);
+        return value();
     };
-    for (const Raw& row : table) {
-        ::RegSetKeyValueW(HKEY_CURRENT_USER, testKey, row.name, row.type, row.data.c_str(), row.size);
-        EXPECT_EQ(valueOf(row.name), row.value) << narrow(row.name);
+    EXPECT_EQ(valueOf(REG_SZ, L"5,5", 6), SettingsValue("5,5")) << "not terminated";
+    EXPECT_EQ(valueOf(REG_SZ, std::wstring(L"5,5\0", 4), 10), SettingsValue("5,5")) << "terminated twice";
+    EXPECT_EQ(valueOf(REG_SZ, L"5,5", 5), SettingsValue("5,")) << "half a character";
+    EXPECT_EQ(valueOf(REG_SZ, L"", 0), SettingsValue(""));
+    for (const DWORD other : {REG_DWORD_BIG_ENDIAN, REG_EXPAND_SZ, REG_MULTI_SZ, REG_BINARY}) {
+        EXPECT_EQ(valueOf(other, L"x", 4), std::nullopt) << other;
     }
+    EXPECT_EQ(valueOf(REG_DWORD, L"1", 2), std::nullopt);
+    EXPECT_EQ(valueOf(REG_DWORD, L"\xFFFF\xFFFF", 4), SettingsValue(0xFFFFFFFFU));
     // A value that was of another type becomes text; others find it with its terminating NUL.
-    EXPECT_TRUE(store.setText(platform::SettingsRoot::currentUser, narrow(testKey), "number", "240"));
-    EXPECT_EQ(valueOf(L"number"), SettingsValue("240"));
+    EXPECT_TRUE(store.setText(user, narrow(testKey), "x", "240"));
+    EXPECT_EQ(value(), SettingsValue("240"));
     DWORD type = 0;
     DWORD size = 0;
-    ::RegGetValueW(HKEY_CURRENT_USER, testKey, L"number", RRF_RT_ANY, &type, nullptr, &size);
+    ::RegGetValueW(HKEY_CURRENT_USER, testKey, L"x", RRF_RT_ANY, &type, nullptr, &size);
     EXPECT_EQ(type, DWORD{REG_SZ});
     EXPECT_EQ(size, 4 * sizeof(wchar_t));
-    EXPECT_FALSE(store.setText(platform::SettingsRoot::currentUser, std::string(300, 'k'), "x", "y"));
+    EXPECT_FALSE(store.setText(user, std::string(300, 'k'), "x", "y"));
 }
 
 }  // namespace

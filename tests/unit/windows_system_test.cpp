@@ -8,7 +8,7 @@
 
 #include "platform/windows/files.h"
 #include "platform/windows/windows_locale.h"
-#include "support/ports_test.h"
+
 #include "windows_support.h"
 
 namespace {
@@ -171,5 +171,3 @@ platform::System& support::systemPort() {
 }
 
 std::string support::deviceIn(const TemporaryFolder&) { return "C:\\NUL"; }
-
-bool support::onWine() { return windows_support::onWine(); }

@@ -1,4 +1,5 @@
-// What the tests of every system's adapter share. Paths are UTF-8, as the ports have them.
+// What the tests of every system's adapter share, and what those of the ports (ports_test.cpp) need of each system.
+// Paths are UTF-8, as the ports have them.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -12,6 +13,9 @@
 #include <string>
 #include <string_view>
 
+#include "platform/dialogs.h"
+#include "platform/settings_store.h"
+#include "platform/system.h"
 #include "runtime/error.h"
 
 namespace support {
@@ -68,5 +72,22 @@ inline int errorOf(const std::function<void()>& function, std::string* detail = 
     }
     return 0;
 }
+
+// The system's own, for a German user whose DOS code page is 850.
+platform::System& systemPort();
+
+// A path, in that folder or anywhere, at which there is something other than a file or a folder.
+std::string deviceIn(const TemporaryFolder& folder);
+
+// A place for settings that holds none yet; gone with the object.
+class SettingsPlace {
+public:
+    virtual ~SettingsPlace() = default;
+    virtual std::unique_ptr<platform::SettingsStore> open() = 0;
+};
+std::unique_ptr<SettingsPlace> makeSettingsPlace();
+
+// What the system's dialogs write to standard error where nobody sees a window; UTF-8, lines end with "\n".
+std::string writtenBy(const std::function<void(platform::Dialogs&)>& function);
 
 }  // namespace support
