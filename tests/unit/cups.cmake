@@ -1,7 +1,5 @@
-krv_unit_test(spool-tests LIBS krv-linux-spool krv-linux-cups SOURCES
-    unit/cups_attributes_test.cpp
-    unit/spool_test.cpp
-)
+krv_unit_test(spool-tests LIBS krv-linux-spool krv-linux-cups SOURCES unit/spool_test.cpp)
+krv_unit_test(cups-tests LIBS krv-linux-cups SOURCES unit/cups_attributes_test.cpp)
 
 # Drives the adapter's printers, with its modules, for the tests that need a print server.
 add_executable(krv-printers e2e/cups/printers.cpp)

@@ -9,7 +9,6 @@
 namespace {
 
 using namespace platform_linux;
-
 using Environment = std::map<std::string, std::string>;
 
 TEST(LinuxLocale, FollowsTheEnvironmentCategoryByCategory) {
@@ -19,7 +18,6 @@ TEST(LinuxLocale, FollowsTheEnvironmentCategoryByCategory) {
     const std::vector<std::pair<Environment, std::string>> table = {
         {{}, german},
         {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", "POSIX"}}, german},
-        {{{"LANG", "de_AT.UTF-8"}}, german},
         {{{"LANG", "_.@"}}, german},
         {{{"LANG", "de_CH.UTF-8"}}, ". dd.MM.yyyy HH:mm:ss Wahr 850"},
         {{{"LANG", "en_US.UTF-8"}, {"LC_ALL", ""}}, american},
@@ -67,7 +65,6 @@ TEST(DosCodePage, KnowsOneByteCodePages) {
         EXPECT_FALSE(isDosCodePage(number)) << number;
         EXPECT_EQ(dosCodePage(number), dosCodePage(850)) << number;
     }
-    EXPECT_EQ(textOf(std::string_view("A\0~", 3), dosCodePage(850)), "A ~");
     EXPECT_EQ(textOf("\xD5\x9B", dosCodePage(858)), "€ø");
     EXPECT_EQ(textOf("\xD5\x80", dosCodePage(869)), "Ω\uFFFD");
 }

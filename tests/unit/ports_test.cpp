@@ -10,7 +10,6 @@ using namespace support;
 using platform::Answer;
 using platform::Buttons;
 using platform::Icon;
-using platform::SettingsRoot;
 using platform::SettingsValue;
 
 class SystemPort : public testing::Test {
@@ -120,14 +119,12 @@ TEST_F(SystemPort, KnowsItsProgramItsUserAndTheCodePageOfTheHost) {
     EXPECT_EQ(system.fromDosCodePage(std::string_view("\x81\x8E\xE1 \xC9\xCD\xBB\x01\x0D\x1A\x7F\xD5\0~", 14)),
               "üÄß ╔═╗☺♪→⌂ı ~");
     const runtime::Locale& locale = system.locale();
-    EXPECT_EQ(locale.language, "de");
-    EXPECT_EQ(locale.decimalSeparator, ",");
+    EXPECT_EQ(locale.language + locale.decimalSeparator + locale.trueText, "de,Wahr");
     EXPECT_EQ(runtime::dateTimeText({2026, 1, 2, 3, 4, 5, 6}, locale), "02.01.2026 03:04:05");
-    EXPECT_EQ(locale.trueText, "Wahr");
 }
 
 TEST(SettingsPort, KeepsTextUnderKeysThatItCreates) {
-    constexpr SettingsRoot user = SettingsRoot::currentUser;
+    constexpr auto user = platform::SettingsRoot::currentUser;
     const std::string base = "Software\\krv-test";
     const std::string key = base + "\\Drucker\\srv\\Laser Büro";
     const auto place = makeSettingsPlace();
@@ -138,7 +135,6 @@ TEST(SettingsPort, KeepsTextUnderKeysThatItCreates) {
     EXPECT_TRUE(store->keyExists(user, base + "\\DRUCKER"));
     EXPECT_TRUE(store->keyExists(user, ""));
     EXPECT_EQ(store->value(user, key, "SCALEFAKTOR"), SettingsValue("5,5"));
-    EXPECT_EQ(store->value(user, key, "Schacht1"), std::nullopt);
     const std::string longText(100'000, 'x');
     for (const std::string& text : {std::string(), std::string("Größe ☺"), longText, std::string(" \"kurz\" ")}) {
         EXPECT_TRUE(store->setText(user, key, "Name ä", text));
@@ -148,7 +144,7 @@ TEST(SettingsPort, KeepsTextUnderKeysThatItCreates) {
     for (const char* name : {"Software\\krv", "krv-test", "Software\\krv-test\\Laser Büro"}) {
         EXPECT_FALSE(store->keyExists(user, name)) << name;
     }
-    EXPECT_FALSE(store->keyExists(SettingsRoot::localMachine, base));
+    EXPECT_FALSE(store->keyExists(platform::SettingsRoot::localMachine, base));
 }
 
 TEST(DialogsPort, WhereNobodySeesThemTextGoesToStandardErrorAndTheFirstButtonIsTaken) {

@@ -1,8 +1,6 @@
 // The port System on Windows, beside what ports_test.cpp asks of every system.
 #include "platform/windows/windows_system.h"
 
-#include <process.h>
-
 #include <array>
 #include <thread>
 
@@ -142,24 +140,14 @@ TEST(WindowsLocale, TranslatesThePicturesOfTheSystem) {
     }
 }
 
-// Counts for processes that start after it was set.
-TEST_F(WindowsSystemTest, DISABLED_ScreenResolutionAsExitCode) { std::exit(system.screenDpiX() + system.screenDpiY()); }
-
+// Windows, unlike Wine, tells the real resolution only to a program whose manifest asks for it.
 TEST_F(WindowsSystemTest, SeesTheRealResolutionOfTheScreen) {
-    // Windows, unlike Wine, tells it only to a program whose manifest asks for it; this one has that of the product.
     std::array<wchar_t, 20> aware{};
     ::QueryActCtxSettingsW(0, nullptr, L"http://schemas.microsoft.com/SMI/2005/WindowsSettings", L"dpiAware",
                            aware.data(), aware.size(), nullptr);
     EXPECT_STREQ(aware.data(), L"true");
-    const wchar_t* key = LR"(Control Panel\Desktop)";
-    const std::wstring program = widen(system.programDirectory() + "\\" + system.programFileName());
-    for (const DWORD dpi : {120, 96}) {
-        ::RegSetKeyValueW(HKEY_CURRENT_USER, key, L"LogPixels", REG_DWORD, &dpi, sizeof(dpi));
-        EXPECT_EQ(::_wspawnl(_P_WAIT, program.c_str(), L"x", L"--gtest_filter=*ScreenResolutionAsExitCode",
-                             L"--gtest_also_run_disabled_tests", L"--gtest_brief=1", nullptr),
-                  static_cast<int>(2 * dpi));
-    }
-    ::RegDeleteKeyValueW(HKEY_CURRENT_USER, key, L"LogPixels");
+    const ScreenContext screen(::GetDC(nullptr));
+    EXPECT_EQ(system.screenDpiX(), ::GetDeviceCaps(screen.get(), LOGPIXELSX));
 }
 
 }  // namespace
