@@ -93,10 +93,7 @@ TEST(SettingsFile, AnyTextSurvivesBehindWhateverIsLeftOfTheFile) {
     }
 }
 
-class TestFile : public SettingsPlace {
-public:
-    std::unique_ptr<platform::SettingsStore> open() override { return std::make_unique<LinuxSettingsStore>(path); }
-
+struct TestFile {
     TemporaryFolder folder;
     const std::string path = folder / "config/KRVWinPr/settings.ini";
 };
@@ -182,4 +179,6 @@ TEST(LinuxSettings, LieInTheConfigurationFolder) {
 
 }  // namespace
 
-std::unique_ptr<support::SettingsPlace> support::makeSettingsPlace() { return std::make_unique<TestFile>(); }
+std::unique_ptr<platform::SettingsStore> support::openSettings(const TemporaryFolder& folder) {
+    return std::make_unique<LinuxSettingsStore>(folder / "config/settings.ini");
+}

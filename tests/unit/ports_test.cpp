@@ -127,8 +127,8 @@ TEST(SettingsPort, KeepsTextUnderKeysThatItCreates) {
     constexpr auto user = platform::SettingsRoot::currentUser;
     const std::string base = "Software\\krv-test";
     const std::string key = base + "\\Drucker\\srv\\Laser Büro";
-    const auto place = makeSettingsPlace();
-    const auto store = place->open();
+    const TemporaryFolder folder;
+    const auto store = openSettings(folder);
     EXPECT_FALSE(store->keyExists(user, base));
     EXPECT_EQ(store->value(user, key, "ScaleFaktor"), std::nullopt);
     ASSERT_TRUE(store->setText(user, key, "ScaleFaktor", "5,5"));
@@ -139,7 +139,7 @@ TEST(SettingsPort, KeepsTextUnderKeysThatItCreates) {
     for (const std::string& text : {std::string(), std::string("Größe ☺"), longText, std::string(" \"kurz\" ")}) {
         EXPECT_TRUE(store->setText(user, key, "Name ä", text));
         EXPECT_TRUE(store->commit());
-        EXPECT_EQ(place->open()->value(user, key, "name Ä"), SettingsValue(text));
+        EXPECT_EQ(openSettings(folder)->value(user, key, "name Ä"), SettingsValue(text));
     }
     for (const char* name : {"Software\\krv", "krv-test", "Software\\krv-test\\Laser Büro"}) {
         EXPECT_FALSE(store->keyExists(user, name)) << name;

@@ -1,13 +1,11 @@
 // The spooler's documents and printers: PDFs that become files or go to queues, and what is left when they fail.
-#include <sys/stat.h>
-
 #include <vector>
 
 #include "linux_support.h"
 #include "platform/linux/code_page.h"
 #include "platform/linux/cups/queue_target.h"
+#include "platform/linux/documents/document_factory.h"
 #include "platform/linux/documents/document_name.h"
-#include "platform/linux/documents/pdf_print_document.h"
 #include "platform/linux/spool/builtin_target.h"
 #include "platform/linux/spool/linux_printing.h"
 #include "unit/support/recording_printer.h"
@@ -23,51 +21,27 @@ using platform::PageOption;
 using Strings = std::vector<std::string>;
 using Names = std::set<std::string>;
 
-// What the fake PDFs of a test share: errors to throw, by the text to write, and what the last one was told.
-struct PdfScript {
-    std::map<std::string, int> failures;
-    pdf::PdfPage page;
-    testing_support::RecordingDevice device;
-};
-
-// A PDF that can be read: "head", the pages in brackets, "end"; all written at once, the head before there is any page.
+// Says how many pages it has.
 class FakePdf : public pdf::PdfDocument {
 public:
-    FakePdf(PdfScript& script, int descriptor) : script_(script), descriptor_(descriptor), surface_(script.device) {
-        write("head ");
-    }
-    void setPage(const pdf::PdfPage& page) override {
-        script_.page = page;
-        script_.device.capabilities = page.device;
-    }
+    FakePdf(testing_support::RecordingDevice& device, int descriptor)
+        : device_(device), descriptor_(descriptor), surface_(device) {}
+    void setPage(const pdf::PdfPage& page) override { device_.capabilities = page.device; }
     platform::Surface& surface() override { return surface_; }
-    void beginPage() override { surface_.page = {}; }
-    void endPage() override {
-        write("[" + surface_.page.texts.at(0).text + "] ");
-        ++pages_;
-    }
+    void beginPage() override {}
+    void endPage() override { ++pages_; }
     int pageCount() const override { return pages_; }
-    void finish() override { write("end"); }
-
-private:
-    void write(const std::string& text) const {
-        if (const auto failure = script_.failures.find(text); failure != script_.failures.end()) {
-            throw runtime::Error(failure->second, "Kein Platz.");
-        }
+    void finish() override {
+        const std::string text = std::to_string(pages_) + " pages";
         EXPECT_EQ(::write(descriptor_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
     }
 
-    PdfScript& script_;
+private:
+    testing_support::RecordingDevice& device_;
     int descriptor_;
     testing_support::RecordingSurface surface_;
     int pages_ = 0;
 };
-
-void printPage(platform::PrintDocument& document, const std::string& text) {
-    document.beginPage();
-    document.surface().drawText(0, 0, text, {}, platform::TextRole::content);
-    document.endPage();
-}
 
 TEST(DocumentName, IsTheTitleWithoutFolderAndLastEnding) {
     EXPECT_EQ(documents::documentName("dir\\RECHNUNG.TXT"), "RECHNUNG");
@@ -84,74 +58,54 @@ TEST(DocumentName, IsTheTitleWithoutFolderAndLastEnding) {
     EXPECT_EQ(documents::documentName("x" + umlauts).size(), 219U) << "cut between characters";
 }
 
-class FileDocument : public testing::TestWithParam<spool::Concealment> {
+class PdfFileTest : public testing::TestWithParam<spool::Concealment> {
 protected:
-    FileDocument() { std::filesystem::current_path(folder_ / ""); }
-    ~FileDocument() override { std::filesystem::current_path("/"); }
+    PdfFileTest() { std::filesystem::current_path(folder_ / ""); }
+    ~PdfFileTest() override { std::filesystem::current_path("/"); }
 
-    std::unique_ptr<platform::PrintDocument> open(const std::string& title) {
-        return std::make_unique<documents::PdfPrintDocument>(
-            std::make_unique<spool::BuiltinTarget>(title, GetParam()), pdf::PdfSettings(),
-            [this](const pdf::PdfSettings&, int file) { return std::make_unique<FakePdf>(script_, file); });
+    std::unique_ptr<spool::PdfFile> open() const {
+        return std::make_unique<spool::PdfFile>(std::make_shared<spool::Folder>(spool::Folder::current()), "BRIEF",
+                                                GetParam());
     }
 
     linux_support::TemporaryFolder folder_;
-    PdfScript script_;
 };
 
-TEST_P(FileDocument, AppearsWholeUnderTheFirstFreeName) {
+TEST_P(PdfFileTest, AppearsWholeUnderTheFirstFreeName) {
     const mode_t mask = ::umask(027);
     put("BRIEF.pdf", "alt");
-    const auto document = open("dir\\BRIEF.TXT");
+    const auto file = open();
+    EXPECT_EQ(::write(file->descriptor(), "head ", 5), 5);
     EXPECT_EQ(folder_.names(), Names{"BRIEF.pdf"}) << "nothing before the first page";
-    printPage(*document, "eins");
+    file->pageBegins();
+    EXPECT_EQ(::write(file->descriptor(), "eins ", 5), 5);
     EXPECT_FALSE(folder_.names().contains("BRIEF (2).pdf"));
     std::filesystem::create_symlink("nirgends", "BRIEF (2).pdf");
-    printPage(*document, "zwei");
-    document->beginPage();  // never ended
+    file->pageBegins();
+    EXPECT_EQ(::write(file->descriptor(), "zwei", 4), 4);
     std::filesystem::current_path("/");
-    document->end();
+    file->deliver({});
     EXPECT_EQ(folder_.names(), (Names{"BRIEF.pdf", "BRIEF (2).pdf", "BRIEF (3).pdf"}));
     EXPECT_EQ(get(folder_ / "BRIEF.pdf"), "alt");
-    EXPECT_EQ(get(folder_ / "BRIEF (3).pdf"), "head [eins] [zwei] end");
+    EXPECT_EQ(get(folder_ / "BRIEF (3).pdf"), "head eins zwei");
     EXPECT_EQ(linux_support::modeOf(folder_ / "BRIEF (3).pdf"), 0640U);
     ::umask(mask);
 }
 
-TEST_P(FileDocument, LeavesNothingWithoutAPageOrWhenDropped) {
-    open("A.1")->end();
-    open("B.1")->beginPage();
-    const auto aborted = open("C.1");
-    printPage(*aborted, "eins");
-    aborted->abort();
-    aborted->end();
-    printPage(*open("D.1"), "eins");
-    EXPECT_EQ(folder_.names(), Names());
-}
-
-TEST_P(FileDocument, FailureRemovesTheFileAndSaysSo) {
-    for (const std::string text : {"[zwei] ", "end"}) {
-        const bool full = text == "end";
-        script_.failures = {{text, full ? runtime::errDiskFull : runtime::errDeviceIo}};
-        const auto document = open("dir\\BRIEF.TXT");
-        printPage(*document, "eins");
-        std::string detail;
-        const auto rest = [&] {
-            printPage(*document, "zwei");
-            document->end();
-        };
-        EXPECT_EQ(errorOf(rest, &detail), full ? runtime::errDiskFull : runtime::errPrinter);
-        EXPECT_TRUE(detail.starts_with("Die PDF-Datei „BRIEF.pdf“ im Ordner „" +
-                                       std::filesystem::current_path().string() + "“: "))
-            << detail;
-        EXPECT_TRUE(detail.ends_with("Kein Platz. Die unvollständige Datei wurde entfernt.")) << detail;
-        EXPECT_NO_THROW(document->end());
-        EXPECT_EQ(errorOf([&] { document->beginPage(); }), runtime::errPrinter);
+TEST_P(PdfFileTest, LeavesNothingWhenItIsDroppedOrFails) {
+    open()->pageBegins();
+    for (const int number : {runtime::errDiskFull, runtime::errDeviceIo}) {
+        const auto file = open();
+        file->pageBegins();
+        const runtime::Error error = file->failure(runtime::Error(number, "Kein Platz."));
+        EXPECT_EQ(error.number(), number == runtime::errDiskFull ? number : int{runtime::errPrinter});
+        EXPECT_EQ(error.detail(), "Die PDF-Datei „BRIEF.pdf“ im Ordner „" + std::filesystem::current_path().string() +
+                                      "“: Kein Platz. Die unvollständige Datei wurde entfernt.");
         EXPECT_EQ(folder_.names(), Names());
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Both, FileDocument, testing::Values(spool::Concealment::unnamed, spool::Concealment::hidden));
+INSTANTIATE_TEST_SUITE_P(Both, PdfFileTest, testing::Values(spool::Concealment::unnamed, spool::Concealment::hidden));
 
 TEST(BuiltinTarget, HasThePaperAndTheTurnThatAreSet) {
     spool::BuiltinTarget target("A.1", spool::Concealment::unnamed);
@@ -188,46 +142,53 @@ public:
     int refused = 0;  // the number of the submit that fails
 };
 
-class QueueDocument : public testing::Test {
-protected:
-    std::shared_ptr<FakeQueues> queues_ = std::make_shared<FakeQueues>();
-    PdfScript script_;
-};
-
-TEST_F(QueueDocument, PageThatChangesTheBinStartsAFurtherJob) {
+TEST(QueueDocument, PageThatChangesTheBinStartsAFurtherJob) {
+    const auto queues = std::make_shared<FakeQueues>();
+    testing_support::RecordingDevice device;
     const auto make = documents::pdfDocuments(
         {[] { return CodePage{}; }, "Test"},
-        [this](const pdf::PdfSettings&, int file) { return std::make_unique<FakePdf>(script_, file); });
-    const auto document = make(std::make_unique<cups::QueueTarget>(queues_, "Links", "T.TXT"), "T.TXT");
-    printPage(*document, "a");
+        [&device](const pdf::PdfSettings&, int file) { return std::make_unique<FakePdf>(device, file); });
+    const auto open = [&] { return make(std::make_unique<cups::QueueTarget>(queues, "Links", "T.TXT"), "T.TXT"); };
+    const auto document = open();
+    const auto print = [&document] {
+        document->beginPage();
+        document->endPage();
+    };
+    print();
     document->setOption(PageOption::paperBin, 2);
     document->setOption(PageOption::paperBin, 0);
-    printPage(*document, "b");
+    print();
     document->setOption(PageOption::paperBin, 2);
-    EXPECT_EQ(queues_->submits, 0) << "only with the page that wants another bin";
+    EXPECT_EQ(queues->submits, 0) << "only with the page that wants another bin";
     // What is set while a page is open counts for the next one.
     document->beginPage();
     document->setOption(PageOption::orientation, 2);
-    EXPECT_EQ(script_.page.device.physicalWidth, 5100);
-    document->surface().drawText(0, 0, "c", {}, platform::TextRole::content);
+    EXPECT_EQ(document->surface().capabilities().physicalWidth, 5100);
     document->endPage();
-    EXPECT_EQ(script_.page.device.physicalWidth, 3300);
-    printPage(*document, "d");
+    EXPECT_EQ(document->surface().capabilities().physicalWidth, 3300);
+    print();
     document->setOption(PageOption::paperSize, 9);
-    printPage(*document, "e");
+    print();
     EXPECT_EQ(errorOf([&] { document->setOption(PageOption::paperBin, 3); }), runtime::errInvalidPropertyValue);
     EXPECT_EQ(document->option(PageOption::paperBin), 2);
     document->setOption(PageOption::colorMode, 1);
-    queues_->refused = 3;
+    queues->refused = 3;
     EXPECT_THROW(document->beginPage(), platform::SpoolerError);
     document->end();
-    EXPECT_EQ(queues_->submits, 3) << "nothing follows a job that was refused";
-    EXPECT_EQ(queues_->jobs,
-              (Strings{"Links/T.TXT letter 0 1 2: head [a] [b] end", "Links/T.TXT letter 2 1 2: head [c] [d] end"}));
+    EXPECT_EQ(queues->submits, 3) << "nothing follows a job that was refused";
+    EXPECT_EQ(queues->jobs, (Strings{"Links/T.TXT letter 0 1 2: 2 pages", "Links/T.TXT letter 2 1 2: 2 pages"}));
+
+    const auto aborted = open();
+    aborted->beginPage();
+    aborted->endPage();
+    aborted->abort();
+    aborted->end();
+    open()->end();
+    EXPECT_EQ(queues->submits, 3);
 }
 
-TEST_F(QueueDocument, PageIsTheQueuesOwn) {
-    cups::QueueTarget target(queues_, "Links", "T.TXT");
+TEST(QueueTarget, PageIsTheQueuesOwn) {
+    cups::QueueTarget target(std::make_shared<FakeQueues>(), "Links", "T.TXT");
     EXPECT_EQ(target.defaults().paperSize, 1);
     EXPECT_EQ(target.page({1, 0, 1, 2}).device, (DeviceCapabilities{5100, 3300, 600, 300, 5100, 3300, 0, 0}));
     EXPECT_EQ(target.page({9, 0, 1, 2}).device, (DeviceCapabilities{4560, 3205, 600, 300, 4960, 3505, 100, 100}));

@@ -12,14 +12,8 @@ using platform_windows::WindowsSettingsStore;
 constexpr platform::SettingsRoot user = platform::SettingsRoot::currentUser;
 const wchar_t* const testKey = LR"(Software\krv-test)";
 
-class TestKey : public support::SettingsPlace {
-public:
-    TestKey() = default;
-    TestKey(const TestKey&) = delete;
-    TestKey& operator=(const TestKey&) = delete;
-    ~TestKey() override { ::RegDeleteTreeW(HKEY_CURRENT_USER, testKey); }
-
-    std::unique_ptr<platform::SettingsStore> open() override { return std::make_unique<WindowsSettingsStore>(); }
+struct TestKey {
+    ~TestKey() { ::RegDeleteTreeW(HKEY_CURRENT_USER, testKey); }
 };
 
 TEST(WindowsSettings, TellTypesApart) {
@@ -52,4 +46,7 @@ TEST(WindowsSettings, TellTypesApart) {
 
 }  // namespace
 
-std::unique_ptr<support::SettingsPlace> support::makeSettingsPlace() { return std::make_unique<TestKey>(); }
+std::unique_ptr<platform::SettingsStore> support::openSettings(const TemporaryFolder&) {
+    static const TestKey goneAtTheEnd;
+    return std::make_unique<WindowsSettingsStore>();
+}

@@ -79,13 +79,8 @@ platform::System& systemPort();
 // A path, in that folder or anywhere, at which there is something other than a file or a folder.
 std::string deviceIn(const TemporaryFolder& folder);
 
-// A place for settings that holds none yet; gone with the object.
-class SettingsPlace {
-public:
-    virtual ~SettingsPlace() = default;
-    virtual std::unique_ptr<platform::SettingsStore> open() = 0;
-};
-std::unique_ptr<SettingsPlace> makeSettingsPlace();
+// Opens the settings, which are gone at the end of the program, or with that folder.
+std::unique_ptr<platform::SettingsStore> openSettings(const TemporaryFolder& folder);
 
 // What the system's dialogs write to standard error where nobody sees a window; UTF-8, lines end with "\n".
 std::string writtenBy(const std::function<void(platform::Dialogs&)>& function);
