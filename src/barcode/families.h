@@ -19,7 +19,10 @@ Symbol encodeCode93(std::string_view data, const SymbolOptions& options);
 Symbol encodeCode128(int symbology, std::string_view data);
 Symbol encodeStandard2of5(std::string_view data);
 Symbol encodeInterleaved2of5(std::string_view data, const SymbolOptions& options);
+// Between A and A.
 Symbol encodeCodabar(std::string_view data, const SymbolOptions& options);
+// The elements of a start and stop character, "A" to "D"; which of them frames the data is the user's convention.
+std::string_view codabarStartStop(char letter);
 Symbol encodeMsi(std::string_view data, const SymbolOptions& options);
 Symbol encodeCode11(std::string_view data, const SymbolOptions& options);
 

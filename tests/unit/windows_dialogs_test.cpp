@@ -22,6 +22,7 @@ std::string textOf(HWND window) {
 
 // "title|icon or -|its buttons|text" of the last box shown, and the button to press in the next one.
 std::string box;
+HWND ownerOfBox = nullptr;
 int press = 0;
 
 LRESULT CALLBACK answer(int code, WPARAM parameter, LPARAM more) {
@@ -40,17 +41,26 @@ LRESULT CALLBACK answer(int code, WPARAM parameter, LPARAM more) {
             box += shown ? std::to_string(button) : "";
         }
         box += "|" + textOf(label);
+        ownerOfBox = ::GetWindow(window, GW_OWNER);
         ::PostMessageW(window, WM_COMMAND, static_cast<WPARAM>(press), 0);
     }
     return ::CallNextHookEx(nullptr, code, parameter, more);
 }
 
-TEST(WindowsDialogs, ShowABoxAndSayWhatWasPressed) {
-    const HHOOK hook = ::SetWindowsHookExW(WH_CBT, answer, nullptr, ::GetCurrentThreadId());
-    const auto shown = [](const std::string& text, Buttons buttons, Icon icon, const std::string& title, int button) {
+class WindowsBoxes : public ::testing::Test {
+protected:
+    ~WindowsBoxes() override { ::UnhookWindowsHookEx(hook_); }
+
+    static Answer shown(const std::string& text, Buttons buttons, Icon icon, const std::string& title, int button) {
         press = button;
         return WindowsDialogs().messageBox(text, buttons, icon, title);
-    };
+    }
+
+private:
+    HHOOK hook_ = ::SetWindowsHookExW(WH_CBT, answer, nullptr, ::GetCurrentThreadId());
+};
+
+TEST_F(WindowsBoxes, AreShownAndSayWhatWasPressed) {
     EXPECT_EQ(shown("Größe\rzwei\n\nvier\r\nfünf\r", Buttons::yesNo, Icon::none, "Frage ä", IDNO), Answer::no);
     EXPECT_EQ(box, "Frage ä|-|67|Größe\r\nzwei\r\n\r\nvier\r\nfünf\r\n");
     EXPECT_EQ(shown("x", Buttons::yesNo, Icon::none, "Frage", IDYES), Answer::yes);
@@ -59,7 +69,28 @@ TEST(WindowsDialogs, ShowABoxAndSayWhatWasPressed) {
     EXPECT_EQ(shown("x", Buttons::okCancel, Icon::information, "", IDOK), Answer::ok);
     // Escape, where the only button is OK.
     EXPECT_EQ(shown("x", Buttons::ok, Icon::none, "", IDCANCEL), Answer::ok);
-    ::UnhookWindowsHookEx(hook);
+}
+
+TEST_F(WindowsBoxes, BelongToTheTopmostWindowThatCanBeUsed) {
+    const auto owner = [] {
+        shown("x", Buttons::ok, Icon::none, "", IDOK);
+        return ownerOfBox;
+    };
+    const auto open = [] {
+        return ::CreateWindowW(L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 100, 100, nullptr, nullptr, nullptr,
+                               nullptr);
+    };
+    EXPECT_EQ(owner(), nullptr);
+    const HWND form = open();
+    const HWND dialog = open();
+    ::BringWindowToTop(dialog);
+    EXPECT_EQ(owner(), dialog);
+    ::EnableWindow(dialog, FALSE);
+    EXPECT_EQ(owner(), form);
+    ::ShowWindow(form, SW_HIDE);
+    EXPECT_EQ(owner(), nullptr);
+    ::DestroyWindow(dialog);
+    ::DestroyWindow(form);
 }
 
 TEST(WindowsDialogs, ProcessPendingEventsButLeaveTheEndToOthers) {
