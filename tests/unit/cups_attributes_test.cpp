@@ -80,11 +80,9 @@ TEST(QueueDevice, NonsenseGivesAPageThatCanBePrinted) {
     const IppMessage swallowed(sheet(21000, 29700, 20000));
     ippAddCollection(message.get(), IPP_TAG_PRINTER, "media-col-default", swallowed.get());
     ippAddResolution(message.get(), IPP_TAG_PRINTER, "printer-resolution-default", IPP_RES_PER_INCH, 0, 0);
-    ippAddInteger(message.get(), IPP_TAG_PRINTER, IPP_TAG_INTEGER, "print-color-mode-default", 7);
     const auto device = queueDevice(message.get());
     EXPECT_EQ(device.own.marginLeft, 0);
     EXPECT_EQ(device.resolutionX, 600);
-    EXPECT_TRUE(device.color);
     EXPECT_EQ(device.defaultColorMode, 2);
 }
 
