@@ -1,42 +1,10 @@
 // The port ImageFiles; the same tests for every system.
 #include "support/image_files_test.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <fstream>
-#include <sstream>
 #include <tuple>
 
 #include "pictures/foreign_picture.h"
 #include "runtime/error.h"
-#include "support/picture_table.h"
-
-namespace support {
-
-std::string pictureFile(std::string_view name) {
-    std::ifstream file(KRV_PICTURES "/" + std::string(name), std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    EXPECT_GT(content.str().size(), 0U) << name;
-    return content.str();
-}
-
-std::string colorsOfPpm(const std::string& content) {
-    return content.substr(content.size() - std::min(content.size(), bytesOfPixels));
-}
-
-int differenceOf(const std::string& one, const std::string& other) {
-    EXPECT_EQ(one.size(), other.size());
-    int most = 0;
-    for (std::size_t i = 0; i < std::min(one.size(), other.size()); ++i) {
-        most = std::max(most, std::abs(static_cast<std::uint8_t>(one[i]) - static_cast<std::uint8_t>(other[i])));
-    }
-    return most;
-}
-
-}  // namespace support
 
 namespace {
 

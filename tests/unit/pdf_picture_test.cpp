@@ -134,10 +134,12 @@ TEST(PdfPictures, PassJpegFilesThroughWhereViewersKnowTheirKind) {
 }
 
 TEST(PdfPictures, JpegHeadersCutOffAnywhereAreNone) {
-    const std::string whole = jpeg("123", '\xC0', adobe);
+    std::string whole = jpeg("123", '\xC0', adobe);
     for (std::size_t length = 0; length < whole.find("coded"); ++length) {
         EXPECT_FALSE(platform_linux::pdf::readJpegHeader(whole.substr(0, length))) << length;
     }
+    whole[whole.find("\xFF\xC0") + 9] = 4;  // components, of which three are there
+    EXPECT_FALSE(platform_linux::pdf::readJpegHeader(whole));
 }
 
 }  // namespace

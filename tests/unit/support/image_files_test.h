@@ -1,8 +1,14 @@
 // What the tests of the port ImageFiles need on every system.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
 #include <memory>
 
+#include "unit/support/picture_table.h"
 #include "unit/support/pixels.h"
 
 namespace support {
@@ -16,12 +22,26 @@ bool canDecode(std::string_view name);
 bool canKeepAll();
 
 // The content of a file of make_pictures.sh.
-std::string pictureFile(std::string_view name);
+inline std::string pictureFile(std::string_view name) {
+    std::ifstream file(KRV_PICTURES "/" + std::string(name), std::ios::binary);
+    const std::string content = (std::ostringstream() << file.rdbuf()).str();
+    EXPECT_GT(content.size(), 0U) << name;
+    return content;
+}
 
 // The pixels of a PPM file, as colorsOf() has those of a picture.
-std::string colorsOfPpm(const std::string& content);
+inline std::string colorsOfPpm(const std::string& content) {
+    return content.substr(content.size() - std::min(content.size(), bytesOfPixels));
+}
 
 // The greatest difference between two channels.
-int differenceOf(const std::string& one, const std::string& other);
+inline int differenceOf(const std::string& one, const std::string& other) {
+    EXPECT_EQ(one.size(), other.size());
+    int most = 0;
+    for (std::size_t i = 0; i < std::min(one.size(), other.size()); ++i) {
+        most = std::max(most, std::abs(static_cast<std::uint8_t>(one[i]) - static_cast<std::uint8_t>(other[i])));
+    }
+    return most;
+}
 
 }  // namespace support

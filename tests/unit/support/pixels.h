@@ -47,11 +47,10 @@ inline std::string inverted(const Codec& codec, std::string_view content) {
 inline std::string_view faultOf(const Codec& codec, std::string_view content, bool exact = true) {
     const platform::Picture picture = codec.decode(content);
     const auto shownBy = [&codec](std::string_view file) { return colorsOf(codec.decode(file)); };
-    if (picture.pixels.size() != picture.stride() * static_cast<std::size_t>(picture.height)) {
-        return "the pixels do not fill the picture";
-    }
-    if (picture.palette.size() != (picture.bitsPerPixel == 24 ? 0U : std::size_t{1} << picture.bitsPerPixel)) {
-        return "the palette has not a colour for each number";
+    const std::size_t numbers = picture.bitsPerPixel == 24 ? 0U : std::size_t{1} << picture.bitsPerPixel;
+    if (picture.palette.size() != numbers ||
+        picture.pixels.size() != picture.stride() * static_cast<std::size_t>(picture.height)) {
+        return "the picture has not all of its pixels and colours";
     }
     const std::string colors = colorsOf(picture);
     std::string opposites = colors;
