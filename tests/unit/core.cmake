@@ -4,7 +4,6 @@ krv_unit_test(core-tests LIBS krv-startup SOURCES
     unit/core/hplaser_test.cpp
     unit/core/page_interpreter_test.cpp
     unit/core/page_recording_test.cpp
-    unit/core/picture_commands_test.cpp
     unit/core/printer_test.cpp
     unit/core/report_test.cpp
     unit/core/runtime_test.cpp

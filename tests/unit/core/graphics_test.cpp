@@ -1,43 +1,20 @@
-#include <gtest/gtest.h>
-
 #include "graphics/clsGrafiken.h"
-#include "report/page_interpreter.h"
-#include "unit/support/fake_platform.h"
+#include "unit/support/core_test.h"
 
 namespace {
 
-using testing_support::DrawnPicture;
-using testing_support::FakePlatform;
-using Lines = std::vector<std::string>;
+using testing_support::failureOf;
+using testing_support::failureText;
 
 constexpr const char* macroThree = "C:\\KORVANO\\LASER\\KRVWin.M3";
 
-// A pixel of the page is a twip; the sheet's margins are 240 of them, a sixth of an inch.
-class GraphicsTest : public ::testing::Test {
+class GraphicsTest : public testing_support::CoreTest {
 protected:
-    GraphicsTest() { session.log.debugging(true); }
-
     graphics::clsGrafik& add(const graphics::GraphicDefinition& daten) { return set.Add(session, pictures, daten); }
     graphics::clsGrafik& addFile(const std::string& path, std::uint8_t makro = 1) {
-        graphics::GraphicDefinition daten;
-        daten.bytMakro = makro;
-        daten.sngScaleFaktor = 1;
-        daten.sBildname = path;
-        return add(daten);
-    }
-    runtime::Error failureOf(const std::function<void()>& step) {
-        try {
-            step();
-        } catch (const runtime::Error& error) {
-            return error;
-        }
-        ADD_FAILURE() << "nothing failed";
-        return runtime::Error(0);
+        return add({0, 0, makro, "INCH", false, 1, path});
     }
 
-    FakePlatform host;
-    session::Session session{host.ports};
-    graphics::PictureCache pictures{host.system, host.imageFiles};
     graphics::clsGrafiken set;
 };
 
@@ -46,42 +23,34 @@ TEST_F(GraphicsTest, AMacroLoadsItsNumberedFileAndInvertsItBesideAMarker) {
     host.imageFiles.pictures[macroThree].dpiX = 299.9994;
     host.imageFiles.pictures[macroThree].jpeg = "jpeg";
     host.system.files["C:\\KORVANO\\LASER\\KRVWinIn.M3"] = "";
-    const graphics::clsGrafik& grafik =
-        add({.bytMakro = 3, .sMasseinheit = "cm", .sngScaleFaktor = 5.5F, .sBildname = ""});
+    session.log.debugging(true);
+    const graphics::clsGrafik& grafik = add({0, 0, 3, "cm", false, 5.5F, ""});
     EXPECT_EQ(grafik.Bildname(), macroThree);
     EXPECT_EQ(grafik.Masseinheit(), "CM");
-    EXPECT_EQ(grafik.Width(), 300 * 2540 / 96.F);
-    EXPECT_EQ(grafik.Height(), 150 * 2540 / 96.F);
+    EXPECT_EQ(std::tuple(grafik.Width(), grafik.Height()), std::tuple(300 * 2540 / 96.F, 150 * 2540 / 96.F));
     EXPECT_EQ(grafik.Bild()->pixels[0], 255);
     EXPECT_EQ(grafik.Bild()->jpeg, "");
     EXPECT_EQ(grafik.Bild()->dpiX, 299.9994) << "everything else stays";
+    EXPECT_TRUE(host.logged(">         Auflösung (X, Y, Depth): 300, 0, 24"));
 }
 
-TEST_F(GraphicsTest, OnlyMacroFilesAreInverted) {
-    for (const char* marker : {"C:\\KORVANO\\LASER\\KRVWinIn.M1", "C:\\KORVANO\\LASER\\KRVWinIn.M255"}) {
-        host.system.files[marker] = "";
+TEST_F(GraphicsTest, OnlyMacroFilesAreInvertedAndAFileLoadedTwiceIsOnePicture) {
+    host.system.files["C:\\KORVANO\\LASER\\KRVWinIn.M1"] = "";
+    host.system.files["C:\\KORVANO\\LASER\\KRVWinIn.M255"] = "";
+    using Row = std::tuple<const char*, std::uint8_t, bool>;
+    for (const auto& [path, makro, inverted] :
+         {Row{"logo.bmp", 1, false}, Row{"D:\\KRVWin.M9", 1, true}, Row{"D:\\KRVWin.M1", 9, false},
+          Row{"D:\\KRVWIN.M1", 1, false}, Row{"D:\\KRVWin.Maus.bmp", 255, true}}) {
+        host.addPicture(path, 1, 1);
+        const auto picture = addFile(path, makro).Bild();
+        EXPECT_EQ(picture->pixels[0] == 255, inverted) << path;
+        EXPECT_EQ(picture, addFile(path, makro).Bild());
+        EXPECT_EQ(picture == pictures.load(path), !inverted);
     }
-    struct Row {
-        const char* path;
-        std::uint8_t makro;
-        bool inverted;
-    };
-    for (const Row& row : {Row{"logo.bmp", 1, false}, Row{"D:\\KRVWin.M9", 1, true}, Row{"D:\\KRVWin.M1", 9, false},
-                           Row{"D:\\KRVWIN.M1", 1, false}, Row{"D:\\KRVWin.Maus.bmp", 255, true}}) {
-        host.addPicture(row.path, 1, 1);
-        EXPECT_EQ(addFile(row.path, row.makro).Bild()->pixels[0] == 255, row.inverted) << row.path;
-    }
-    EXPECT_EQ(set.Count(), 5U);
-    EXPECT_EQ(set.Item(4).Bildname(), "D:\\KRVWIN.M1");
+    EXPECT_EQ(set.Count(), 10U);
+    EXPECT_EQ(set.Item(10).Bildname(), "D:\\KRVWin.Maus.bmp");
     EXPECT_EQ(failureOf([&] { set.Item(0); }).number(), runtime::errSubscript);
-    EXPECT_EQ(failureOf([&] { set.Item(6); }).number(), runtime::errSubscript);
-}
-
-TEST_F(GraphicsTest, AFileLoadedTwiceIsOnePicture) {
-    host.addPicture("logo.bmp", 10, 10);
-    EXPECT_EQ(addFile("logo.bmp").Bild(), addFile("logo.bmp").Bild());
-    EXPECT_EQ(set.Item(1).Bild(), pictures.load("logo.bmp"));
-    EXPECT_NE(set.Item(1).Bild(), pictures.load("logo.bmp", graphics::Colors::inverted));
+    EXPECT_EQ(failureOf([&] { set.Item(11); }).number(), runtime::errSubscript);
 }
 
 TEST_F(GraphicsTest, AMissingFileIsIgnoredUnlessDebugging) {
@@ -92,197 +61,117 @@ TEST_F(GraphicsTest, AMissingFileIsIgnoredUnlessDebugging) {
         EXPECT_EQ(grafik.Bild(), nullptr);
         EXPECT_EQ(grafik.Width(), 0);
         session.log.debugging(true);
-        const runtime::Error error = failureOf([&] { addFile("fehlt.bmp"); });
-        EXPECT_EQ(error.number(), -2147194503);
-        EXPECT_EQ(error.source(), "KRVWINPR.CLSGRAFIK");
-        EXPECT_EQ(error.description(), "Bilddatei fehlt.bmp nicht gefunden.");
+        EXPECT_EQ(failureText([&] { addFile("fehlt.bmp"); }),
+                  "-2147194503 KRVWINPR.CLSGRAFIK: Bilddatei fehlt.bmp nicht gefunden.");
         EXPECT_TRUE(host.logged(">         Makrohinweis, ignoriert: 20010 " + runtime::describe(number)));
     }
     EXPECT_EQ(set.Count(), 2U) << "a graphic that fails is none of the set";
-}
-
-TEST_F(GraphicsTest, AnyOtherFailureIsRaised) {
+    // Any other failure is raised.
     host.system.files["text.bmp"] = "kein Bild";
     host.system.failures["geheim.bmp"] = runtime::errPermissionDenied;
-    session.log.debugging(false);
-    const runtime::Error damaged = failureOf([&] { addFile("text.bmp"); });
-    EXPECT_EQ(damaged.number(), -2147194502);
-    EXPECT_EQ(damaged.source(), "KRVWINPR.CLSGRAFIK");
-    EXPECT_EQ(damaged.description(), "Ungültiges Bild\r\n(481)");
-    EXPECT_NE(damaged.detail().find("text.bmp"), std::string::npos);
-    EXPECT_EQ(failureOf([&] { addFile("geheim.bmp"); }).description(), "Zugriff verweigert\r\n(70)");
-    EXPECT_EQ(set.Count(), 0U);
+    EXPECT_EQ(failureText([&] { addFile("text.bmp"); }), "-2147194502 KRVWINPR.CLSGRAFIK: Ungültiges Bild\r\n(481)");
+    EXPECT_EQ(failureText([&] { addFile("geheim.bmp"); }),
+              "-2147194502 KRVWINPR.CLSGRAFIK: Zugriff verweigert\r\n(70)");
+    EXPECT_TRUE(failureOf([&] { addFile("text.bmp"); }).detail().starts_with("'text.bmp'"));
 }
 
+// The picture is an inch wide and half an inch high: 2540 by 1270 hundredths of a millimetre.
 class PlacementTest : public GraphicsTest {
 protected:
     PlacementTest() {
         host.addPicture("logo.bmp", 96, 48);
+        host.spooler.device.capabilities = testing_support::oblongPixels;
         geometry.NewPrinter(printer.Device());
-    }
-    // Paints and gives the page's only picture.
-    DrawnPicture printed(const graphics::clsGrafik& grafik, std::string& message, float x = -1, float y = -1) {
-        grafik.PrintGrafik(where, message, x, y);
-        printer.NewPage();
-        return host.spooler.device.pages().back().pictures.at(0);
     }
 
     printer::Printer printer{host.spooler, "Laser 1", "TEST.OUT"};
     printer::clsDrucker geometry{host.dialogs};
     graphics::GraphicTarget where{printer, geometry, 100, 200};
+    std::string message;
 };
 
-// The picture is an inch wide and half an inch high: 2540 by 1270 hundredths of a millimetre.
 TEST_F(PlacementTest, PositionsAreTwipsInEveryModeAndUnit) {
-    struct Row {
-        bool absolute;
-        const char* unit;
-        float x;
-        float y;
-        int left;
-        int top;
-        const char* message;
-    };
-    const std::vector<Row> rows = {
-        {true, "cm", -1, -1, 1133, 567, " cm absolut, (x;y; width;height Twips): 1133,435;566,5058; 1270;635"},
-        {true, "INCH", -1, -1, 2880, 1440, " Inch absolut, (x;y; width;height Twips): 2879,833;1439,833; 1270;635"},
-        {false, "CM", -1, -1, 1234, 767, " cm relativ, (x;y; width;height Twips): 1233,858;766,9291; 1270;635"},
-        {false, "mm", -1, -1, 2980, 1640, " Inch relativ, (x;y; width;height Twips): 2980;1640; 1270;635"},
-        {false, "INCH", 0, -1, 100, 1640, " Inch relativ, (x;y; width;height Twips): 100;1640; 1270;635"},
-        {false, "INCH", 254, -2, 354, 198, " Inch relativ, (x;y; width;height Twips): 354;198; 1270;635"},
-        {true, "CM", 254, 0, 100, 0, " cm absolut, (x;y; width;height Twips): 99,57667;-0,4233333; 1270;635"},
-    };
-    for (const Row& row : rows) {
-        const graphics::clsGrafik& grafik = add({1440, 2880, 1, row.unit, row.absolute, 2, "logo.bmp"});
-        std::string message = "Text";
-        const DrawnPicture picture = printed(grafik, message, row.x, row.y);
-        EXPECT_EQ(message, std::string("Text") + row.message + "     Scalefaktor:2");
-        EXPECT_EQ(picture.x, row.left) << message;
-        EXPECT_EQ(picture.y, row.top) << message;
-        EXPECT_NEAR(picture.width, 1270, 1) << message;
-        EXPECT_NEAR(picture.height, 635, 1) << message;
+    // Mode, position, and what becomes of it: in the message, and in pixels.
+    using Row = std::tuple<bool, const char*, float, float, const char*, int, int>;
+    for (const auto& [absolute, unit, x, y, place, left, top] :
+         {Row{true, "cm", -1, -1, " cm absolut, %: 1133,35;566,5482;", 236, 236},
+          Row{true, "INCH", -1, -1, " Inch absolut, %: 2879,8;1439,85;", 600, 600},
+          Row{false, "CM", -1, -1, " cm relativ, %: 1233,858;766,9291;", 257, 320},
+          Row{false, "mm", 0, -1, " Inch relativ, %: 100;1640;", 21, 683},
+          Row{false, "INCH", -2, -2, " Inch relativ, %: 98;198;", 20, 83},
+          Row{true, "CM", 254, 0, " cm absolut, %: 99,492;-0,381;", 21, 0}}) {
+        message = "Text";
+        add({1440, 2880, 1, unit, absolute, 2, "logo.bmp"}).PrintGrafik(where, message, x, y);
+        std::string expected = std::string("Text") + place + " 1270;635     Scalefaktor:2";
+        expected.replace(expected.find('%'), 1, "(x;y; width;height Twips)");
+        EXPECT_EQ(message, expected);
+        printer.NewPage();
+        const auto& picture = host.spooler.device.pages().back().pictures.at(0);
+        EXPECT_EQ(std::tuple(picture.x, picture.y), std::tuple(left, top)) << message;
+        EXPECT_NEAR(picture.width, 265, 1) << message;
+        EXPECT_NEAR(picture.height, 265, 1) << message;
     }
 }
 
 TEST_F(PlacementTest, WhatCannotBePrintedIsSaid) {
-    std::string message;
-    session.log.debugging(false);
     graphics::clsGrafik& missing = addFile("fehlt.bmp");
     missing.PrintGrafik(where, message);
     EXPECT_EQ(message, " keine gültige Bilddatei!");
-    const runtime::Error none = failureOf([&] { missing.PrintGrafik2(where, message); });
-    EXPECT_EQ(none.number(), 232943);
-    EXPECT_EQ(none.source(), "clsGrafik_PrintGrafik");
-    EXPECT_EQ(none.description(), "Fehler in clsGrafik_PrintGrafik 91 " + runtime::describe(91));
+    const std::string error = "232943 clsGrafik_PrintGrafik: Fehler in clsGrafik_PrintGrafik ";
+    EXPECT_EQ(failureText([&] { missing.PrintGrafik2(where, message); }), error + "91 " + runtime::describe(91));
 
     graphics::clsGrafik& grafik = addFile("logo.bmp");
     grafik.ScaleFaktor(0);
     for (const char* unit : {"CM", "INCH"}) {
         grafik.Masseinheit(unit);
-        EXPECT_EQ(failureOf([&] { grafik.PrintGrafik(where, message); }).description(),
-                  "Fehler in clsGrafik_PrintGrafik 11 Division durch Null");
+        EXPECT_EQ(failureText([&] { grafik.PrintGrafik(where, message); }), error + "11 Division durch Null");
     }
-    EXPECT_EQ(message, " keine gültige Bilddatei!");
     grafik.ScaleFaktor(1);
     grafik.PrintGrafik2(where, message);
-    EXPECT_NE(message.find(" Inch relativ, (x;y; width;height Twips): 100;200;"), std::string::npos);
+    EXPECT_TRUE(message.starts_with(" keine gültige Bilddatei! Inch relativ, (x;y; width;height Twips): 100;200;"));
 }
 
-// Two graphics in the first set, one in the second; the text begins at (100, 500), a character is 144 wide.
-class GraphicMacroTest : public GraphicsTest {
+// Two graphics in the first set, one in the second, told from each other by their width.
+class GraphicMacroTest : public testing_support::PageTest {
 protected:
     GraphicMacroTest() {
-        host.addPicture("a.bmp", 96, 96);
-        host.addPicture("b.bmp", 96, 96);
-        host.addPicture("c.bmp", 96, 96);
-        session.log.debugging(false);
-        const auto define = [&](graphics::clsGrafiken& grafiken, const char* file, float y, float x) {
-            grafiken.Add(session, pictures, {y, x, 1, "INCH", false, 1, file});
+        const auto define = [&](graphics::clsGrafiken& set, const char* file, int width, float y, float x) {
+            host.addPicture(file, width, 96);
+            set.Add(session, pictures, {y, x, 1, "INCH", false, 1, file});
         };
-        define(state.colGrafik, "a.bmp", 1000, 10);
-        define(state.colGrafik, "b.bmp", 2000, 20);
-        define(state.colGrafikA, "c.bmp", 3000, 30);
-        session.log.debugging(true);
-        state.settings.lngLinkerRand = 100;
-        state.curFontSize = runtime::Currency::fromUnits(120000);
-        printer.Font(printer::FontStyle{});
+        define(state.colGrafik, "a.bmp", 48, 1000, 10);
+        define(state.colGrafik, "b.bmp", 96, 2000, 20);
+        define(state.colGrafikA, "c.bmp", 192, 3000, 30);
     }
-    struct Place {
-        std::string file;
-        int x;
-        int y;
-        bool operator==(const Place&) const = default;
-    };
-    std::vector<Place> print(std::string_view page) {
-        state.blnZeileBegonnen = false;
-        printer.CurrentX(state.settings.lngLinkerRand);
-        printer.CurrentY(state.settings.lngKopfabstand);
-        report::PageInterpreter(session, printer, state, [] {}).DoPage(page);
-        printer.NewPage();
-        std::vector<Place> places;
-        for (const DrawnPicture& drawn : host.spooler.device.pages().back().pictures) {
-            for (const char* file : {"a.bmp", "b.bmp", "c.bmp"}) {
-                if (drawn.picture == pictures.load(file)) {
-                    places.push_back({file, drawn.x, drawn.y});
-                }
-            }
+    std::string places(std::string_view page) {
+        std::string text;
+        for (const auto& drawn : print(page).pictures) {
+            text += std::to_string(drawn.width) + ": " + std::to_string(drawn.x) + "," + std::to_string(drawn.y) + " ";
         }
-        return places;
+        return text;
     }
-
-    printer::Printer printer{host.spooler, "Laser 1", "TEST.OUT"};
-    report::JobState state;
 };
 
 TEST_F(GraphicMacroTest, DrawsAtTheCurrentOrItsOwnPosition) {
-    using Places = std::vector<Place>;
-    struct Row {
-        const char* page;
-        Places places;
-    };
-    const std::vector<Row> rows = {
-        {"ab^GZ2c", {{"b.bmp", 488, 1000}}},
-        {"a\n^GZ", {{"a.bmp", 200, 1222}, {"b.bmp", 200, 1222}}},
-        {"^GY1", {{"c.bmp", 200, 1000}}},
-        {"abc^GR1", {{"a.bmp", 110, 1500}}},
-        {"^GR0", {{"a.bmp", 110, 1500}, {"b.bmp", 120, 2500}}},
-        {"^GAx", {{"c.bmp", 130, 3500}}},
-        {"^GA1^GA2^GR9^GZ3", {{"c.bmp", 130, 3500}}},
-    };
-    for (const Row& row : rows) {
-        EXPECT_EQ(print(row.page), row.places) << row.page;
+    using Row = std::pair<const char*, const char*>;
+    for (const auto& [page, expected] :
+         {Row{"ab^GZ2c", "2540: 488,1000 "}, Row{"a\n^GZ", "1270: 200,1222 2540: 200,1222 "},
+          Row{"^GY1", "5080: 200,1000 "}, Row{"abc^GR1", "1270: 110,1500 "},
+          Row{"^GR0", "1270: 110,1500 2540: 120,2500 "}, Row{"^GAx", "5080: 130,3500 "},
+          Row{"^GA1^GA2^GR9^GZ3", "5080: 130,3500 "}}) {
+        EXPECT_EQ(places(page), expected) << page;
     }
+    session.log.debugging(true);
+    places("^GA1^GR9");
+    EXPECT_EQ(host.logLines(), (testing_support::Lines{">       GA Grafikmakro 1 Inch relativ, (x;y; width;height "
+                                                       "Twips): 130;3500; 5080;2540     Scalefaktor:1",
+                                                       ">       Grafik 9 ausgeben"}));
     // Without text the position stays where the line began; without graphics there are none.
     state.blnTextAusgeben = false;
-    EXPECT_EQ(print("ab^GZ2"), (Places{{"b.bmp", 200, 1000}}));
+    EXPECT_EQ(places("ab^GZ2"), "2540: 200,1000 ");
     state.blnTextAusgeben = true;
     state.blnGrafikAusgeben = false;
-    EXPECT_EQ(print("ab^GZ^GY^GR^GA1"), Places{});
-}
-
-TEST_F(GraphicMacroTest, TheLogSaysWhatWasDrawnWhere) {
-    const std::string size = "; 2540;2540     Scalefaktor:1";
-    const Lines announced = {">         Teilgrafik ausdrucken", ">           objPrinterUtil clsDrucker",
-                             ">           lngLinkerRand 100", ">           lngKopfabstand 500",
-                             ">           sngScaleFactor 5,5"};
-    print("^GZ1");
-    print("^GA");
-    print("^GR2");
-    print("^GR7");
-    Lines expected = {">       GZ Grafikmakro 1 Inch relativ, (x;y; width;height Twips): 200;1000" + size,
-                      ">       GA Grafikmakro 1-9 Inch relativ, (x;y; width;height Twips): 130;3500" + size,
-                      ">       Grafik 2 ausgeben",
-                      ">       GR Grafikmakro 2 Inch relativ, (x;y; width;height Twips): 120;2500" + size,
-                      ">       Grafik 7 ausgeben"};
-    EXPECT_EQ(host.logLines(), expected);
-
-    host.system.files.erase("KRVWinPr.LOG");
-    state.blnGrafikAusgeben = false;
-    print("^GR");
-    expected = {">       alle Grafiken ausgeben"};
-    expected.insert(expected.end(), announced.begin(), announced.end());
-    expected.insert(expected.end(), announced.begin(), announced.end());
-    EXPECT_EQ(host.logLines(), expected);
+    EXPECT_EQ(places("ab^GZ^GY^GR^GA1"), "");
 }
 
 }  // namespace

@@ -1,32 +1,22 @@
-#include <gtest/gtest.h>
-
 #include "printer/CPrinterInfo.h"
-#include "printer/Printer.h"
 #include "printer/clsDrucker.h"
-#include "unit/support/fake_platform.h"
+#include "report/printer_geometry.h"
+#include "unit/support/core_test.h"
 
 namespace {
 
-using testing_support::FakePlatform;
-using testing_support::RecordingSurface;
+using testing_support::CoreTest;
+using PrinterTest = CoreTest;
 
-TEST(PrinterInfo, StatusTextsAreExact) {
-    FakePlatform host;
-    const auto text = [&host](std::uint32_t status) {
-        host.spooler.record.status = status;
-        return printer::CPrinterInfo(host.spooler, host.printJobs, "Laser 1").StatusText();
-    };
-    EXPECT_EQ(text(0), "Ready");
-    EXPECT_EQ(text(0x88), "88");
-    EXPECT_EQ(text(0x800), "Output Bill Full");
-    EXPECT_EQ(text(0x8000), "8000");
-    EXPECT_EQ(text(0xFFFF8000), "Initializing");
-    EXPECT_EQ(text(0x1000000), "Power Save Mode");
-    EXPECT_EQ(text(0xABCDEF), "ABCDEF");
+TEST_F(PrinterTest, StatusTextsAreThoseThatSupportSearchesFor) {
+    using Row = std::pair<std::uint32_t, const char*>;
+    for (const auto& [status, text] : {Row{0, "Ready"}, Row{0x88, "88"}, Row{0x800, "Output Bill Full"},
+                                       Row{0x8000, "8000"}, Row{0xFFFF8000, "Initializing"}, Row{0xABCDEF, "ABCDEF"}}) {
+        EXPECT_EQ(printer::statusText(status), text);
+    }
 }
 
-TEST(PrinterInfo, AFailedCallIsTheStatusUntilOneSucceeds) {
-    FakePlatform host;
+TEST_F(PrinterTest, AFailedCallIsTheStatusUntilOneSucceeds) {
     host.spooler.failWith = 5;
     printer::CPrinterInfo info(host.spooler, host.printJobs, "Laser 1");
     EXPECT_EQ(info.StatusText(), "Zugriff verweigert");
@@ -39,53 +29,54 @@ TEST(PrinterInfo, AFailedCallIsTheStatusUntilOneSucceeds) {
     EXPECT_EQ(info.StatusText(), "Ready");
 }
 
-TEST(PrinterInfo, AttributesAreReadFromTheRecord) {
-    FakePlatform host;
+TEST_F(PrinterTest, AttributesAreReadFromTheRecord) {
     host.spooler.record.attributes = platform::printer_attribute::network | platform::printer_attribute::shared;
     host.spooler.record.portName = "FILE:";
     const printer::CPrinterInfo info(host.spooler, host.printJobs, R"(\\srv\Laser)");
     EXPECT_TRUE(info.IsNetwork() && info.IsShared() && info.IsToFile());
     EXPECT_FALSE(info.IsLocal() || info.IsOffline() || info.IsDefault());
     EXPECT_EQ(info.DisplayName(), "Laser auf srv");
-    EXPECT_TRUE(printer::CPrinterInfo(host.spooler, host.printJobs, "Laser 1").IsDefault());
 }
 
-TEST(Geometry, MarginsAndSizeComeFromTheDevice) {
-    FakePlatform host;
-    host.spooler.device.capabilities = {4760, 6816, 600, 600, 4960, 7016, 100, 100};
-    const RecordingSurface surface(host.spooler.device);
+TEST_F(PrinterTest, MarginsAndSizeComeFromTheDevice) {
+    auto& capabilities = host.spooler.device.capabilities = testing_support::oblongPixels;
+    session.log.debugging(true);
+    printer::Printer device(host.spooler, "Laser 1", "A.OUT");
+    report::logPrinterGeometry(session, device);
+    EXPECT_EQ(host.logLines(),
+              (testing_support::Lines{">   Ränder (links;oben; rechts;unten) cm: 0,508;0,381;0,3386667;0,4656667",
+                                      ">   TwipsPerPixel (X,Y): 4,8, 2,4", ">   Pixel pro mm (X,Y): 300, 600",
+                                      ">   Bedruckbarer Bereich (Breite x Höhe): 11424 x 16358",
+                                      ">   Bedruckbarer Bereich (Breite x Höhe) in cm: 38,08, 27,26333",
+                                      ">   Physische Größe in cm (X,Y): 20,99733, 29,70107"}));
     printer::clsDrucker geometry(host.dialogs);
     EXPECT_EQ(geometry.LeftMarginCM(), 0);
-    ASSERT_EQ(host.dialogs.boxes.size(), 1U);
-    EXPECT_EQ(host.dialogs.boxes[0].text, "Bitte Klasse mit NewPrinter Methode initilialisieren!");
-
-    geometry.NewPrinter(surface);
-    EXPECT_FLOAT_EQ(geometry.TopMarginInch(), 0.16666667F);
-    host.spooler.device.capabilities.horzRes = 4860;
-    EXPECT_EQ(geometry.RightMarginCM(), 0);
-    host.spooler.device.capabilities.logPixelsX = 0;
+    EXPECT_EQ(lastBox(), "Bitte Klasse mit NewPrinter Methode initilialisieren!");
+    geometry.NewPrinter(device.Device());
+    capabilities.logPixelsX = 0;
     EXPECT_THROW(geometry.LeftMarginCM(), runtime::Error);
 }
 
-// Right to the pixel at a resolution whose pixels are no whole twips.
-TEST(Printer, TwipsBecomeTheNearestPixel) {
-    FakePlatform host;
-    host.spooler.device.capabilities = {4760, 6816, 600, 600, 4960, 7016, 100, 100};
+TEST_F(PrinterTest, TwipsBecomeTheNearestPixel) {
+    host.spooler.device.capabilities = testing_support::oblongPixels;
     printer::Printer printer(host.spooler, "Laser 1", "A.OUT");
-    EXPECT_FLOAT_EQ(printer.TwipsPerPixelX(), 2.4F);
-    EXPECT_FLOAT_EQ(printer.ScaleWidth(), 11424);
     printer.FontSize(runtime::Currency::fromUnits(93600));
     printer.CurrentX(100);
     printer.CurrentY(722);
     printer.Print("ab");
-    EXPECT_DOUBLE_EQ(printer.CurrentX(), 100 + 2 * 47 * 2.4);
+    EXPECT_DOUBLE_EQ(printer.CurrentX(), 100 + 2 * 47 * 4.8);
+    printer.Canvas().setFont({"Tahoma", 0, 10});
     printer.CurrentX(1e30);
     printer.Print("weit weg");
-    printer.EndDoc();
-    const auto& texts = host.spooler.device.pages()[0].texts;
-    EXPECT_EQ(texts[0].x, 42);
-    EXPECT_EQ(texts[0].y, 301);
-    EXPECT_EQ(texts[0].font.emHeight, 78);
+    printer.PaintPicture(nullptr, 100, 722, 480, 479);
+    printer.NewPage();
+    EXPECT_EQ(printer.CurrentX(), 0);
+    const auto& page = host.spooler.device.pages()[0];
+    const auto& text = page.texts[0];
+    EXPECT_EQ(std::tuple(text.x, text.y, text.font.emHeight), std::tuple(21, 301, 78));
+    EXPECT_EQ(std::tuple(page.texts[1].x, page.texts[1].font.emHeight), std::tuple(100'000'000, 78));
+    const auto& picture = page.pictures[0];
+    EXPECT_EQ(std::tuple(picture.x, picture.y, picture.width, picture.height), std::tuple(21, 301, 100, 199));
 }
 
 }  // namespace

@@ -1,66 +1,43 @@
-#include <gtest/gtest.h>
-
-#include "startup/MMain.h"
+#include "graphics/MGrafikdruck.h"
 #include "startup/clsArguments.h"
-#include "unit/support/fake_platform.h"
+#include "unit/support/core_test.h"
 
 namespace {
 
-using testing_support::FakePlatform;
-using Arguments = std::vector<std::string>;
-
-Arguments split(std::string_view tail) {
-    const startup::clsArguments arguments(tail);
-    return {arguments.begin(), arguments.end()};
-}
+using graphics::MGrafikdruck::PixelSize;
+using testing_support::Lines;
+using StartUpTest = testing_support::CoreTest;
 
 TEST(Arguments, AreSplitAtSingleSpaces) {
-    EXPECT_EQ(split("  a b  "), (Arguments{"a", "b"}));
-    EXPECT_EQ(split("a  KEINEGRAFIK"), (Arguments{"a", "", "KEINEGRAFIK"}));
-    EXPECT_EQ(split(R"(a "Laser 1" b)"), (Arguments{"a", "Laser 1", "b"}));
-    EXPECT_EQ(split(R"(ab"cd ef"gh)"), (Arguments{"cd efgh"}));
-    EXPECT_EQ(split(R"(a "b c  )"), (Arguments{"a", "b c"}));
-    EXPECT_EQ(split(R"(a "" b "")"), (Arguments{"a", "", "b"}));
-    EXPECT_EQ(split(R"("a""b")"), (Arguments{"b"}));
-    EXPECT_EQ(split("a\tb"), (Arguments{"a\tb"}));
-    EXPECT_EQ(split("   "), Arguments{});
+    using Row = std::pair<const char*, Lines>;
+    for (const auto& [tail, expected] :
+         {Row{"  a b  ", {"a", "b"}}, Row{"a  KEINEGRAFIK", {"a", "", "KEINEGRAFIK"}},
+          Row{R"(a "Laser 1" b)", {"a", "Laser 1", "b"}}, Row{R"(ab"cd ef"gh)", {"cd efgh"}},
+          Row{R"(a "b c  )", {"a", "b c"}}, Row{R"(a "" b "")", {"a", "", "b"}}, Row{R"("a""b")", {"b"}},
+          Row{"a\tb", {"a\tb"}}, Row{"   ", {}}}) {
+        const startup::clsArguments arguments(tail);
+        EXPECT_EQ(Lines(arguments.begin(), arguments.end()), expected) << tail;
+    }
 }
 
 TEST(Arguments, AreReadAndRemovedByPositionAndName) {
     startup::clsArguments arguments("/WAIT a /wait b c");
     arguments.Remove("/WAIT");
-    EXPECT_EQ(arguments.Count(), 3U);
     EXPECT_EQ(arguments.Item(2), "b");
-    EXPECT_EQ(arguments.Item(0), "");
-    EXPECT_EQ(arguments.Item(4), "");
+    EXPECT_EQ(arguments.Item(0) + arguments.Item(4), "");
     arguments.Remove(2);
     arguments.Remove(9);
-    EXPECT_EQ(Arguments(arguments.begin(), arguments.end()), (Arguments{"a", "c"}));
+    EXPECT_EQ(Lines(arguments.begin(), arguments.end()), (Lines{"a", "c"}));
 }
-
-class StartUpTest : public ::testing::Test {
-protected:
-    void start(const std::string& tail) {
-        host.system.tail = tail;
-        startup::MMain::Main(host.ports);
-    }
-
-    FakePlatform host;
-};
 
 TEST_F(StartUpTest, WithoutArgumentsTheUsageIsShown) {
     start("/DEBUG");
-    ASSERT_EQ(host.dialogs.boxes.size(), 1U);
-    const auto& box = host.dialogs.boxes[0];
-    EXPECT_EQ(box.text,
+    EXPECT_EQ(lastBox(),
               "KRVWinPr V. 3.0.0 - Druckertreiber für Korvano\r\n\r\n"
               "Parameter: KRVWinPr [/DRUCKERAUSWAHL| [/INVERT] [/PRINTGRAPHIC <Druckertreiber>] <Datei> "
               "[<Grafikdatei>|KEINEGRAFIK] [<Druckertreiber>]] [/WAIT] [/TWOPASS]");
-    EXPECT_EQ(box.title, "KRVWinPr");
-    EXPECT_EQ(box.icon, platform::Icon::none);
-    const Arguments lines = host.logLines();
-    EXPECT_EQ(Arguments(lines.end() - 4, lines.end()),
-              (Arguments{"> TwoPass: Nein", "> keine Argumente", "> Programm regulär beendet!", ""}));
+    EXPECT_EQ(host.dialogs.boxes.at(0).title, "KRVWinPr");
+    EXPECT_TRUE(host.logged("> keine Argumente"));
     EXPECT_FALSE(host.system.files.contains("KRVWINPR.OK"));
 }
 
@@ -72,31 +49,73 @@ TEST_F(StartUpTest, EveryStartRecordsTheProgramAndASilentOneTouchesNoFile) {
     EXPECT_TRUE(host.system.files.empty());
 }
 
-TEST_F(StartUpTest, SwitchesCountInUpperCaseAnywhereOnTheLine) {
-    host.system.files["a.out"] = "x";
-    start("/debug");
+TEST_F(StartUpTest, SwitchesCountInUpperCaseOnly) {
+    start("/debug a.out");
     EXPECT_TRUE(host.logLines().empty());
     start("/wait /twopass a.out /DEBUG");
-    EXPECT_TRUE(host.logged("> Debuglevel: 0") && host.logged("> TwoPass: Nein"));
+    EXPECT_TRUE(host.logged("> TwoPass: Nein"));
     EXPECT_TRUE(host.logged(
         ">   DoReport (sDateiname='/wait', sGrafikname='/twopass', sDruckerTreiber='a.out', blnWait='Falsch')"));
-    start("a.out /DEBUG2 /TWOPASS /WAIT");
-    EXPECT_TRUE(host.logged("> Debuglevel: 2") && host.logged("> TwoPass: Ja"));
-    EXPECT_TRUE(host.logged(">   DoReport (sDateiname='a.out', sGrafikname='', sDruckerTreiber='', blnWait='Wahr')"));
 }
 
 TEST_F(StartUpTest, ModesToComeSaySo) {
     for (const char* tail : {"/druckerauswahl", "/VORSCHAU a.out"}) {
         host.dialogs.boxes.clear();
         start(tail);
-        ASSERT_EQ(host.dialogs.boxes.size(), 1U) << tail;
-        EXPECT_NE(host.dialogs.boxes[0].text.find("noch nicht enthalten"), std::string::npos) << tail;
+        EXPECT_NE(lastBox().find("noch nicht enthalten"), std::string::npos) << tail;
     }
     host.spooler.names.clear();
-    host.dialogs.boxes.clear();
     start("/DRUCKERAUSWAHL");
-    ASSERT_EQ(host.dialogs.boxes.size(), 1U);
-    EXPECT_EQ(host.dialogs.boxes[0].text, "Es sind keine Druckertreiber unter Windows eingerichtet!");
+    EXPECT_EQ(lastBox(), "Es sind keine Druckertreiber unter Windows eingerichtet!");
+}
+
+TEST_F(StartUpTest, InvertWritesTheFileAndFailuresReachTheUserAndTheSettingsAreKept) {
+    host.addPicture("bild.tif", 2, 1);
+    start("/invert bild.tif /DEBUG");
+    EXPECT_EQ(host.imageFiles.pictures.at(host.system.files["bild.tif"]).pixels, std::vector<std::uint8_t>(6, 255));
+    EXPECT_TRUE(host.logged("> Invertierungbeginn") && host.logged("> Invertierungende") && lastBox().empty());
+    host.settings.commits = 0;
+    start("/INVERT fehlt.bmp");
+    EXPECT_EQ(lastBox(), "Laufzeitfehler '53':\r\n\r\nDatei nicht gefunden: fehlt.bmp");
+    EXPECT_EQ(host.settings.commits, 1);
+    host.system.unwritable.insert("bild.tif");
+    start("/INVERT bild.tif");
+    EXPECT_NE(lastBox().find("Laufzeitfehler '61'"), std::string::npos);
+    start("/PRINTGRAPHIC");
+    EXPECT_EQ(lastBox(), "Laufzeitfehler '53':\r\n\r\nDatei nicht gefunden: GRAFIK.PCX");
+    EXPECT_FALSE(host.spooler.device.documents.back()->delivered);
+}
+
+TEST_F(StartUpTest, PrintGraphicFillsThePageOfTheNamedPrinter) {
+    host.spooler.device.capabilities = testing_support::oblongPixels;
+    host.spooler.names = {"Fax", "Laser 1"};
+    host.spooler.byDefault = "Fax";
+    host.addPicture("GRAFIK.PCX", 200, 100);
+    start("/PRINTGRAPHIC \"LASER 1\" /DEBUG");
+    const auto document = host.spooler.device.documents.back();
+    EXPECT_EQ(document->printer + "/" + document->title, "Laser 1/GRAFIK.PCX");
+    EXPECT_TRUE(document->delivered && document->pages.size() == 1);
+    EXPECT_EQ(document->pages.at(0).texts.at(0).text, " ");
+    EXPECT_EQ(document->pages[0].pictures.at(0).width, 2380);
+    EXPECT_TRUE(host.logged(">   PrintGraphic (GRAFIK.PCX, LASER 1)"));
+
+    host.addPicture("GRAFIK.PCX", 1, 100);
+    start("/PRINTGRAPHIC Tinte");
+    EXPECT_EQ(host.spooler.device.documents.back()->printer, "Fax");
+    EXPECT_EQ(host.spooler.device.pages()[0].pictures.at(0).height, 6816);
+    host.spooler.names.clear();
+    start("/PRINTGRAPHIC");
+    EXPECT_NE(lastBox().find("keine Windowsdruckertreiber"), std::string::npos);
+    EXPECT_EQ(host.spooler.device.documents.size(), 2U);
+}
+
+TEST(Fit, KeepsProportionsAndAtLeastOnePixel) {
+    using Row = std::array<PixelSize, 3>;
+    for (const auto& [picture, page, expected] :
+         {Row{{{3, 2}, {101, 500}, {101, 67}}}, Row{{{1, 100000}, {1000, 2000}, {1, 2000}}},
+          Row{{{300000000, 1}, {30000, 40000}, {30000, 1}}}}) {
+        EXPECT_EQ(graphics::MGrafikdruck::fit(picture, page), expected) << picture.width << " x " << picture.height;
+    }
 }
 
 }  // namespace

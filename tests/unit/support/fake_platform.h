@@ -33,11 +33,10 @@ public:
     std::map<std::string, platform::Picture, std::less<>> pictures;
 
     platform::Picture decode(std::string_view content) override {
-        const auto found = pictures.find(content);
-        if (found == pictures.end()) {
+        if (!pictures.contains(content)) {
             throw runtime::Error(runtime::errInvalidPicture, "kein Bild");
         }
-        return found->second;
+        return pictures.find(content)->second;
     }
     std::string encode(const platform::Picture& picture, std::string_view original) override {
         const std::string content = std::string(original) + "'";
@@ -63,14 +62,11 @@ public:
     std::string programFileName() override { return "KRVWinPr.exe"; }
     std::string currentDirectory() override { return "C:\\KORVANO"; }
     std::string readFile(const std::string& path) override {
-        if (const auto failure = failures.find(path); failure != failures.end()) {
-            throw runtime::Error(failure->second, path);
+        const auto failure = failures.find(path);
+        if (failure != failures.end() || !files.contains(path)) {
+            throw runtime::Error(failure == failures.end() ? runtime::errFileNotFound : failure->second, path);
         }
-        const auto file = files.find(path);
-        if (file == files.end()) {
-            throw runtime::Error(runtime::errFileNotFound, path);
-        }
-        return file->second;
+        return files[path];
     }
     void writeFile(const std::string& path, std::string_view content) override {
         checkWritable(path);
@@ -96,9 +92,7 @@ public:
     int screenDpiY() override { return screenDpi; }
     void sleep(int milliseconds) override {
         sleptMilliseconds += milliseconds;
-        const int total = now.millisecond + milliseconds;
-        now.millisecond = total % 1000;
-        now.second += total / 1000;
+        now.millisecond += milliseconds;
     }
 
 private:
@@ -114,29 +108,20 @@ public:
     // By key and name, in upper case.
     std::map<std::string, std::map<std::string, platform::SettingsValue>> keys;
     int commits = 0;
-    bool writable = true;
 
     void put(std::string_view key, std::string_view name, platform::SettingsValue value) {
         keys[runtime::upperCase(key)][runtime::upperCase(name)] = std::move(value);
     }
 
     bool keyExists(platform::SettingsRoot, std::string_view key) override {
-        const std::string wanted = runtime::upperCase(key);
-        for (const auto& [name, values] : keys) {
-            if (name == wanted || name.starts_with(wanted + "\\")) {
-                return true;
-            }
-        }
-        return false;
+        const std::string wanted = runtime::upperCase(key) + "\\";
+        return std::ranges::any_of(keys, [&](const auto& entry) { return (entry.first + "\\").starts_with(wanted); });
     }
     std::optional<platform::SettingsValue> value(platform::SettingsRoot, std::string_view key,
                                                  std::string_view name) override {
-        const auto found = keys.find(runtime::upperCase(key));
-        if (found == keys.end()) {
-            return std::nullopt;
-        }
-        const auto value = found->second.find(runtime::upperCase(name));
-        return value == found->second.end() ? std::nullopt : std::optional(value->second);
+        const std::pair place(runtime::upperCase(key), runtime::upperCase(name));
+        const bool known = keys.contains(place.first) && keys[place.first].contains(place.second);
+        return known ? std::optional(keys[place.first][place.second]) : std::nullopt;
     }
     bool setText(platform::SettingsRoot, std::string_view key, std::string_view name, std::string_view text) override {
         put(key, name, std::string(text));
@@ -144,7 +129,7 @@ public:
     }
     bool commit() override {
         ++commits;
-        return writable;
+        return true;
     }
     std::string place() override { return "settings"; }
 };
@@ -156,7 +141,6 @@ public:
         platform::Buttons buttons;
         platform::Icon icon;
         std::string title;
-        bool operator==(const Box&) const = default;
     };
     std::vector<Box> boxes;
     std::vector<std::string> shownFiles;
@@ -181,9 +165,9 @@ struct FakePlatform {
     RecordingDialogs dialogs;
     FakeImageFiles imageFiles;
     // Puts a picture of the given size into a file.
-    void addPicture(const std::string& path, int width, int height, int bitsPerPixel = 24) {
+    void addPicture(const std::string& path, int width, int height) {
         system.files[path] = path;
-        imageFiles.pictures[path] = pictures::makePicture(width, height, bitsPerPixel);
+        imageFiles.pictures[path] = pictures::makePicture(width, height, 24);
     }
 
     platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles};
@@ -200,10 +184,7 @@ struct FakePlatform {
         }
         return lines;
     }
-    bool logged(const std::string& line) const {
-        const std::vector<std::string> lines = logLines();
-        return std::find(lines.begin(), lines.end(), line) != lines.end();
-    }
+    bool logged(const std::string& line) const { return std::ranges::count(logLines(), line) > 0; }
 };
 
 }  // namespace testing_support
