@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "barcode/code128_path.h"
+#include "barcode/families.h"
 #include "barcode/symbol.h"
 
 namespace {
@@ -81,6 +82,15 @@ TEST(BarcodeSymbols, HaveTheCharactersAndElementsOfAnIndependentEncoder) {
             ASSERT_EQ(encode(symbology, data, {check, false, false}).elements, theirs)
                 << symbology << ' ' << testing::PrintToString(data);
         }
+    }
+}
+
+TEST(BarcodeSymbols, OfCodabarKnowEveryStartAndStopCharacter) {
+    for (const char letter : {'A', 'B', 'C', 'D'}) {
+        const std::string framed = std::string(1, letter) + "1" + letter;
+        const std::string theirs = zintElements(BARCODE_CODABAR, framed, 0);
+        const std::string_view ours = codabarStartStop(letter);
+        EXPECT_TRUE(theirs.starts_with(ours) && theirs.ends_with(ours)) << letter;
     }
 }
 

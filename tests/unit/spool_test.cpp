@@ -105,7 +105,10 @@ TEST_P(PdfFileTest, LeavesNothingWhenItIsDroppedOrFails) {
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Both, PdfFileTest, testing::Values(spool::Concealment::unnamed, spool::Concealment::hidden));
+INSTANTIATE_TEST_SUITE_P(Both, PdfFileTest, testing::Values(spool::Concealment::unnamed, spool::Concealment::hidden),
+                         [](const auto& both) {
+                             return std::string(both.param == spool::Concealment::unnamed ? "unnamed" : "hidden");
+                         });
 
 TEST(BuiltinTarget, HasThePaperAndTheTurnThatAreSet) {
     spool::BuiltinTarget target("A.1", spool::Concealment::unnamed);
