@@ -47,17 +47,16 @@ class Cups(PrivateCups):
     """Hands out every printed job once."""
 
     def take(self, *queues):
-        self.wait_until(lambda: not self._lp("lpstat", "-W", "not-completed", "-o").stdout.strip(), "empty queues")
-        taken = [(queue, job) for queue in queues for job in self.jobs(queue)]
-        for queue in queues:
-            for record in self._out[queue].iterdir():
-                record.unlink()
+        self.wait_until(lambda: not self.run("lpstat", "-W", "not-completed", "-o").strip(), "empty queues")
+        taken = [(queue, job, job.path.read_bytes()) for queue in queues for job in self.jobs(queue)]
+        for record in (self.root / "out").glob("*/*"):
+            record.unlink()
         return taken
 
 
-def keep_printed(place: Path, queue: str, job, ending: str) -> None:
+def keep_printed(place: Path, queue: str, job, data: bytes, ending: str) -> None:
     name = f"{queue}-{len(list(place.glob('*.options'))) + 1}"
-    (place / (name + ending)).write_bytes(job.data)
+    (place / (name + ending)).write_bytes(data)
     options = "".join(f"{option}={value}\n" for option, value in job.options.items())
     (place / (name + ".options")).write_text(f"{job.title}\n{job.content_type}\n{options}")
 
@@ -135,7 +134,7 @@ class Native:
         self.queues = PRINTERS["plain"], PRINTERS["trays"]
         cups.add_pdf_queue(PRINTERS["plain"])
         cups.add_tray_queue(PRINTERS["trays"])
-        cups.set_default(PRINTERS["plain"])
+        cups.run("lpadmin", "-d", PRINTERS["plain"])
 
     def __call__(self, jobs: list[Job]) -> None:
         queued = self.pool.submit(lambda: [self._print(job) for job in jobs if job.queue])
@@ -145,10 +144,10 @@ class Native:
     def _print(self, job: Job) -> None:
         if "/WAIT" in job.arguments:
             for queue in self.queues:
-                self.cups.disable(queue)
+                self.cups.run("cupsdisable", queue)
         self._run(job)
-        for queue, printed in self.cups.take(*self.queues):
-            keep_printed(self.workshop.place(job), queue, printed, ".pdf")
+        for queue, printed, data in self.cups.take(*self.queues):
+            keep_printed(self.workshop.place(job), queue, printed, data, ".pdf")
 
     def _open_queues(self, process: subprocess.Popen, log: Path) -> None:
         """When /WAIT has counted their jobs or, without a log, must have; how many it finds were a race otherwise."""
@@ -158,7 +157,7 @@ class Native:
                 break
             time.sleep(0.01)
         for queue in self.queues:
-            self.cups.enable(queue)
+            self.cups.run("cupsenable", queue)
 
     def _run(self, job: Job) -> None:
         printer, folder = PRINTERS[job.queue], self.workshop.lay_out(job)
@@ -200,8 +199,8 @@ class Wine:
 
     def __init__(self, workshop: Workshop, cups: Cups, pool: ThreadPoolExecutor, count: int):
         self.workshop, self.cups, self.pool = workshop, cups, pool
-        cups.add_postscript_queue(PRINTERS["windows"], Resolution="600dpi")
-        cups.set_default(PRINTERS["windows"])
+        cups.add_postscript_queue(PRINTERS["windows"], "-o", "Resolution=600dpi")
+        cups.run("lpadmin", "-d", PRINTERS["windows"])
         self.prefixes = [workshop.folder / f"prefix-{number}" for number in range(count)]
 
     def end(self) -> None:
@@ -212,8 +211,8 @@ class Wine:
         parts = [jobs[number::len(self.prefixes)] for number in range(len(self.prefixes))]
         list(self.pool.map(self._batch, self.prefixes, parts))
         places = {job.name: self.workshop.place(job) for job in jobs if job.name}
-        for queue, printed in self.cups.take(PRINTERS["windows"]):
-            keep_printed(places[re.search(r"[JS]\d{5}", printed.title.upper())[0]], queue, printed, ".ps")
+        for queue, printed, data in self.cups.take(PRINTERS["windows"]):
+            keep_printed(places[re.search(r"[JS]\d{5}", printed.title.upper())[0]], queue, printed, data, ".ps")
 
     def _batch(self, prefix: Path, jobs: list[Job], attempts=3) -> None:
         lines = [line for job in jobs for line in self._commands(job)]

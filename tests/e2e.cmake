@@ -16,3 +16,10 @@ add_executable(barcode_sheet e2e/barcode_sheet.cpp)
 target_include_directories(barcode_sheet PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})
 target_link_libraries(barcode_sheet PRIVATE krv-barcode krv-linux-pdf)
 set_property(TEST e2e.barcodes APPEND PROPERTY ENVIRONMENT "KRVWINPR_SHEET=$<TARGET_FILE:barcode_sheet>")
+
+# The comparison of two builds, with this one on both sides, so that it works when it is wanted.
+if(CMAKE_BINARY_DIR STREQUAL "${CMAKE_SOURCE_DIR}/build/linux")
+    add_test(NAME e2e.compare WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+             COMMAND ${Python3_EXECUTABLE} -B scripts/compare_output.py . . --files 5)
+    set_tests_properties(e2e.compare PROPERTIES TIMEOUT 300)
+endif()
