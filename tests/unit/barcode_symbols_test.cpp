@@ -1,5 +1,4 @@
-// The encoders beside an independent one, libzint. Whether Code 128 carries its data in whatever code sets is for the
-// readers of the tests from end to end to say.
+// The encoders beside an independent one, libzint.
 #include <gtest/gtest.h>
 #include <zint.h>
 
@@ -96,18 +95,10 @@ TEST(BarcodeSymbols, OfCodabarKnowEveryStartAndStopCharacter) {
 
 // Digits go by pairs, and characters of the other set by a change or a shift, only where that is shorter.
 TEST(BarcodeSymbols, OfCode128AreTheShortestThereAre) {
-    using Row = std::pair<std::string, std::vector<int>>;
-    for (const auto& [data, values] :
-         {Row{"12", {105, 12}}, Row{"123", {104, 17, 18, 19}}, Row{"a12", {104, 65, 17, 18}},
-          Row{"a1234", {104, 65, 99, 12, 34}}, Row{"1234a", {105, 12, 34, 100, 65}},
-          Row{"12345a", {105, 12, 34, 100, 21, 65}}, Row{"a1234a", {104, 65, 17, 18, 19, 20, 65}},
-          Row{"a123456a", {104, 65, 99, 12, 34, 56, 100, 65}}, Row{"1234\x01\x1F", {105, 12, 34, 101, 65, 95}},
-          Row{"a\x01z", {104, 65, 98, 65, 90}}, Row{"a\x01\x02", {104, 65, 101, 65, 66}},
-          Row{"a\x01\x02z", {104, 65, 98, 65, 98, 66, 90}},
-          Row{"a\x01\x02\x03zz", {104, 65, 101, 65, 66, 67, 100, 90, 90}}, Row{"\x01z\x02", {103, 65, 98, 90, 66}},
-          Row{"\x01\x02zz", {103, 65, 66, 100, 90, 90}}}) {
-        const std::vector<std::uint8_t> ours = shortestValues(data);
-        EXPECT_EQ(std::vector<int>(ours.begin(), ours.end()), values) << testing::PrintToString(data);
+    for (const std::string data : {"12", "123", "a12", "a1234", "1234a", "12345a", "a123456a", "1234\x01\x1F", "a\x01z",
+                                   "a\x01\x02", "a\x01\x02\x03zz", "\x01z\x02", "\x01\x02zz", "\x01-123456-"}) {
+        EXPECT_EQ(encode(code128, data, {}).elements, zintElements(BARCODE_CODE128, data))
+            << testing::PrintToString(data);
     }
     for (std::size_t length = 1; length < 200; ++length) {
         const std::string any = randomText(codes(0, 127), 1 + length % 24);

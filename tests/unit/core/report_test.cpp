@@ -167,6 +167,9 @@ TEST_F(ReportTest, AJobThatFailsLaterDeliversTheFinishedPages) {
     set("Schacht3", "hinten");
     EXPECT_EQ(report("a\f^TR3c"), "Laser 1: / a OK");
     EXPECT_TRUE(host.logged(">     Allgemeiner Fehler in DoReport 13 Typen unverträglich"));
+    EXPECT_EQ(report("a\f^BC1,1,l\\\fc"), "Laser 1: / a OK");
+    EXPECT_TRUE(host.dialogs.diagnostics.back().starts_with(
+        "Druckauftrag 'A.OUT' abgebrochen, Fehler 5970: Invalid character in the Barcode. Zeichen 'l' an Stelle 1"));
     // A page that fails is reported with the printer's status.
     host.spooler.record.status = platform::printer_status::paperOut;
     host.spooler.device.onBeginPage = [](std::size_t ended) {
