@@ -1,6 +1,5 @@
 #include "platform/linux/pdf/document.h"
 
-// NOLINTNEXTLINE(clang-diagnostic-return-type-c-linkage): program and module are of one compiler
 extern "C" __attribute__((visibility("default"))) std::unique_ptr<platform_linux::pdf::PdfDocument> krvwinpr_pdf(
     const platform_linux::pdf::PdfSettings& settings, int fileDescriptor);
 

@@ -134,7 +134,6 @@ private:
 }  // namespace
 
 extern "C" {
-// NOLINTNEXTLINE(clang-diagnostic-return-type-c-linkage): program and module are of one compiler
 [[gnu::visibility("default")]] std::unique_ptr<platform_linux::qt::Desktop> krvwinpr_qt();
 }
 
