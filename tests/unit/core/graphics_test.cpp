@@ -24,10 +24,11 @@ TEST_F(GraphicsTest, AMacroLoadsItsNumberedFileAndInvertsItBesideAMarker) {
     host.imageFiles.pictures[macroThree].jpeg = "jpeg";
     host.system.files["C:\\KORVANO\\LASER\\KRVWinIn.M3"] = "";
     session.log.debugging(true);
+    host.system.screenDpiDown = 120;
     const graphics::clsGrafik& grafik = add({0, 0, 3, "cm", false, 5.5F, ""});
     EXPECT_EQ(grafik.Bildname(), macroThree);
     EXPECT_EQ(grafik.Masseinheit(), "CM");
-    EXPECT_EQ(std::tuple(grafik.Width(), grafik.Height()), std::tuple(300 * 2540 / 96.F, 150 * 2540 / 96.F));
+    EXPECT_EQ(std::tuple(grafik.Width(), grafik.Height()), std::tuple(300 * 2540 / 96.F, 150 * 2540 / 120.F));
     EXPECT_EQ(grafik.Bild()->pixels[0], 255);
     EXPECT_EQ(grafik.Bild()->jpeg, "");
     EXPECT_EQ(grafik.Bild()->dpiX, 299.9994) << "everything else stays";

@@ -52,10 +52,13 @@ TEST_F(ReportTest, TheNamedPrinterGetsTheJob) {
     host.spooler.names = {"Fax", "Laser 1"};
     host.spooler.byDefault = "Fax";
     set("Schacht1", "258");
-    EXPECT_EQ(report("^TR1^FEeins^FA\f^TR2zwei", "", "laser 1", false, true), "Laser 1: / eins eins / zwei OK")
+    set("Schacht3", "1");
+    EXPECT_EQ(report("^TR1^FEeins^FA\f^TR2zwei\f^TR3drei", "", "laser 1", false, true),
+              "Laser 1: / eins eins / zwei / drei OK")
         << "struck twice, in one pass of two";
     EXPECT_EQ(document().title, "A.OUT");
     EXPECT_EQ(document().pages[1].options.at(PageOption::paperBin), 258) << "stays until another is set";
+    EXPECT_EQ(document().pages[2].options.at(PageOption::paperBin), 1);
     EXPECT_EQ(host.system.files.at(okFile), "Alles OK, Korvano kann weitermachen!\r\n");
     EXPECT_EQ(host.settings.commits, 1);
     // An unknown one means the default printer.

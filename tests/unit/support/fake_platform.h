@@ -55,6 +55,7 @@ public:
     runtime::DateTime now{2026, 11, 21, 13, 45, 7, 0};
     runtime::Locale userLocale;
     int screenDpi = 96;
+    int screenDpiDown = 96;
     int sleptMilliseconds = 0;
 
     std::string commandTail() override { return tail; }
@@ -89,7 +90,7 @@ public:
     std::string toSystemCodePage(std::string_view text) override { return std::string(text); }
     std::string fromDosCodePage(std::string_view bytes) override { return std::string(bytes); }
     int screenDpiX() override { return screenDpi; }
-    int screenDpiY() override { return screenDpi; }
+    int screenDpiY() override { return screenDpiDown; }
     void sleep(int milliseconds) override {
         sleptMilliseconds += milliseconds;
         now.millisecond += milliseconds;
