@@ -221,7 +221,7 @@ DWORD overwrite(const std::wstring& path, std::string_view content) {
 }  // namespace
 
 std::wstring nativePath(const std::string& path) {
-    const std::wstring given = widen(path);
+    std::wstring given = widen(path);
     if (given.empty() || given.find(L'\0') != std::wstring::npos) {
         throwFileError(ERROR_INVALID_NAME, path.substr(0, path.find('\0')));
     }

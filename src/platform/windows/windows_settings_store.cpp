@@ -18,6 +18,7 @@ static_assert(access == 0x3F);
 
 // The predefined handles are negative numbers of 32 bits, whatever the width of a pointer.
 HKEY rootKey(SettingsRoot root) {
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): that is what these handles are
     return reinterpret_cast<HKEY>(static_cast<LONG_PTR>(static_cast<LONG>(static_cast<std::uint32_t>(root))));
 }
 

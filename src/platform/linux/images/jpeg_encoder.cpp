@@ -99,7 +99,7 @@ std::string encodeJpeg(const Picture& picture, std::string_view original) {
         jpeg_start_compress(&info, TRUE);
         while (info.next_scanline < info.image_height) {
             // The library does not change what it is given to write.
-            JSAMPROW row = const_cast<JSAMPROW>(picture.pixels.data() + info.next_scanline * picture.stride());
+            auto* row = const_cast<JSAMPROW>(picture.pixels.data() + info.next_scanline * picture.stride());
             jpeg_write_scanlines(&info, &row, 1);
         }
         jpeg_finish_compress(&info);

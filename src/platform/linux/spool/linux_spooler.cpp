@@ -26,7 +26,10 @@ std::vector<std::string> LinuxSpooler::printerNames() {
 
 std::string LinuxSpooler::defaultPrinter() {
     cups::PrintServer* server = cups_.get();
-    std::string name = server != nullptr ? server->spooler().defaultPrinter() : std::string();
+    if (server == nullptr) {
+        return builtinPrinterName;
+    }
+    std::string name = server->spooler().defaultPrinter();
     if (!name.empty() && !isBuiltin(name)) {
         const std::vector<std::string> names = server->spooler().printerNames();
         if (std::find(names.begin(), names.end(), name) != names.end()) {

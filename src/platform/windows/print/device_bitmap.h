@@ -1,6 +1,7 @@
 // A picture as GDI draws it: rows from the bottom, each of whole double words.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -24,7 +25,7 @@ public:
 private:
     struct Header {
         BITMAPINFOHEADER info{};
-        RGBQUAD colors[256]{};
+        std::array<RGBQUAD, 256> colors{};
     };
 
     int stretchMode(const Stretch& across, const Stretch& down) const;
