@@ -116,8 +116,9 @@ TEST(WindowsDialogs, OpenTheEditorWithTheFile) {
         ::Sleep(20);
         editor = ::FindWindowW(L"Notepad", nullptr);
     }
+    ASSERT_TRUE(textOf(editor).starts_with("größe X.LOG")) << textOf(editor);
     DWORD process = 0;
-    ASSERT_NE(::GetWindowThreadProcessId(editor, &process), DWORD{0});
+    ::GetWindowThreadProcessId(editor, &process);
     const KernelHandle running(::OpenProcess(SYNCHRONIZE, FALSE, process));
     ::PostMessageW(editor, WM_CLOSE, 0, 0);
     EXPECT_EQ(::WaitForSingleObject(running.get(), 10'000), DWORD{WAIT_OBJECT_0});
