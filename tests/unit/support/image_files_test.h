@@ -1,13 +1,11 @@
 // What the tests of the port ImageFiles need on every system.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <memory>
 
+#include "unit/support/adapter_test.h"
 #include "unit/support/picture_table.h"
 #include "unit/support/pixels.h"
 
@@ -23,8 +21,7 @@ bool canKeepAll();
 
 // The content of a file of make_pictures.sh.
 inline std::string pictureFile(std::string_view name) {
-    std::ifstream file(KRV_PICTURES "/" + std::string(name), std::ios::binary);
-    const std::string content = (std::ostringstream() << file.rdbuf()).str();
+    const std::string content = get(KRV_PICTURES "/" + std::string(name));
     EXPECT_GT(content.size(), 0U) << name;
     return content;
 }
