@@ -66,7 +66,7 @@ TEST_F(SettingsTest, OldSettingsAreCarriedOverOnce) {
     session.log.debugging(true);
     using Row = std::pair<const char*, const char*>;
     for (const auto& [name, value] : {Row{"LinkerRand", "120"}, Row{"ObererRand", "600"}, Row{"ScaleFaktor", "4,4"},
-                                      Row{"Schacht2", "258"}, Row{"Schacht3", "-1"}, Row{"Schacht4", "7"}}) {
+                                      Row{"Schacht2", "-1"}, Row{"Schacht3", "258"}, Row{"Schacht4", "7"}}) {
         host.settings.put(std::string(printersOf20) + "srv\\Laser", name, std::string(value));
     }
     EXPECT_EQ(settings::loadPrinterSettings(session, R"(\\srv\Laser)", 1).lngLinkerRand, 120);
@@ -75,7 +75,7 @@ TEST_F(SettingsTest, OldSettingsAreCarriedOverOnce) {
                                                                         {"OBERERRAND", "600"},
                                                                         {"ZEILENABSTAND", "222"},
                                                                         {"SCALEFAKTOR", "4,4"},
-                                                                        {"SCHACHT2", "258"}};
+                                                                        {"SCHACHT3", "258"}};
     EXPECT_EQ(host.settings.keys.at(runtime::upperCase(std::string(printersOf30) + "srv\\Laser")), carriedOver);
     EXPECT_TRUE(host.logged(R"(>     UNC-Druckername erkannt, führende \\ gekürzt: srv\Laser)"));
     EXPECT_TRUE(host.logged(">       alte Werte lesen") && host.logged(">       neue schreiben"));
