@@ -7,7 +7,6 @@ import getpass
 import os
 import re
 import shutil
-import signal
 import subprocess
 import tempfile
 import time
@@ -105,10 +104,6 @@ class PrivateCups:
         if self.process:
             self.process.kill()
             self.process.wait()
-
-    def suspend(self):
-        """Lets the server hang: it accepts connections and never answers, until stop()."""
-        self.process.send_signal(signal.SIGSTOP)
 
     def run(self, *command) -> str:
         """What a program of CUPS says: lpadmin, cupsdisable and the like."""

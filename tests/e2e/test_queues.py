@@ -3,6 +3,7 @@
 Besides the environment of support.py: KRVWINPR_PRINTERS names the program of cups/printers.cpp."""
 
 import os
+import signal
 import subprocess
 import time
 import unittest
@@ -89,7 +90,8 @@ class Printing(QueueTest):
     def test_a_server_that_hangs_or_stops_leaves_the_builtin_printer(self):
         self.cups.run("lpadmin", "-d", "archiv")
         begin = time.monotonic()
-        for fail, error, pdfs in ((self.cups.suspend, "110 .*antwortet nicht", ["A.pdf"]),
+        hang = lambda: self.cups.process.send_signal(signal.SIGSTOP)  # it accepts connections and never answers
+        for fail, error, pdfs in ((hang, "110 .*antwortet nicht", ["A.pdf"]),
                                   (self.cups.stop, "111 .*nicht erreichbar", ["A (2).pdf", "A.pdf"])):
             fail()
             self.job.run("A.OUT", "", "archiv")
@@ -129,7 +131,6 @@ class Printers(QueueTest):
         self.cups.run("cupsdisable", "Büro")
         self.assertEqual(self.ask("turned|Büro", "turned|Büro", "jobs|Büro", "record|Büro")[::6], ["2", "1 2 24 50"])
         self.assertEqual(self.ask("admin|Büro", "purge|Büro", "jobs|Büro"), ["1", "0"])
-        self.assertEqual(self.cups.waiting("Büro"), 0)
 
     def test_a_queue_that_is_not_there_is_an_error(self):
         for call in ("record", "jobs", "bins", "purge", "admin", "turned"):

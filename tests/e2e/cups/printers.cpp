@@ -60,5 +60,4 @@ int main(int count, char** arguments) {
             std::cout << "error " << error.code() << ' ' << error.detail() << '\n';
         }
     }
-    return 0;
 }
