@@ -26,8 +26,7 @@ int emHeight(double points, int pixelsPerInch) {
 }
 
 bool hasRatio(int symbology) {
-    return symbology == barcode::code39 || symbology == barcode::code39FullAscii ||
-           symbology == barcode::interleaved2of5;
+    return symbology == code39 || symbology == code39FullAscii || symbology == interleaved2of5;
 }
 
 bool isUsable(const platform::Surface* surface) {
@@ -58,8 +57,8 @@ void clsLinearBarCodes::BarRatio(double ratio) {
 }
 
 std::string clsLinearBarCodes::HRText() const {
-    const bool encodable = barcode::isSymbology(symbology_) && !data_.empty() && !refusedPosition(data_);
-    return encodable ? barcode::encode(symbology_, data_, options_).text : std::string();
+    const bool encodable = isSymbology(symbology_) && !data_.empty() && !refusedPosition(data_);
+    return encodable ? encode(symbology_, data_, options_).text : std::string();
 }
 
 std::int64_t clsLinearBarCodes::TotalBarWidth() { return measured().layout.total.width; }
@@ -67,16 +66,16 @@ std::int64_t clsLinearBarCodes::TotalBarWidth() { return measured().layout.total
 std::int64_t clsLinearBarCodes::TotalBarHeight() { return measured().layout.total.height; }
 
 void clsLinearBarCodes::DrawBarCode() {
-    const barcode::MeasuredSymbol symbol = measured();
+    const MeasuredSymbol symbol = measured();
     const platform::drawing::Turn turn(rotation_);
-    barcode::draw(*output_, symbol, {turn, barcode::originOnPage(turn, {x_, y_}, symbol.layout.total)}, color_);
+    draw(*output_, symbol, {turn, originOnPage(turn, {x_, y_}, symbol.layout.total)}, color_);
 }
 
-barcode::MeasuredSymbol clsLinearBarCodes::measured() {
+MeasuredSymbol clsLinearBarCodes::measured() {
     if (!isUsable(output_)) {
         fail(runtime::errInvalidCall, "Invalid control to output the barcode.", outputSource);
     }
-    if (!barcode::isSymbology(symbology_)) {
+    if (!isSymbology(symbology_)) {
         fail(runtime::errInvalidCall, "Invalid or no symbology selected.", drawSource);
     }
     if (data_.empty()) {
@@ -85,19 +84,19 @@ barcode::MeasuredSymbol clsLinearBarCodes::measured() {
     checkData(data_);
 
     const platform::DeviceCapabilities caps = output_->capabilities();
-    const std::int64_t narrow = barcode::narrowWidth(
+    const std::int64_t narrow = narrowWidth(
         xFactor_ * multiplier_, platform::drawing::Turn(rotation_).upright() ? caps.logPixelsY : caps.logPixelsX);
-    barcode::Symbol symbol = barcode::encode(symbology_, data_, options_);
-    const barcode::ElementWidths widths(narrow, ratio_);
-    const barcode::Size bars{widths.sum(symbol.elements), std::max(height_, 0)};
-    if (placement_ == barcode::TextPlacement::none) {
+    Symbol symbol = encode(symbology_, data_, options_);
+    const ElementWidths widths(narrow, ratio_);
+    const Size bars{widths.sum(symbol.elements), std::max(height_, 0)};
+    if (placement_ == TextPlacement::none) {
         symbol.text.clear();
     }
-    const barcode::Layout layout = barcode::layOut(bars, textPlace(symbol.text));
+    const Layout layout = layOut(bars, textPlace(symbol.text));
     return {std::move(symbol.elements), widths, std::move(symbol.text), layout};
 }
 
-barcode::TextPlace clsLinearBarCodes::textPlace(const std::string& text) {
+TextPlace clsLinearBarCodes::textPlace(const std::string& text) {
     if (text.empty()) {
         return {};
     }
@@ -108,18 +107,17 @@ barcode::TextPlace clsLinearBarCodes::textPlace(const std::string& text) {
 
 std::optional<std::size_t> clsLinearBarCodes::refusedPosition(const std::string& data) const {
     const auto refused = std::find_if_not(data.begin(), data.end(), [this](char character) {
-        return barcode::accepts(symbology_, static_cast<unsigned char>(character));
+        return accepts(symbology_, static_cast<unsigned char>(character));
     });
     return refused == data.end() ? std::nullopt : std::optional(static_cast<std::size_t>(refused - data.begin()));
 }
 
 void clsLinearBarCodes::checkData(const std::string& data) {
-    if (!barcode::isSymbology(symbology_)) {
+    if (!isSymbology(symbology_)) {
         return;
     }
     if (const auto position = refusedPosition(data)) {
-        fail(invalidCharacter, "Invalid character in the Barcode.", dataSource,
-             barcode::refusal(symbology_, data, *position));
+        fail(invalidCharacter, "Invalid character in the Barcode.", dataSource, refusal(symbology_, data, *position));
     }
 }
 

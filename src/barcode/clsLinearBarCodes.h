@@ -63,10 +63,10 @@ public:
     std::string HRText() const;
 
     // Where it stands: nowhere in a new object, and centred.
-    barcode::TextPlacement HRTextPlacement() const { return placement_; }
-    void HRTextPlacement(barcode::TextPlacement placement) { placement_ = placement; }
-    barcode::TextAlignment HRTextAlignment() const { return alignment_; }
-    void HRTextAlignment(barcode::TextAlignment alignment) { alignment_ = alignment; }
+    TextPlacement HRTextPlacement() const { return placement_; }
+    void HRTextPlacement(TextPlacement placement) { placement_ = placement; }
+    TextAlignment HRTextAlignment() const { return alignment_; }
+    void HRTextAlignment(TextAlignment alignment) { alignment_ = alignment; }
 
     // Pixels between the bars and the text; a negative gap is none. 0.
     int BarTextGap() const { return gap_; }
@@ -124,15 +124,15 @@ public:
 private:
     std::optional<std::size_t> refusedPosition(const std::string& data) const;
     void checkData(const std::string& data);
-    barcode::MeasuredSymbol measured();
-    barcode::TextPlace textPlace(const std::string& text);
+    MeasuredSymbol measured();
+    TextPlace textPlace(const std::string& text);
     [[noreturn]] void fail(std::int32_t number, const char* text, const char* source, std::string detail = {});
 
     std::string data_;
     int symbology_ = 0;
-    barcode::SymbolOptions options_;
-    barcode::TextPlacement placement_ = barcode::TextPlacement::none;
-    barcode::TextAlignment alignment_ = barcode::TextAlignment::centre;
+    SymbolOptions options_;
+    TextPlacement placement_ = TextPlacement::none;
+    TextAlignment alignment_ = TextAlignment::centre;
     int gap_ = 0;
     BarTextFontStyle font_;
     int height_ = 150;

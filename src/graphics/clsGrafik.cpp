@@ -73,7 +73,7 @@ void clsGrafik::load() {
     platform::System& system = session_->platform.system;
     log.line(">         Dateiname: ", bildname_);
     const bool inverted = wantsInversion();
-    const auto picture = pictures_->load(bildname_, inverted ? graphics::Colors::inverted : graphics::Colors::asInFile);
+    const auto picture = pictures_->load(bildname_, inverted ? Colors::inverted : Colors::asInFile);
     const runtime::Locale& locale = session_->locale();
     log.line(">         Auflösung (X, Y, Depth): ", resolutionText(picture->dpiX, locale), ", ",
              resolutionText(picture->dpiY, locale), ", ", std::to_string(picture->bitsPerPixel));

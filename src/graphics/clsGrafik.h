@@ -32,7 +32,7 @@ public:
     static constexpr float ownPosition = -1;
 
     // Both are borrowed for as long as Makro() is set.
-    clsGrafik(session::Session& session, graphics::PictureCache& pictures) : session_(&session), pictures_(&pictures) {}
+    clsGrafik(session::Session& session, PictureCache& pictures) : session_(&session), pictures_(&pictures) {}
 
     // Whether the position is measured from the corner of the sheet, less the margins, or from a reference point.
     bool AbsolutPos() const { return absolutPos_; }
@@ -98,7 +98,7 @@ private:
     void paint(const GraphicTarget& ziel, const Area& area, std::string& message) const;
 
     session::Session* session_;
-    graphics::PictureCache* pictures_;
+    PictureCache* pictures_;
     bool absolutPos_ = false;
     float scaleFaktor_ = 0;
     std::string masseinheit_;

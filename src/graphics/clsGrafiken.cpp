@@ -7,8 +7,7 @@
 
 namespace graphics {
 
-clsGrafik& clsGrafiken::Add(session::Session& session, graphics::PictureCache& pictures,
-                            const GraphicDefinition& daten) {
+clsGrafik& clsGrafiken::Add(session::Session& session, PictureCache& pictures, const GraphicDefinition& daten) {
     clsGrafik grafik(session, pictures);
     grafik.YPos(daten.sngYPos);
     grafik.XPos(daten.sngXPos);

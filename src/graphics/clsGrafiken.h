@@ -27,7 +27,7 @@ public:
 
     // Makes a graphic, loads its picture and appends it. What clsGrafik::Makro() throws is the caller's, and the
     // collection then stays as it was. Session and cache are borrowed for as long as the graphic lasts.
-    clsGrafik& Add(session::Session& session, graphics::PictureCache& pictures, const GraphicDefinition& daten);
+    clsGrafik& Add(session::Session& session, PictureCache& pictures, const GraphicDefinition& daten);
 
     // The graphic at a position from 1; errSubscript where there is none.
     clsGrafik& Item(std::size_t position);

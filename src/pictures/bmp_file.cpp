@@ -119,7 +119,7 @@ void encodePalette(const platform::Picture& picture, BmpHeader& header, std::str
 }
 
 void encodeRuns(const platform::Picture& picture, const BmpHeader& header, std::string& content) {
-    platform::Picture before = pictures::makePicture(header.width, header.height, header.bitsPerPixel);
+    platform::Picture before = makePicture(header.width, header.height, header.bitsPerPixel);
     const std::size_t end = decodeBmpRuns(content, header, before);
     const std::size_t sizeBefore = content.size();
     const std::string runs = encodeBmpRuns(picture, header.topDown);
@@ -137,7 +137,7 @@ bool isBmp(std::string_view content) { return content.starts_with("BM"); }
 
 platform::Picture decodeBmp(std::string_view content) {
     const BmpHeader header = readBmpHeader(content);
-    platform::Picture picture = pictures::makePicture(header.width, header.height, header.pictureBits());
+    platform::Picture picture = makePicture(header.width, header.height, header.pictureBits());
     picture.dpiX = header.dpiX;
     picture.dpiY = header.dpiY;
     if (header.bitsPerPixel > 8) {

@@ -44,7 +44,7 @@ void readSize(BmpHeader& header, std::string_view fields) {
         refuse("hat " + std::to_string(header.bitsPerPixel) + " Bits je Bildpunkt, was es nicht gibt");
     }
     header.topDown = height < 0;
-    pictures::checkPictureSize(width, header.topDown ? -height : height, header.pictureBits());
+    checkPictureSize(width, header.topDown ? -height : height, header.pictureBits());
     header.width = static_cast<int>(width);
     header.height = static_cast<int>(header.topDown ? -height : height);
 }

@@ -67,7 +67,7 @@ void repeatUpTo(std::vector<platform::Color>& palette, std::size_t count) {
 platform::Picture decodePcx(std::string_view content) {
     const PcxHeader header = readPcxHeader(content);
     const bool alpha = findAlpha(content, header);
-    platform::Picture picture = pictures::makePicture(header.width, header.height, header.pictureBits());
+    platform::Picture picture = makePicture(header.width, header.height, header.pictureBits());
     picture.dpiX = header.dpiX;
     picture.dpiY = header.dpiY;
     const PcxPlanes planes(header);

@@ -69,7 +69,7 @@ PcxHeader readPcxHeader(std::string_view content) {
     const auto side = [&](std::size_t from) {
         return std::int64_t{numberAt16(content, from + 4)} - numberAt16(content, from) + 1;
     };
-    pictures::checkPictureSize(side(4), side(6), header.pictureBits());
+    checkPictureSize(side(4), side(6), header.pictureBits());
     header.width = static_cast<int>(side(4));
     header.height = static_cast<int>(side(6));
     header.bytesPerLine = numberAt16(content, 66);

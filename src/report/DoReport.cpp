@@ -7,6 +7,7 @@
 #include "printer/printer_choice.h"
 #include "report/completion.h"
 #include "report/job_failure.h"
+#include "report/print_run.h"
 #include "report/printer_geometry.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"

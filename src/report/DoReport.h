@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "report/print_run.h"
+#include "report/let_events_run.h"
 #include "session/session.h"
 
 namespace report::MPrint {

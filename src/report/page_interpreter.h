@@ -7,7 +7,7 @@
 #include "printer/Printer.h"
 #include "printer/clsDrucker.h"
 #include "report/job_state.h"
-#include "report/print_run.h"
+#include "report/let_events_run.h"
 #include "session/session.h"
 
 namespace report {

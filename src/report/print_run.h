@@ -1,7 +1,6 @@
 // Preparing a printer for a report, and turning its pages: what a job does once it has its text and its printer.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <string_view>
 
@@ -9,13 +8,10 @@
 #include "printer/Printer.h"
 #include "report/job_progress.h"
 #include "report/job_state.h"
+#include "report/let_events_run.h"
 #include "session/session.h"
 
 namespace report {
-
-// Lets pending events of windows be processed while a job prints. Whoever starts the job knows which ones may be: a
-// window that started it must be neither closed meanwhile nor start another one.
-using LetEventsRun = std::function<void()>;
 
 // What all of it works on.
 struct PrintRun {

@@ -12,7 +12,7 @@
 namespace settings {
 
 // A value below a printer's key, decimal text there. Its range is that of the type; a text that is no number of that
-// type counts as the default.
+// type counts as the default, but for a tray that a job asks for: there it is an error.
 template <typename Number>
 struct Setting {
     std::string_view name;

@@ -1,5 +1,4 @@
-// The selection file, for the printer selection: remembers the printer last confirmed in the printer selection, in the
-// host's working directory.
+// The selection file remembers the printer last confirmed in the printer selection, in the host's working directory.
 #pragma once
 
 #include <string>
