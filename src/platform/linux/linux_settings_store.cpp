@@ -1,7 +1,6 @@
 #include "platform/linux/linux_settings_store.h"
 
 #include <fcntl.h>
-#include <pwd.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,6 +14,7 @@
 
 #include "platform/linux/file_descriptor.h"
 #include "platform/linux/files.h"
+#include "platform/linux/user_folders.h"
 
 namespace platform_linux {
 
@@ -24,7 +24,6 @@ using platform::SettingsRoot;
 using platform::SettingsValue;
 
 constexpr mode_t privateFile = 0600;
-constexpr mode_t privateFolder = 0700;
 
 constexpr std::string_view explanation =
     R"(# Einstellungen von KRVWinPr. Diese Datei darf von Hand geändert werden, am besten, wenn gerade nichts gedruckt wird.
@@ -42,24 +41,9 @@ constexpr std::string_view explanation =
 #   IgnorePaperSize=1          Papiergröße des Druckers nicht umstellen (0 = umstellen)
 )";
 
-std::string homeFolder() {
-    if (const char* home = ::getenv("HOME"); home != nullptr && *home == '/') {
-        return home;
-    }
-    const passwd* user = ::getpwuid(::geteuid());
-    return user != nullptr && user->pw_dir != nullptr ? user->pw_dir : "";
-}
-
 std::string folderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     return slash == std::string::npos ? std::string() : path.substr(0, slash);
-}
-
-void makeFolders(const std::string& path) {
-    for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
-        // One that cannot be made is noticed when the file is written.
-        ::mkdir(path.substr(0, end).c_str(), privateFolder);
-    }
 }
 
 // The file that a link leads to, which need not exist; the path itself where it is no link.
@@ -134,10 +118,8 @@ LinuxSettingsStore::LinuxSettingsStore(std::string path, std::chrono::millisecon
 LinuxSettingsStore::~LinuxSettingsStore() { commit(); }
 
 std::string LinuxSettingsStore::usualPath() {
-    const char* configured = ::getenv("XDG_CONFIG_HOME");
-    const bool usable = configured != nullptr && *configured == '/';
-    const std::string folder = usable ? std::string(configured) : homeFolder() + "/.config";
-    return folder.front() == '/' && folder != "/.config" ? folder + "/KRVWinPr/settings.ini" : std::string();
+    const std::string folder = userFolder("XDG_CONFIG_HOME", ".config");
+    return folder.empty() ? folder : folder + "/settings.ini";
 }
 
 SettingsFile& LinuxSettingsStore::file() {
@@ -176,7 +158,7 @@ bool LinuxSettingsStore::commit() {
 }
 
 bool LinuxSettingsStore::commitTo(const std::string& path) {
-    makeFolders(path);
+    makePrivateFolders(path);
     const std::string target = linkTarget(path);
     const FileDescriptor lock = lockedFile(target + ".lock", lockWait_);
     if (!lock) {
