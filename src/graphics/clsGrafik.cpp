@@ -102,6 +102,7 @@ void clsGrafik::ignoreOrRaise(const Error& error) const {
     if (session_->log.debugging()) {
         throw Error(errMissing, source, "Bilddatei " + bildname_ + " nicht gefunden.");
     }
+    session_->tellOnce("Bilddatei " + bildname_ + " nicht gefunden; gedruckt wird ohne diese Grafik.");
 }
 
 void clsGrafik::PrintGrafik(const GraphicTarget& ziel, std::string& message, float x, float y) const {

@@ -14,6 +14,9 @@ public:
     // to the case of their letters; the first of several wins. Blanks around the value and one pair of quotes round it
     // are taken off. At most 254 characters: the buffer has 255, one of them is the end mark.
     virtual std::string text(std::string_view section, std::string_view key, std::string_view fallback) = 0;
+
+    // Why a file that is there could not be read, with its path; empty where it was read, or is missing.
+    virtual std::string failure() = 0;
 };
 
 }  // namespace platform

@@ -3,6 +3,8 @@
 #include <cmath>
 
 #include "barcode/clsLinearBarCodes.h"
+#include "report/hplaser_ini.h"
+#include "runtime/error.h"
 #include "runtime/numbers.h"
 
 namespace report {
@@ -32,6 +34,20 @@ std::string overhang(std::string_view edge, std::int64_t pixels, int pixelsPerIn
     }
     const double tenths = std::ceil(static_cast<double>(pixels) * 254 / pixelsPerInch);
     return ", " + std::string(edge) + " " + runtime::singleText(static_cast<float>(tenths / 10), locale) + " mm";
+}
+
+std::int32_t heightInPixels(session::Session& session, double inches, int pixelsPerInch) {
+    std::int32_t height = 0;
+    try {
+        height = runtime::roundToLong(pixelsPerInch * inches);
+    } catch (const runtime::Error& error) {
+        throw error.at(barcodeHeightPlace);
+    }
+    if (height <= 0) {
+        session.tellOnce("Barcodes werden nicht gedruckt: Sie sind " + runtime::doubleText(inches, session.locale()) +
+                         " Zoll hoch. Bitte den Wert ändern " + barcodeHeightPlace + ".");
+    }
+    return height;
 }
 
 std::string overhangs(barcode::clsLinearBarCodes& barcode, const platform::DeviceCapabilities& caps,
@@ -73,7 +89,7 @@ void printBarcode(session::Session& session, printer::Printer& printer, const Ba
     session.log.line(">       Barcodeparameter: XFactor ", runtime::doubleText(barcode.BarXFactor(), locale),
                      ", Ratio ", runtime::doubleText(barcode.BarRatio(), locale), ", Multiplier ",
                      std::to_string(barcode.BarMultiplier()));
-    barcode.BarcodeHeight(runtime::roundToLong(caps.logPixelsY * height));
+    barcode.BarcodeHeight(heightInPixels(session, height, caps.logPixelsY));
     barcode.BarCodeData(macro.data);
     barcode.DrawBarCode();
     if (session.log.writes()) {

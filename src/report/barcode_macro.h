@@ -22,7 +22,8 @@ BarcodeMacro readBarcodeMacro(std::string_view fields);
 
 // Prints the data, which is not empty, as Code 39 with bars of the given height in inches, wherever the printer's
 // position is, and leaves it there. What reaches beyond the printable area is drawn as far as the sheet goes and
-// reported in the log. Throws what clsLinearBarCodes throws, errOverflow for a position beyond 32 bits.
+// reported in the log; that bars have no height is told once. Throws what clsLinearBarCodes throws, errOverflow for a
+// position or a height beyond 32 bits.
 void printBarcode(session::Session& session, printer::Printer& printer, const BarcodeMacro& macro, double height);
 
 }  // namespace report

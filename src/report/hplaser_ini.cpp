@@ -82,6 +82,14 @@ bool isFileName(std::string_view field) {
     return characters(field) > longestNumber && runtime::numberPrefix(field, '.') == 0;
 }
 
+double heightOf(std::string_view value) {
+    try {
+        return runtime::numberPrefix(runtime::withDecimalComma(value), ',');
+    } catch (const Error& error) {
+        throw error.at(barcodeHeightPlace);
+    }
+}
+
 std::string_view withoutLeadingBlanks(std::string_view text) {
     return text.substr(std::min(text.find_first_not_of(' '), text.size()));
 }
@@ -92,7 +100,12 @@ HplaserIni::HplaserIni(session::Session& session, graphics::PictureCache& pictur
     : session_(session),
       pictures_(pictures),
       profile_(session.platform.system.openProfile(runtime::AddBackslash(session.platform.system.currentDirectory()) +
-                                                   fileName)) {}
+                                                   fileName)) {
+    if (const std::string failure = profile_->failure(); !failure.empty()) {
+        session_.tellOnce("HPLASER.INI ist nicht lesbar: " + failure +
+                          ". Gedruckt wird ohne die Grafiken und Einstellungen darin.");
+    }
+}
 
 std::string HplaserIni::read(std::string_view section, std::string_view key) {
     return profile_->text(section, key, notSet);
@@ -100,8 +113,7 @@ std::string HplaserIni::read(std::string_view section, std::string_view key) {
 
 double HplaserIni::GetBarcodeHeight() {
     const std::string value = read("Font", "BarcodeHeight");
-    const double height =
-        isSet(value) ? runtime::numberPrefix(runtime::withDecimalComma(value), ',') : defaultBarcodeHeight;
+    const double height = isSet(value) ? heightOf(value) : defaultBarcodeHeight;
     session_.log.line(">     GetBarcodeHeight: ", runtime::doubleText(height, session_.locale()),
                       ", gelesener Wert:  ", withoutLeadingBlanks(value));
     return height;
@@ -144,9 +156,7 @@ void HplaserIni::readKey(std::string_view section, const std::string& key, Step 
     try {
         step(value);
     } catch (const Error& error) {
-        const std::string place = "(" + key + " in [" + std::string(section) + "] von " + fileName + ")";
-        throw Error(error.number(), error.source(), error.description(),
-                    error.detail() + (error.detail().empty() ? "" : " ") + place);
+        throw error.at("(" + key + " in [" + std::string(section) + "] von " + fileName + ")");
     }
 }
 

@@ -13,15 +13,19 @@
 
 namespace report {
 
+// Where the barcode height stands, as messages name it.
+inline constexpr const char* barcodeHeightPlace = "(BarcodeHeight in [Font] von hplaser.ini)";
+
 // A key that is missing, empty or "Vorgabe" is not set; a missing file sets nothing. Decimals have "." or "," as their
 // separator, whatever the user's locale is.
 class HplaserIni {
 public:
-    // Opens the file. Session and cache are borrowed; the graphics read borrow them too.
+    // Opens the file. Session and cache are borrowed; the graphics read borrow them too. A file that is there but
+    // cannot be read is told, and sets nothing.
     HplaserIni(session::Session& session, graphics::PictureCache& pictures);
 
     // Height of barcodes in inches, "BarcodeHeight" in "Font": as much of it as is a number; defaultBarcodeHeight where
-    // it is not set.
+    // it is not set. errOverflow.
     double GetBarcodeHeight();
 
     // Whether scale factors are adapted to the screen: "AutoScaleDPI" in "Modus" is "TRUE" in any case. Kept for the

@@ -20,6 +20,8 @@ struct JobState {
     graphics::clsGrafiken colGrafik;                 // the two sets of graphics
     graphics::clsGrafiken colGrafikA;
 
+    std::int16_t intSeite = 1;  // number of the page in the print file, for messages only
+
     // Which objects a pass draws.
     bool blnGrafikAusgeben = true;
     bool blnTextAusgeben = true;

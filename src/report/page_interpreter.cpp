@@ -136,8 +136,13 @@ void PageInterpreter::macro() {
     }
     const std::size_t codeBegin = position_;
     position_ += codeLength;
-    if (!execute(code)) {
-        position_ = codeBegin;
+    try {
+        if (!execute(code)) {
+            position_ = codeBegin;
+        }
+    } catch (const runtime::Error& error) {
+        throw error.at("(Makro ^" + std::string(code) + " auf Seite " + std::to_string(state_.intSeite) + ", Zeile " +
+                       std::to_string(line_) + ")");
     }
 }
 

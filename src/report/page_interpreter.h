@@ -12,7 +12,8 @@
 
 namespace report {
 
-// A run-time error of the printer or of a macro ends the page and is the caller's.
+// A run-time error of the printer or of a macro ends the page and is the caller's; the detail names macro, page and
+// line.
 class PageInterpreter {
 public:
     // All are borrowed for the job.

@@ -42,11 +42,11 @@ void printPages(PrintRun& run, std::string_view printText, const std::string& sG
     PageCutter cutter(printText);
     PageInterpreter interpreter(run.session, run.printer, run.state, run.letEventsRun);
     Background background(run.session, run.pictures, sGrafikname);
-    std::int16_t pageNumber = 1;
+    std::int16_t& intSeite = run.state.intSeite;
     std::optional<std::string_view> page = cutter.nextPage();
     selectTray(run.session, run.printer, cutter.requestedTray());
     while (page) {
-        log.line(">     bearbeite Seite: ", std::to_string(pageNumber));
+        log.line(">     bearbeite Seite: ", std::to_string(intSeite));
         toPageStart(run);
         if (background.wanted()) {
             run.progress.during(Stretch::background, [&] { background.draw(run.printer); });
@@ -59,7 +59,7 @@ void printPages(PrintRun& run, std::string_view printText, const std::string& sG
         if (page) {
             run.printer.NewPage();
             selectTray(run.session, run.printer, cutter.requestedTray());
-            pageNumber = runtime::addInteger(pageNumber, 1);
+            intSeite = runtime::addInteger(intSeite, 1);
         }
     }
     log.line(">   Druckende");

@@ -46,6 +46,10 @@ std::string describe(std::int32_t number) {
     return std::string(found != descriptions.end() ? found->text : "Anwendungs- oder objektdefinierter Fehler");
 }
 
+Error Error::at(const std::string& place) const {
+    return {number_, source_, description_, detail_.empty() ? place : detail_ + " " + place};
+}
+
 Error::Error(std::int32_t number, std::string detail) : Error(number, {}, describe(number), std::move(detail)) {}
 
 Error::Error(std::int32_t number, std::string source, std::string description, std::string detail)

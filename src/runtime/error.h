@@ -48,6 +48,8 @@ public:
     const std::string& detail() const noexcept { return detail_; }
     // Description, and the detail where there is one, behind ": " unless the description is a sentence.
     const std::string& message() const noexcept { return message_; }
+    // The same error; its detail also says where it happened: "(Grafik1 in [Grafik])".
+    Error at(const std::string& place) const;
     const char* what() const noexcept override { return message_.c_str(); }
 
 private:

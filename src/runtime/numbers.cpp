@@ -114,6 +114,24 @@ private:
     std::string number_;
 };
 
+// Whether a number in C notation that is not 0 has a power of ten below 0: what does not fit into a double is then too
+// small for it, otherwise too large.
+bool isSmall(std::string_view number) {
+    const std::size_t mark = std::min(number.find('e'), number.size());
+    const std::string_view mantissa = number.substr(0, mark);
+    const std::size_t point = std::min(mantissa.find('.'), mark);
+    const std::size_t first = mantissa.find_first_of("123456789");
+    std::int64_t exponent = 0;
+    if (mark < number.size()) {
+        const std::string_view digits = number.substr(mark + 1);
+        const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), exponent);
+        if (error != std::errc{}) {
+            return digits.starts_with('-');
+        }
+    }
+    return exponent < static_cast<std::int64_t>(first) - static_cast<std::int64_t>(point);
+}
+
 double valueOf(std::string number) {
     if (number.starts_with('.')) {
         number.insert(0, "0");
@@ -123,8 +141,7 @@ double valueOf(std::string number) {
     double value = 0;
     const auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
     if (error == std::errc::result_out_of_range) {
-        const std::size_t exponent = number.find('e');
-        if (exponent != std::string::npos && number.find('-', exponent) != std::string::npos) {
+        if (isSmall(number)) {
             return 0;
         }
         throw Error(errOverflow);

@@ -11,11 +11,16 @@ Session::Session(platform::Platform& ports) : platform(ports), log(ports.system)
     program.name = fileName.substr(0, fileName.rfind('.'));
 }
 
+void Session::tellOnce(const std::string& line) {
+    if (told_.insert(line).second) {
+        platform.dialogs.diagnostic(line);
+    }
+}
+
 void Session::storeSettings() {
-    if (!platform.settings.commit() && !settingsFailureTold_) {
-        settingsFailureTold_ = true;
-        platform.dialogs.diagnostic("Die Einstellungen konnten nicht gespeichert werden (" + platform.settings.place() +
-                                    "); bitte Rechte und freien Platz prüfen.");
+    if (!platform.settings.commit()) {
+        tellOnce("Die Einstellungen konnten nicht gespeichert werden (" + platform.settings.place() +
+                 "); bitte Rechte und freien Platz prüfen.");
     }
 }
 

@@ -1,6 +1,7 @@
 // What every routine of one run needs: the ports, the debug log and what the program calls itself.
 #pragma once
 
+#include <set>
 #include <string>
 
 #include "platform/platform.h"
@@ -25,11 +26,14 @@ struct Session {
 
     const runtime::Locale& locale() const { return platform.system.locale(); }
 
+    // Tells whoever started the program, once however often it is said.
+    void tellOnce(const std::string& line);
+
     // Makes the settings set so far durable. That this failed is no error of the job; it is told once.
     void storeSettings();
 
 private:
-    bool settingsFailureTold_ = false;
+    std::set<std::string> told_;
 };
 
 }  // namespace session

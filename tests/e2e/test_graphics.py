@@ -51,7 +51,7 @@ class Pages(JobTest):
     def test_a_picture_that_cannot_be_used_ends_the_job_with_its_reason(self):
         self.job.write("HPLASER.INI", "[Grafik]\nGrafik1=1,1,1\n")
         self.job.write("A.OUT", "eins^GR\f")
-        self.assertEqual(self.job.run("A.OUT", "KEINEGRAFIK", PRINTER).errors, "")
+        self.assertIn("KRVWin.M1 nicht gefunden", self.job.run("A.OUT", "KEINEGRAFIK", PRINTER).errors)
         self.assertEqual(self.job.lines("A.pdf"), [["eins"]])
         picture = bmp(96, 48, RED)
         for content, mode, reason in (

@@ -66,6 +66,8 @@ TEST_F(SystemPort, SaysWhatIsWrongAndLeavesEverythingAsItWas) {
         }
         EXPECT_EQ(system.openProfile(path)->text("a", "k", "Vorgabe"), "Vorgabe");
     }
+    EXPECT_TRUE(system.openProfile(folder / "taken")->failure().starts_with(folder / "taken"));
+    EXPECT_EQ(system.openProfile(folder / "missing")->failure() + system.openProfile(folder / "file")->failure(), "");
     EXPECT_EQ(errorOf([&] { system.writeFile(folder / "file\\x", "x"); }), runtime::errPathNotFound);
     EXPECT_EQ(errorOf([&] { system.readFile(folder / "missing"); }), runtime::errFileNotFound);
     EXPECT_EQ(errorOf([&] { system.rewriteFile(folder / "missing", "x"); }), runtime::errFileNotFound);

@@ -17,7 +17,7 @@ struct Meaning {
 };
 
 constexpr std::string_view noRights = "keine Berechtigung; die Rechte der Datei und ihrer Ordner prüfen";
-constexpr std::string_view noSpace = "auf dem Datenträger ist kein Platz mehr; Platz schaffen und erneut drucken";
+constexpr std::string_view noSpace = "auf dem Datenträger ist kein Platz mehr; dort Platz schaffen";
 constexpr std::string_view badName = "so darf eine Datei nicht heißen";
 constexpr std::string_view tooManyOpen = "zu viele Dateien sind geöffnet; andere Programme beenden";
 
@@ -34,7 +34,7 @@ constexpr std::array meanings = {
     Meaning{ENAMETOOLONG, runtime::errBadFileName, "der Name ist zu lang"},
     Meaning{EINVAL, runtime::errBadFileName, badName},
     Meaning{ENOSPC, runtime::errDiskFull, noSpace},
-    Meaning{EDQUOT, runtime::errDiskFull, "das Speicherkontingent ist erschöpft; Platz schaffen und erneut drucken"},
+    Meaning{EDQUOT, runtime::errDiskFull, "das Speicherkontingent ist erschöpft; Platz schaffen"},
     Meaning{EFBIG, runtime::errDiskFull, "die Datei wird größer als erlaubt"},
     Meaning{EMFILE, runtime::errTooManyFiles, tooManyOpen},
     Meaning{ENFILE, runtime::errTooManyFiles, tooManyOpen},

@@ -138,10 +138,11 @@ void LinuxSystem::appendFile(const std::string& path, std::string_view content) 
 std::unique_ptr<platform::Profile> LinuxSystem::openProfile(const std::string& path) {
     constexpr std::size_t most = std::size_t{1} << 20;
     std::string content;
-    if (const ResolvedPath file = findPath(path); file.error == 0) {
-        readStartOfFile(file.path, most, content);
-    }
-    return std::make_unique<ProfileText>(std::move(content));
+    const ResolvedPath file = findPath(path);
+    const int error = file.error != 0 ? file.error : readStartOfFile(file.path, most, content);
+    const bool missing = error == ENOENT || error == ENOTDIR;
+    return std::make_unique<ProfileText>(
+        std::move(content), error == 0 || missing ? std::string() : file.path + " (" + errorReason(error) + ")");
 }
 
 bool LinuxSystem::fileExists(const std::string& path) {

@@ -77,7 +77,8 @@ std::string_view valueOf(std::string_view text) {
 
 }  // namespace
 
-ProfileText::ProfileText(std::string content) : content_(std::move(content)) {
+ProfileText::ProfileText(std::string content, std::string failure)
+    : content_(std::move(content)), failure_(std::move(failure)) {
     if (content_.starts_with(utf16Mark)) {
         content_ = fromUtf16(std::string_view(content_).substr(utf16Mark.size()));
     } else if (content_.starts_with(utf8Mark)) {

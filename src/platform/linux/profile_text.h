@@ -18,12 +18,14 @@ namespace platform_linux {
 // A byte-order mark is skipped; UTF-16 with the mark FF FE becomes UTF-8. Other bytes stay as they are.
 class ProfileText : public platform::Profile {
 public:
-    explicit ProfileText(std::string content);
+    explicit ProfileText(std::string content, std::string failure = {});
 
     std::string text(std::string_view section, std::string_view key, std::string_view fallback) override;
+    std::string failure() override { return failure_; }
 
 private:
     std::string content_;
+    std::string failure_;
 };
 
 }  // namespace platform_linux

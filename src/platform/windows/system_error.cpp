@@ -23,7 +23,7 @@ constexpr std::string_view noRights = "keine Berechtigung; die Rechte der Datei 
 constexpr std::string_view inUse = "ein anderes Programm benutzt die Datei; sie dort schließen";
 constexpr std::string_view noFolder = "der Ordner fehlt; den Pfad prüfen oder den Ordner anlegen";
 constexpr std::string_view noServer = "der Server ist nicht erreichbar; Netzwerk und Freigabe prüfen";
-constexpr std::string_view noSpace = "auf dem Datenträger ist kein Platz mehr; Platz schaffen und erneut drucken";
+constexpr std::string_view noSpace = "auf dem Datenträger ist kein Platz mehr; dort Platz schaffen";
 constexpr std::string_view badName = "so darf eine Datei nicht heißen";
 constexpr std::string_view noMemory = "die Datei ist größer als der freie Speicher";
 

@@ -4,6 +4,8 @@
 
 #include <array>
 
+#include "platform/windows/files.h"
+#include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
 
 namespace platform_windows {
@@ -13,6 +15,13 @@ std::string WindowsProfile::text(std::string_view section, std::string_view key,
     const DWORD length = ::GetPrivateProfileStringW(widen(section).c_str(), widen(key).c_str(), widen(fallback).c_str(),
                                                     value.data(), static_cast<DWORD>(value.size()), path_.c_str());
     return narrow({value.data(), length});
+}
+
+std::string WindowsProfile::failure() {
+    std::string content;
+    const DWORD error = readWholeFile(path_, content);
+    const bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    return error == 0 || missing ? std::string() : shownPath(path_) + " (" + systemMessage(error) + ")";
 }
 
 }  // namespace platform_windows

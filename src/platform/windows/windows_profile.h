@@ -14,6 +14,8 @@ public:
     // A native path (files.h).
     explicit WindowsProfile(std::wstring path) : path_(std::move(path)) {}
 
+    // Opens the file once more; what the system's function itself met it does not say.
+    std::string failure() override;
     std::string text(std::string_view section, std::string_view key, std::string_view fallback) override;
 
 private:

@@ -170,6 +170,10 @@ TEST_F(ReportTest, AJobThatFailsLaterDeliversTheFinishedPages) {
     set("Schacht3", "hinten");
     EXPECT_EQ(report("a\f^TR3c"), "Laser 1: / a OK");
     EXPECT_TRUE(host.logged(">     Allgemeiner Fehler in DoReport 13 Typen unverträglich"));
+    for (const char* number : {"1e99", "9999999"}) {
+        EXPECT_EQ(report("a\f\n^BC" + std::string(number) + ",1,A\\"), "Laser 1: / a OK");
+        EXPECT_TRUE(host.dialogs.diagnostics.back().ends_with("Überlauf: (Makro ^BC auf Seite 2, Zeile 2)"));
+    }
     EXPECT_EQ(report("a\f^BC1,1,l\\\fc"), "Laser 1: / a OK");
     EXPECT_TRUE(host.dialogs.diagnostics.back().starts_with(
         "Druckauftrag 'A.OUT' abgebrochen, Fehler 5970: Invalid character in the Barcode. Zeichen 'l' an Stelle 1"));
@@ -183,6 +187,29 @@ TEST_F(ReportTest, AJobThatFailsLaterDeliversTheFinishedPages) {
     EXPECT_EQ(report("a\fb\fc"), "Laser 1: dropped / a OK");
     EXPECT_TRUE(host.logged(">     DoPage Fehler in DoReport 61 Datenträger voll"));
     EXPECT_TRUE(host.logged(">       Druckerstatus: Paper Out"));
+}
+
+TEST_F(ReportTest, WhatIsMissingInPrintIsToldOnceForAJob) {
+    session.log.debugging(false);
+    host.system.files["C:\\KORVANO\\hplaser.ini"] = "";
+    auto& values = host.system.profile.values = {{{"Grafik", "Grafik1"}, "1,2,nichts.bmp"},
+                                                 {{"Grafik_A", "Grafik1"}, "1,2,nichts.bmp"},
+                                                 {{"Font", "BarcodeHeight"}, "-0,0001"}};
+    host.system.profile.unreadable = "hplaser.ini (keine Berechtigung)";
+    EXPECT_EQ(report("^GR^GA^BC1,1,A\\^BC1,1,A\\x\f^BC1,1,A\\"), "Laser 1: / x / OK");
+    EXPECT_EQ(
+        host.dialogs.diagnostics,
+        (Lines{"HPLASER.INI ist nicht lesbar: hplaser.ini (keine Berechtigung). Gedruckt wird ohne die Grafiken und "
+               "Einstellungen darin.",
+               "Bilddatei nichts.bmp nicht gefunden; gedruckt wird ohne diese Grafik.",
+               "Barcodes werden nicht gedruckt: Sie sind -0,0001 Zoll hoch. Bitte den Wert ändern (BarcodeHeight in "
+               "[Font] von hplaser.ini)."}));
+    for (const char* height : {"1e999", "1e300"}) {
+        values[{"Font", "BarcodeHeight"}] = height;
+        report("^BC1,1,A\\");
+        EXPECT_NE(host.dialogs.diagnostics.back().find("Überlauf: (BarcodeHeight in [Font] von hplaser.ini)"),
+                  std::string::npos);
+    }
 }
 
 TEST_F(ReportTest, FilesThatCannotBeWrittenStillLetThePrinterOrTheHostGoOn) {

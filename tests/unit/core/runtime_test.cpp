@@ -44,7 +44,15 @@ TEST(Numbers, PrefixReadsAsFarAsItIsANumber) {
         EXPECT_DOUBLE_EQ(runtime::numberPrefix(text, ','), value) << text;
     }
     EXPECT_EQ(errorNumber([] { runtime::numberPrefix("1e999", ','); }), 6);
-    EXPECT_EQ(runtime::numberPrefix("1e-999", ','), 0);
+    // What does not fit is 0 or an overflow, however it is written.
+    const std::string zeros(400, '0');
+    const std::string nines(400, '9');
+    for (const std::string& tiny : {std::string("-1e-999"), "0," + zeros + "1", nines + "e-99999999999999999999"}) {
+        EXPECT_EQ(runtime::numberPrefix(tiny, ','), 0) << tiny;
+    }
+    for (const std::string& huge : {nines + "e-50", "0," + zeros + "1e999", std::string("1e99999999999999999999")}) {
+        EXPECT_EQ(errorNumber([&] { runtime::numberPrefix(huge, ','); }), 6) << huge;
+    }
 }
 
 TEST(Numbers, StrictReadingTakesTheWholeTextInTheLocale) {

@@ -25,6 +25,8 @@ public:
         const auto found = values.find({std::string(section), std::string(key)});
         return found == values.end() ? std::string(fallback) : found->second;
     }
+    std::string unreadable;
+    std::string failure() override { return unreadable; }
 };
 
 // Picture files of the test's own kind: the content names the picture.
