@@ -11,6 +11,12 @@ foreach(name pdf log faults queues desktop graphics barcodes)
 endforeach()
 set_property(TEST e2e.queues APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TARGET_FILE:krv-printers>")
 
+# The desktop's notification service for the tests of messages.
+add_executable(krv-notifications e2e/desktop/notifications.cpp)
+target_link_libraries(krv-notifications PRIVATE PkgConfig::DBUS)
+set_target_properties(krv-notifications PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+set_property(TEST e2e.desktop APPEND PROPERTY ENVIRONMENT "KRVWINPR_NOTIFICATIONS=$<TARGET_FILE:krv-notifications>")
+
 # Symbols for the readers of the barcode tests.
 add_executable(barcode_sheet e2e/barcode_sheet.cpp)
 target_include_directories(barcode_sheet PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})

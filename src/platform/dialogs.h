@@ -27,6 +27,10 @@ public:
 
     // One line for whoever started the program from a shell; dropped where there is no such place. Never throws.
     virtual void diagnostic(const std::string& line) = 0;
+
+    // Shows a short message, plain text, on the user's desktop, without a box and without waiting for anybody; dropped
+    // where there is no desktop. Never throws.
+    virtual void notify(const std::string& text) = 0;
 };
 
 }  // namespace platform

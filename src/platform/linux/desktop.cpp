@@ -11,4 +11,6 @@ bool isSet(const char* variable) {
 
 bool desktopNamed() { return isSet("DISPLAY") || isSet("WAYLAND_DISPLAY"); }
 
+bool sessionNamed() { return isSet("DBUS_SESSION_BUS_ADDRESS") || isSet("XDG_RUNTIME_DIR"); }
+
 }  // namespace platform_linux

@@ -16,9 +16,13 @@ namespace platform_linux {
 
 namespace {
 
-[[noreturn]] void runChild(const std::function<int()>& function, int reportTo) {
+void leaveNoCore() {
     const rlimit noCore{0, 0};
     ::setrlimit(RLIMIT_CORE, &noCore);
+}
+
+[[noreturn]] void runChild(const std::function<int()>& function, int reportTo) {
+    leaveNoCore();
     if (const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) {
         ::dup2(nowhere, STDERR_FILENO);
     }
@@ -44,6 +48,43 @@ bool waitFor(int descriptor, std::chrono::milliseconds limit) {
     return ready > 0;
 }
 
+void letGoOfEverything() {
+    constexpr unsigned int highestDescriptor = ~0U;
+    ::close_range(0, highestDescriptor, 0);
+    ::open("/dev/null", O_RDWR);
+    ::dup2(STDIN_FILENO, STDOUT_FILENO);
+    ::dup2(STDIN_FILENO, STDERR_FILENO);
+    if (::chdir("/") != 0) {
+        ::_exit(1);
+    }
+}
+
+void endAfter(std::chrono::seconds limit) {
+    sigset_t alarm;
+    ::sigemptyset(&alarm);
+    ::sigaddset(&alarm, SIGALRM);
+    ::signal(SIGALRM, SIG_DFL);
+    ::sigprocmask(SIG_UNBLOCK, &alarm, nullptr);
+    ::alarm(static_cast<unsigned int>(limit.count()));
+}
+
+[[noreturn]] void runDetached(const std::function<void()>& function, std::chrono::seconds limit) {
+    endAfter(limit);
+    leaveNoCore();
+    letGoOfEverything();
+    try {
+        function();
+    } catch (...) {
+        ::_exit(1);
+    }
+    ::_exit(0);
+}
+
+void waitForEndOf(pid_t child) {
+    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
 }  // namespace
 
 std::optional<int> forkedCall(const std::function<int()>& function, std::chrono::milliseconds limit) {
@@ -64,9 +105,23 @@ std::optional<int> forkedCall(const std::function<int()>& function, std::chrono:
     int result = 0;
     const bool told = waitFor(reading.get(), limit) && ::read(reading.get(), &result, sizeof result) == sizeof result;
     ::kill(child, SIGKILL);
-    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
-    }
+    waitForEndOf(child);
     return told ? std::optional<int>(result) : std::nullopt;
+}
+
+// The child in between ends at once, so that the process is nobody's here and leaves no trace when it ends.
+void detachedCall(const std::function<void()>& function, std::chrono::seconds limit) {
+    const pid_t between = ::fork();
+    if (between == 0) {
+        ::setsid();
+        if (::fork() == 0) {
+            runDetached(function, limit);
+        }
+        ::_exit(0);
+    }
+    if (between > 0) {
+        waitForEndOf(between);
+    }
 }
 
 }  // namespace platform_linux

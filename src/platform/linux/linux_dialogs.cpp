@@ -18,6 +18,7 @@
 #include "platform/linux/desktop.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/module.h"
+#include "platform/linux/notification/notification.h"
 #include "platform/linux/paths.h"
 #include "platform/messages/unseen_box.h"
 #include "runtime/program.h"
@@ -169,6 +170,19 @@ void LinuxDialogs::showTextFile(const std::string& path) {
 void LinuxDialogs::diagnostic(const std::string& line) {
     const NoBrokenPipeSignal quiet;
     writeToStandardError(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\n");
+}
+
+void LinuxDialogs::notify(const std::string& text) {
+    constexpr std::chrono::seconds limit{30};
+    if (!sessionNamed()) {
+        return;
+    }
+    detachedCall(
+        [&text] {
+            reinterpret_cast<notification::ShowNotification>(moduleEntry("notification"))(
+                platform::messages::oneLine(text));
+        },
+        limit);
 }
 
 }  // namespace platform_linux

@@ -12,6 +12,8 @@ namespace platform_linux {
 // There is a desktop where DISPLAY or WAYLAND_DISPLAY is set and the module "qt" can open windows there; this is found
 // out, and Qt loaded, with the first box. On standard error a box is one line, "KRVWinPr: title: text", the title left
 // out where it is the program's name; behind a question stands the answer taken for it.
+// A notification is the business of a process of its own, which loads the module "notification" and is ended after half
+// a minute: a session bus that hangs holds nobody up.
 class LinuxDialogs : public platform::Dialogs {
 public:
     platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
@@ -19,6 +21,7 @@ public:
     void processEvents() override;
     void showTextFile(const std::string& path) override;
     void diagnostic(const std::string& line) override;
+    void notify(const std::string& text) override;
 
 private:
     qt::Desktop* desktop();

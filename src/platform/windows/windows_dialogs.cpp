@@ -2,13 +2,14 @@
 
 #include <windows.h>
 
-#include <array>
 #include <exception>
 #include <string_view>
 
 #include "platform/messages/unseen_box.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
+#include "platform/windows/notification_area.h"
+#include "platform/windows/places.h"
 #include "platform/windows/topmost_window.h"
 #include "platform/windows/wide_text.h"
 #include "runtime/program.h"
@@ -86,20 +87,16 @@ void writeToStandardError(std::string_view text) {
 
 // By its full name, as the current directory, where the host keeps its files, must not have a say in what is started.
 bool openInEditor(const std::string& file) {
-    std::array<wchar_t, MAX_PATH> folder{};
-    const UINT length = ::GetSystemDirectoryW(folder.data(), MAX_PATH);
-    if (length == 0 || length >= MAX_PATH) {
-        return false;
-    }
-    const std::wstring program = std::wstring(folder.data(), length) + LR"(\notepad.exe)";
+    const std::wstring folder = systemFolder();
+    const std::wstring program = folder + L"notepad.exe";
     std::wstring command = LR"(notepad ")" + widen(file) + L"\"";
     STARTUPINFOW start{};
     start.cb = sizeof(start);
     start.dwFlags = STARTF_USESHOWWINDOW;
     start.wShowWindow = SW_SHOWNORMAL;
     PROCESS_INFORMATION started{};
-    if (::CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
-                         &started) == 0) {
+    if (folder.empty() || ::CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, FALSE, 0, nullptr,
+                                           nullptr, &start, &started) == 0) {
         return false;
     }
     const KernelHandle thread(started.hThread);
@@ -166,6 +163,16 @@ void WindowsDialogs::diagnostic(const std::string& line) {
             widen(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\r\n"), CP_ACP));
     } catch (const std::exception&) {
         // Out of memory: then there is no line.
+    }
+}
+
+void WindowsDialogs::notify(const std::string& text) {
+    try {
+        if (hasVisibleDesktop()) {
+            notifyInSecondProcess(platform::messages::oneLine(text));
+        }
+    } catch (const std::exception&) {
+        // Out of memory: then there is no message.
     }
 }
 

@@ -10,6 +10,7 @@ namespace platform_windows {
 // not, and a box there would wait for ever. Then, as with diagnostics, the text is one line on standard error, in the
 // ANSI code page, "KRVWinPr: title: text", the title left out where it is the program's name; behind a question stands
 // the answer taken for it. Standard error is what whoever started the program made it: a file, a pipe or nothing.
+// A notification is shown by a second process (notification_area.h).
 class WindowsDialogs final : public platform::Dialogs {
 public:
     platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
@@ -17,6 +18,7 @@ public:
     void processEvents() override;
     void showTextFile(const std::string& path) override;
     void diagnostic(const std::string& line) override;
+    void notify(const std::string& text) override;
 };
 
 }  // namespace platform_windows

@@ -8,6 +8,7 @@
 
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
+#include "platform/windows/places.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
 #include "platform/windows/windows_locale.h"
@@ -17,19 +18,6 @@
 namespace platform_windows {
 
 namespace {
-
-std::string programFile() {
-    // The function cuts off what does not fit and does not say how much that was.
-    constexpr std::size_t longest = 32768;
-    std::wstring path(MAX_PATH, L'\0');
-    DWORD length = ::GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
-    if (length >= MAX_PATH) {
-        path.resize(longest);
-        length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(longest));
-    }
-    path.resize(length);
-    return shownPath(path);
-}
 
 void check(DWORD error, const std::wstring& path) {
     if (error != 0) {
@@ -58,7 +46,7 @@ std::wstring_view commandLineTail(std::wstring_view commandLine) {
 std::string WindowsSystem::commandTail() { return narrow(commandLineTail(::GetCommandLineW())); }
 
 std::string WindowsSystem::programDirectory() {
-    const std::string file = programFile();
+    const std::string file = shownPath(programFile());
     const std::size_t separator = file.rfind('\\');
     if (separator == std::string::npos) {
         return {};
@@ -68,7 +56,7 @@ std::string WindowsSystem::programDirectory() {
 }
 
 std::string WindowsSystem::programFileName() {
-    const std::string file = programFile();
+    const std::string file = shownPath(programFile());
     return file.substr(file.rfind('\\') + 1);
 }
 

@@ -148,6 +148,7 @@ public:
     std::vector<Box> boxes;
     std::vector<std::string> shownFiles;
     std::vector<std::string> diagnostics;
+    std::vector<std::string> notifications;
     platform::Answer answer = platform::Answer::yes;
 
     platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
@@ -158,6 +159,7 @@ public:
     void processEvents() override {}
     void showTextFile(const std::string& path) override { shownFiles.push_back(path); }
     void diagnostic(const std::string& line) override { diagnostics.push_back(line); }
+    void notify(const std::string& text) override { notifications.push_back(text); }
 };
 
 struct FakePlatform {

@@ -1,0 +1,123 @@
+#include "platform/windows/notification_area.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+#include <type_traits>
+
+#include "platform/windows/handle.h"
+#include "platform/windows/places.h"
+#include "platform/windows/wide_text.h"
+#include "runtime/program.h"
+
+namespace platform_windows {
+
+namespace {
+
+// In the second process's environment: the text. No command line of the host can be taken for it.
+constexpr const wchar_t* variable = L"KRVWINPR_NOTIFICATION";
+constexpr UINT iconEvent = WM_APP;
+constexpr UINT halfAMinute = 30'000;  // milliseconds
+
+// The library takes its time to load, and what a job does before its completion file needs nothing of it.
+BOOL notifyIcon(DWORD message, NOTIFYICONDATAW& icon) {
+    static const HMODULE library = ::LoadLibraryW((systemFolder() + L"shell32.dll").c_str());
+    if (library == nullptr) {
+        return FALSE;
+    }
+    const auto call = reinterpret_cast<decltype(&::Shell_NotifyIconW)>(
+        reinterpret_cast<void*>(::GetProcAddress(library, "Shell_NotifyIconW")));
+    return call != nullptr ? call(message, &icon) : FALSE;
+}
+
+// As much of a text as there is room for, with a null character behind it.
+template <typename Room>
+void fill(Room& room, std::wstring text) {
+    constexpr std::size_t most = std::extent_v<Room> - 1;
+    if (text.size() > most) {
+        text.resize(most - 1);
+        if (IS_HIGH_SURROGATE(text.back())) {
+            text.pop_back();
+        }
+        text += L'…';
+    }
+    *std::copy(text.begin(), text.end(), std::begin(room)) = L'\0';
+}
+
+LRESULT CALLBACK handle(HWND window, UINT message, WPARAM first, LPARAM second) {
+    const bool over = second == NIN_BALLOONTIMEOUT || second == NIN_BALLOONUSERCLICK || second == NIN_BALLOONHIDE;
+    if (message == WM_TIMER || (message == iconEvent && over)) {
+        ::PostQuitMessage(0);
+        return 0;
+    }
+    return ::DefWindowProcW(window, message, first, second);
+}
+
+HWND makeWindow() {
+    WNDCLASSW kind{};
+    kind.lpfnWndProc = handle;
+    kind.hInstance = ::GetModuleHandleW(nullptr);
+    kind.lpszClassName = L"KRVWinPrNotification";
+    ::RegisterClassW(&kind);
+    return ::CreateWindowExW(0, kind.lpszClassName, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, kind.hInstance, nullptr);
+}
+
+void runUntilOver(HWND window) {
+    ::SetTimer(window, 1, halfAMinute, nullptr);
+    MSG message{};
+    while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
+        ::DispatchMessageW(&message);
+    }
+}
+
+void show(const std::wstring& text) {
+    const std::wstring program = widen(runtime::programName);
+    NOTIFYICONDATAW icon{};
+    icon.cbSize = sizeof(icon);
+    icon.hWnd = makeWindow();
+    icon.uFlags = NIF_ICON | NIF_TIP | NIF_INFO | NIF_MESSAGE;
+    icon.uCallbackMessage = iconEvent;
+    icon.hIcon = ::LoadIconW(::GetModuleHandleW(nullptr), MAKEINTRESOURCEW(1));
+    icon.dwInfoFlags = NIIF_WARNING;
+    fill(icon.szTip, program);
+    fill(icon.szInfoTitle, program);
+    fill(icon.szInfo, text);
+    if (notifyIcon(NIM_ADD, icon) != FALSE) {
+        runUntilOver(icon.hWnd);
+        notifyIcon(NIM_DELETE, icon);
+    }
+}
+
+}  // namespace
+
+void notifyInSecondProcess(std::string_view text) {
+    const std::wstring program = programFile();
+    // Its current directory is not the host's, which the host may want to remove.
+    const std::wstring folder = systemFolder();
+    STARTUPINFOW start{};
+    start.cb = sizeof(start);
+    PROCESS_INFORMATION started{};
+    ::SetEnvironmentVariableW(variable, widen(text).c_str());
+    if (::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
+                         &started) != 0) {
+        const KernelHandle thread(started.hThread);
+        const KernelHandle process(started.hProcess);
+    }
+    ::SetEnvironmentVariableW(variable, nullptr);
+}
+
+bool wasNotification() {
+    std::wstring text(::GetEnvironmentVariableW(variable, nullptr, 0), L'\0');
+    if (text.empty()) {
+        return false;
+    }
+    text.resize(::GetEnvironmentVariableW(variable, text.data(), static_cast<DWORD>(text.size())));
+    show(text);
+    return true;
+}
+
+}  // namespace platform_windows

@@ -1,0 +1,27 @@
+#include "platform/windows/places.h"
+
+#include <windows.h>
+
+namespace platform_windows {
+
+std::wstring programFile() {
+    // The function cuts off what does not fit and does not say how much that was.
+    constexpr std::size_t longest = 32768;
+    std::wstring path(MAX_PATH, L'\0');
+    DWORD length = ::GetModuleFileNameW(nullptr, path.data(), MAX_PATH);
+    if (length >= MAX_PATH) {
+        path.resize(longest);
+        length = ::GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(longest));
+    }
+    path.resize(length);
+    return path;
+}
+
+std::wstring systemFolder() {
+    std::wstring folder(MAX_PATH, L'\0');
+    const UINT length = ::GetSystemDirectoryW(folder.data(), MAX_PATH);
+    folder.resize(length < MAX_PATH ? length : 0);
+    return folder.empty() ? folder : folder + L'\\';
+}
+
+}  // namespace platform_windows
