@@ -137,8 +137,15 @@ clsGrafik::Area clsGrafik::areaAt(const GraphicTarget& ziel, float x, float y) c
         return runtime::toSingle(twips - (metric ? (margins.*marginCM)() : (margins.*marginInch)()));
     };
     const auto size = [&](float natural) {
-        return runtime::toSingle(metric ? divide(natural / centimetresPerInch, scaleFaktor_ / centimetresPerInch)
-                                        : divide(natural, scaleFaktor_));
+        try {
+            return runtime::toSingle(metric ? divide(natural / centimetresPerInch, scaleFaktor_ / centimetresPerInch)
+                                            : divide(natural, scaleFaktor_));
+        } catch (const Error& error) {
+            throw Error(error.number(), "Grafik " + bildname_ + ": Der Skalierungsfaktor ist " +
+                                            runtime::singleText(scaleFaktor_, session_->locale()) +
+                                            "; erwartet: eine Zahl über 0. Er steht in HPLASER.INI bei der Grafik, "
+                                            "sonst in der Einstellung „ScaleFaktor“ des Druckers.");
+        }
     };
     return {position(x, ziel.lngXOffset, &printer::clsDrucker::LeftMarginCM, &printer::clsDrucker::LeftMarginInch),
             position(y, ziel.lngYOffset, &printer::clsDrucker::TopMarginCM, &printer::clsDrucker::TopMarginInch),

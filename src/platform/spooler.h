@@ -86,7 +86,8 @@ public:
 
     virtual PrinterRecord printer(const std::string& name) = 0;
 
-    // The printer's paper bins in the driver's order; none where it has only one source.
+    // The printer's paper bins in the driver's order, be it a single one; none where the driver lists none, and then
+    // a document takes no bin but 0.
     virtual std::vector<PaperBin> paperBins(const std::string& name) = 0;
 
     virtual bool canAdminister(const std::string& name) = 0;

@@ -41,6 +41,7 @@ void JobFailure::reportGeneral(const Error& error) {
 }
 
 void JobFailure::reportDriver(const Error& error) {
+    tellShell(error);
     const std::string text = "Fehler beim Ansprechen des Druckertreibers " + numbered(error);
     session_.log.line(">     ", text);
     showBox(text);

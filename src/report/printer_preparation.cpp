@@ -1,7 +1,9 @@
 #include "report/hplaser_ini.h"
 #include "report/print_run.h"
+#include "report/stored_option.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
+#include "settings/MRegistry.h"
 #include "settings/printer_settings.h"
 
 namespace report {
@@ -51,12 +53,19 @@ void logSettings(PrintRun& run) {
 }
 
 void setPaperSize(PrintRun& run) {
+    const std::string& deviceName = run.printer.DeviceName();
+    const bool ignored = settings::ignoresPaperSize(run.session.platform.settings, deviceName);
     int paperSize = platform::paperA4;
-    if (settings::ignoresPaperSize(run.session.platform.settings, run.printer.DeviceName())) {
+    if (ignored) {
         const int current = run.printer.Option(PageOption::paperSize);
         paperSize = current == 0 ? platform::paperA4 : current;
     }
-    run.printer.Option(PageOption::paperSize, paperSize);
+    setStoredOption(run.printer, PageOption::paperSize, paperSize, [&] {
+        return settings::unusableValue(run.session, settings::MRegistry::printerKey(deviceName),
+                                       settings::ignorePaperSizeName, ignored ? "1" : "0",
+                                       (ignored ? "0, denn der Drucker „" : "1, denn der Drucker „") + deviceName +
+                                           "“ nimmt das Papierformat " + std::to_string(paperSize) + " nicht an");
+    });
 }
 
 void setColorMode(PrintRun& run) {
@@ -69,7 +78,11 @@ void setColorMode(PrintRun& run) {
     logColorMode();
     if (lngColorMode != 0) {
         log.line(">   Printer.ColorMode setzen: ", std::to_string(lngColorMode));
-        run.printer.Option(PageOption::colorMode, lngColorMode);
+        setStoredOption(run.printer, PageOption::colorMode, lngColorMode, [&] {
+            return settings::unusableValue(run.session, settings::MRegistry::printerKey(run.printer.DeviceName()),
+                                           settings::colorModeName, std::to_string(lngColorMode),
+                                           "0 (wie der Treiber), 1 (schwarzweiß) oder 2 (farbig)");
+        });
         logColorMode();
     }
 }

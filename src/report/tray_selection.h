@@ -9,8 +9,8 @@
 namespace report {
 
 // Sets the printer's bin for the coming page to the one that the user assigned to the tray "1" to "4". A tray without a
-// bin, and any other text, leaves the bin as it is. An assignment that is no number is errTypeMismatch; a bin that the
-// printer refuses is the printer's error.
+// bin, and any other text, leaves the bin as it is. An assignment that is no number is errTypeMismatch; for a bin that
+// the printer does not have it is errInvalidPropertyValue, and the detail lists those that it has.
 void selectTray(session::Session& session, printer::Printer& printer, const std::string& requestedTray);
 
 }  // namespace report

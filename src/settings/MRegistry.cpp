@@ -67,7 +67,9 @@ std::string GetRegistryValue(SettingsStore& store, std::string_view keyPath, std
                              std::string_view defaultText) {
     if (const auto path = split(keyPath)) {
         if (const auto value = store.value(path->root, path->key, valueName)) {
-            return textOf(*value);
+            if (std::string text = textOf(*value); !text.empty()) {
+                return text;
+            }
         }
     }
     return std::string(defaultText);

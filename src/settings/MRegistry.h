@@ -24,8 +24,8 @@ std::string printerKey(std::string_view deviceName, std::string_view product = p
 // Any other name is an error with the number 0x80046978 and the source "pGetPredefinedKey".
 platform::SettingsRoot pGetPredefinedKey(std::string_view rootName);
 
-// The value as text (a number as its decimal digits), or the default where key or value is missing, of another type,
-// or the path has no backslash behind its root.
+// The value as text (a number as its decimal digits), or the default where key or value is missing, empty, of another
+// type, or the path has no backslash behind its root.
 std::string GetRegistryValue(platform::SettingsStore& store, std::string_view keyPath, std::string_view valueName,
                              std::string_view defaultText);
 

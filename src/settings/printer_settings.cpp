@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
+#include <type_traits>
 
 #include "runtime/error.h"
 #include "runtime/numbers.h"
@@ -14,11 +16,25 @@ namespace {
 
 using runtime::Locale;
 
-// Reads the values of one printer's key. Settings fall back silently: text that is no number is the default.
+std::string textOf(std::int32_t value, const Locale& /*locale*/) { return std::to_string(value); }
+std::string textOf(float value, const Locale& locale) { return runtime::singleText(value, locale); }
+
+// What the value of a setting may be.
+template <typename Number>
+std::string rangeOf(const Setting<Number>& setting, const Locale& locale) {
+    if constexpr (std::is_integral_v<Number>) {
+        return "eine ganze Zahl von " + std::to_string(std::numeric_limits<Number>::min()) + " bis " +
+               std::to_string(std::numeric_limits<Number>::max());
+    } else {
+        return "eine Zahl, geschrieben wie " + textOf(setting.byDefault, locale);
+    }
+}
+
+// Reads the values of one printer's key. Text that is no number of the setting's type is the default, and whoever
+// started the program from a shell is told.
 class PrinterKeyReader {
 public:
-    PrinterKeyReader(platform::SettingsStore& store, std::string key, const Locale& locale)
-        : store_(store), key_(std::move(key)), locale_(locale) {}
+    PrinterKeyReader(session::Session& session, std::string key) : session_(session), key_(std::move(key)) {}
 
     std::int32_t value(const Setting<std::int32_t>& setting) const { return number(setting, runtime::roundToLong); }
     std::int16_t value(const Setting<std::int16_t>& setting) const { return number(setting, runtime::roundToInteger); }
@@ -27,20 +43,24 @@ public:
 private:
     template <typename Number>
     Number number(const Setting<Number>& setting, Number (*convert)(double)) const {
-        const std::string text = MRegistry::GetRegistryValue(store_, key_, setting.name, MRegistry::noDefault);
+        const std::string text =
+            MRegistry::GetRegistryValue(session_.platform.settings, key_, setting.name, MRegistry::noDefault);
         if (text == MRegistry::noDefault) {
             return setting.byDefault;
         }
+        const Locale& locale = session_.locale();
         try {
-            return convert(runtime::parseNumber(text, locale_));
+            return convert(runtime::parseNumber(text, locale));
         } catch (const runtime::Error&) {
+            session_.platform.dialogs.diagnostic(
+                unusableValue(session_, key_, setting.name, text, rangeOf(setting, locale)) + " Es gilt " +
+                textOf(setting.byDefault, locale) + ".");
             return setting.byDefault;
         }
     }
 
-    platform::SettingsStore& store_;
+    session::Session& session_;
     std::string key_;
-    const Locale& locale_;
 };
 
 PrinterSettings pageSettings(const PrinterKeyReader& reader) {
@@ -56,7 +76,7 @@ void carryOver(session::Session& session, const std::string& deviceName) {
     platform::SettingsStore& store = session.platform.settings;
     const Locale& locale = session.locale();
     session.log.line(">       alte Werte lesen");
-    const PrinterKeyReader oldKey(store, MRegistry::printerKey(deviceName, MRegistry::oldProductKey), locale);
+    const PrinterKeyReader oldKey(session, MRegistry::printerKey(deviceName, MRegistry::oldProductKey));
     const PrinterSettings values = pageSettings(oldKey);
 
     session.log.line(">       neue schreiben");
@@ -98,27 +118,41 @@ PrinterSettings loadPrinterSettings(session::Session& session, const std::string
     }
 
     session.log.line(">     bestehende Werte lesen ", name);
-    const PrinterKeyReader reader(store, MRegistry::printerKey(deviceName), session.locale());
+    const PrinterKeyReader reader(session, MRegistry::printerKey(deviceName));
     PrinterSettings result = pageSettings(reader);
     result.lngColorMode = reader.value(Setting<std::int32_t>{colorModeName, printerColorMode});
     return result;
 }
 
-std::int32_t binOfTray(session::Session& session, std::string_view printerKey, std::string_view tray) {
+std::string unusableValue(session::Session& session, std::string_view key, std::string_view name,
+                          std::string_view value, std::string_view expected) {
+    std::string result = "Die Einstellung „";
+    result.append(name).append("“ unter ").append(key).append(" (" + session.platform.settings.place() + ") ist „");
+    return result.append(value).append("“; erwartet: ").append(expected).append(".");
+}
+
+const Setting<std::int16_t>* traySetting(std::string_view tray) {
     const auto* const found = std::find_if(trays.begin(), trays.end(), [tray](const Setting<std::int16_t>& setting) {
         return tray.size() == 1 && setting.name.ends_with(tray);
     });
-    if (found == trays.end()) {
-        return 0;
+    return found != trays.end() ? found : nullptr;
+}
+
+std::int32_t binOfTray(session::Session& session, std::string_view printerKey, const Setting<std::int16_t>& tray) {
+    const std::string text =
+        MRegistry::GetRegistryValue(session.platform.settings, printerKey, tray.name, std::to_string(tray.byDefault));
+    try {
+        return runtime::roundToLong(runtime::parseNumber(text, session.locale()));
+    } catch (const runtime::Error& error) {
+        throw runtime::Error(error.number(), unusableValue(session, printerKey, tray.name, text,
+                                                           "die Nummer eines Schachts oder " +
+                                                               std::to_string(tray.byDefault) + " für keinen"));
     }
-    const std::string text = MRegistry::GetRegistryValue(session.platform.settings, printerKey, found->name,
-                                                         std::to_string(found->byDefault));
-    return runtime::roundToLong(runtime::parseNumber(text, session.locale()));
 }
 
 bool ignoresPaperSize(platform::SettingsStore& store, std::string_view deviceName) {
     constexpr std::string_view notIgnored = "0";
-    return MRegistry::GetRegistryValue(store, MRegistry::printerKey(deviceName), "IgnorePaperSize", notIgnored) !=
+    return MRegistry::GetRegistryValue(store, MRegistry::printerKey(deviceName), ignorePaperSizeName, notIgnored) !=
            notIgnored;
 }
 

@@ -12,18 +12,19 @@
 namespace settings {
 
 // A value below a printer's key, decimal text there. Its range is that of the type; a text that is no number of that
-// type counts as the default, but for a tray that a job asks for: there it is an error.
+// type counts as the default, which standard error is told, but for a tray that a job asks for: there it is an error.
 template <typename Number>
 struct Setting {
     std::string_view name;
     Number byDefault;
 };
 
-inline constexpr Setting<std::int32_t> lineSpacing{"Zeilenabstand", 222};  // twips from one line to the next
-inline constexpr Setting<std::int32_t> topMargin{"ObererRand", 500};       // twips above the first line
-inline constexpr Setting<std::int32_t> leftMargin{"LinkerRand", 0};        // twips left of every line
-inline constexpr Setting<float> scaleFactor{"ScaleFaktor", 5.5F};          // divisor of graphics, in the locale's form
-inline constexpr std::string_view colorModeName = "ColorMode";             // the printer's own where it is not set
+inline constexpr Setting<std::int32_t> lineSpacing{"Zeilenabstand", 222};   // twips from one line to the next
+inline constexpr Setting<std::int32_t> topMargin{"ObererRand", 500};        // twips above the first line
+inline constexpr Setting<std::int32_t> leftMargin{"LinkerRand", 0};         // twips left of every line
+inline constexpr Setting<float> scaleFactor{"ScaleFaktor", 5.5F};           // divisor of graphics, in the locale's form
+inline constexpr std::string_view colorModeName = "ColorMode";              // the printer's own where it is not set
+inline constexpr std::string_view ignorePaperSizeName = "IgnorePaperSize";  // anything but "0" is on
 
 // The paper bin, by the driver's number, for each of the host's trays. Of the four the last is entered by hand; no
 // print file asks for it.
@@ -51,9 +52,16 @@ std::string_view keyNameOf(session::Session& session, std::string_view deviceNam
 PrinterSettings loadPrinterSettings(session::Session& session, const std::string& deviceName,
                                     std::int32_t printerColorMode);
 
-// The bin assigned to the tray "1" to "4"; below 1 where none is, and 0 for any other text. An assignment that is no
-// number is errTypeMismatch. The key is the printer's.
-std::int32_t binOfTray(session::Session& session, std::string_view printerKey, std::string_view tray);
+// What a message says of a stored value that a job cannot use: where it stands, what it is, and what was expected.
+std::string unusableValue(session::Session& session, std::string_view key, std::string_view name,
+                          std::string_view value, std::string_view expected);
+
+// The setting of the tray "1" to "4"; null for any other text.
+const Setting<std::int16_t>* traySetting(std::string_view tray);
+
+// The bin assigned to a tray; below 1 where none is. An assignment that is no number is errTypeMismatch, one that is
+// too large errOverflow. The key is the printer's.
+std::int32_t binOfTray(session::Session& session, std::string_view printerKey, const Setting<std::int16_t>& tray);
 
 // Whether the printer keeps its own paper size instead of being set to A4.
 bool ignoresPaperSize(platform::SettingsStore& store, std::string_view deviceName);

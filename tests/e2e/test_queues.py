@@ -3,12 +3,13 @@
 Besides the environment of support.py: KRVWINPR_PRINTERS names the program of cups/printers.cpp."""
 
 import os
+import re
 import signal
 import subprocess
 import time
 import unittest
 
-from private_cups import PrivateCups
+from private_cups import PPD, PrivateCups
 from support import OK_TEXT, PRODUCT_KEY, JobTest, lines_of, words_of
 
 
@@ -126,6 +127,16 @@ class Printers(QueueTest):
                          ["1 Automatisch", "2 Fach 1", "3 Fach 2", "4 Manuelle Zufuhr"])
         self.assertEqual(self.ask("bins|Büro", LC_ALL="en_GB.UTF-8")[1], "2 Tray 1")
         self.assertEqual(self.ask("bins|archiv", "bins|Korvano PDF"), [])
+        self.cups.add_tray_queue("Einfach", ppd=re.sub(r"(?m)^\*InputSlot (Auto|Tray2|Manual)/.*\n", "", PPD))
+        self.assertEqual(self.ask("bins|Einfach", LC_ALL="de_DE.UTF-8"), ["1 Fach 1"])
+
+    def test_a_stored_bin_is_one_of_the_queues_or_an_error_that_lists_them(self):
+        for queue, bins in (("Büro", r"-1 oder .*: 1 \(Automatisch\), 2 \(Fach 1\), 3 \(Fach 2\), 4 \(Manuelle Zufuhr\)"),
+                            ("archiv", "-1, denn der Drucker „archiv“ nennt keine Schächte")):
+            self.job.write_settings("Schacht2=5", key=rf"{PRODUCT_KEY}\Drucker\{queue}")
+            self.job.write("T.OUT", "^TR2x")
+            errors = self.job.run("T.OUT", "", queue).errors
+            self.assertRegex(errors, rf"Fehler 380: .*„Schacht2“ .*{queue}.* ist „5“; erwartet: {bins}\.\n\Z")
 
     def test_jobs_wait_in_a_disabled_queue_until_purged(self):
         self.cups.run("cupsdisable", "Büro")

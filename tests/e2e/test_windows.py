@@ -167,7 +167,7 @@ class Program(WindowsTest):
         # A tray that the printer does not have ends the job behind the finished pages.
         self.job.write("A.OUT", "eins\f^TR3zwei\f")
         self.assertEqual([[word.text for word in page] for page in words_of(self.printed_pdf("A.OUT"))], [["eins"]])
-        self.assertIn("Fehler 380", self.errors)
+        self.assertRegex(self.errors, r"Fehler 380: .*„Schacht3“ .* ist „99“; .*„Laser“: .*257 \(Fach 1\), 258 \(")
 
     def test_an_unknown_printer_means_the_default_one_and_wait_writes_the_file_when_the_queue_is_empty(self):
         self.job.write("A.OUT", "x")

@@ -127,6 +127,11 @@ TEST_F(PlacementTest, WhatCannotBePrintedIsSaid) {
         grafik.Masseinheit(unit);
         EXPECT_EQ(failureText([&] { grafik.PrintGrafik(where, message); }), error + "11 Division durch Null");
     }
+    EXPECT_TRUE(testing_support::failureOf([&] { grafik.PrintGrafik(where, message); })
+                    .detail()
+                    .ends_with("logo.bmp: Der Skalierungsfaktor ist 0; erwartet: eine Zahl über 0. Er steht in "
+                               "HPLASER.INI bei der Grafik, "
+                               "sonst in der Einstellung „ScaleFaktor“ des Druckers."));
     grafik.ScaleFaktor(1);
     grafik.PrintGrafik2(where, message);
     EXPECT_TRUE(message.starts_with(" keine gültige Bilddatei! Inch relativ, (x;y; width;height Twips): 100;200;"));

@@ -41,6 +41,11 @@ protected:
         return outcome + (host.system.files.contains(okFile) ? " OK" : "");
     }
     const auto& document() { return *host.spooler.device.documents.back(); }
+    // What standard error was told last of a setting of the printer.
+    std::string told() const {
+        const std::string& line = host.dialogs.diagnostics.back();
+        return line.substr(line.find("Die Einstellung"));
+    }
     void set(const char* name, const std::string& value) {
         host.settings.put("Software\\Velmora\\KRVWinPr\\3.0\\Drucker\\Laser 1", name, value);
     }
@@ -75,10 +80,13 @@ TEST_F(ReportTest, PaperIsA4UnlessTheSettingsSayOtherwiseAndOneRefusedEndsTheJob
         EXPECT_EQ(document().pages[0].options.at(PageOption::paperSize), size);
     }
     refusedOption = platform::paperA4;
+    set("IgnorePaperSize", "");  // as if it were missing
     EXPECT_EQ(report("x"), "Laser 1: dropped OK");
     EXPECT_EQ(host.dialogs.boxes[0].title, "KrvWinPr");
     EXPECT_EQ(host.dialogs.boxes[0].text, "Fehler beim Ansprechen des Druckertreibers 380 Ungültiger Eigenschaftswert");
     EXPECT_TRUE(host.logged(">     " + host.dialogs.boxes[0].text));
+    EXPECT_TRUE(
+        told().ends_with("ist „0“; erwartet: 1, denn der Drucker „Laser 1“ nimmt das Papierformat 9 nicht an."));
 }
 
 TEST_F(ReportTest, WithoutAPrintFileTheHostGetsNoFileUnlessItWaits) {
@@ -167,9 +175,25 @@ TEST_F(ReportTest, AJobThatFailsLaterDeliversTheFinishedPages) {
     refusedOption = 99;
     EXPECT_EQ(report("a\fb\f^TR3c"), "Laser 1: / a / b OK");
     EXPECT_TRUE(host.logged(">     Allgemeiner Fehler in DoReport 380 Ungültiger Eigenschaftswert"));
+    const std::string place = "“ unter HKCU\\Software\\Velmora\\KRVWinPr\\3.0\\Drucker\\Laser 1 (settings) ist „";
+    EXPECT_EQ(told(), "Die Einstellung „Schacht3" + place +
+                          "99“; erwartet: -1, denn der Drucker „Laser 1“ nennt keine Schächte.");
+    host.spooler.bins = {{1, "Oben"}, {258, ""}};
+    report("^TR3c");
+    EXPECT_EQ(told(), "Die Einstellung „Schacht3" + place +
+                          "99“; erwartet: -1 oder ein Schacht des Druckers „Laser 1“: 1 (Oben), 258.");
     set("Schacht3", "hinten");
     EXPECT_EQ(report("a\f^TR3c"), "Laser 1: / a OK");
     EXPECT_TRUE(host.logged(">     Allgemeiner Fehler in DoReport 13 Typen unverträglich"));
+    EXPECT_EQ(told(),
+              "Die Einstellung „Schacht3" + place + "hinten“; erwartet: die Nummer eines Schachts oder -1 für keinen.");
+    set("Schacht3", "");
+    EXPECT_EQ(report("a\f^TR3c"), "Laser 1: / a / c OK");
+    set("ColorMode", "99");
+    EXPECT_EQ(report("a"), "Laser 1: dropped OK");
+    EXPECT_EQ(told(), "Die Einstellung „ColorMode" + place +
+                          "99“; erwartet: 0 (wie der Treiber), 1 (schwarzweiß) oder 2 (farbig).");
+    set("ColorMode", "0");
     for (const char* number : {"1e99", "9999999"}) {
         EXPECT_EQ(report("a\f\n^BC" + std::string(number) + ",1,A\\"), "Laser 1: / a OK");
         EXPECT_TRUE(host.dialogs.diagnostics.back().ends_with("Überlauf: (Makro ^BC auf Seite 2, Zeile 2)"));

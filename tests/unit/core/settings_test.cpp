@@ -42,7 +42,7 @@ TEST_F(SettingsTest, DefaultsAreNotStoredButExistingValuesAreOverwritten) {
     EXPECT_EQ(stored("a", "b"), "0");
 }
 
-TEST_F(SettingsTest, ValuesAreReadByTypeAndLocaleAndFallBackSilently) {
+TEST_F(SettingsTest, ValuesAreReadByTypeAndLocaleAndFallBackWhichOneLineTells) {
     const auto loaded = [this] {
         const auto values = settings::loadPrinterSettings(session, "Laser 1", 2);
         return std::tuple(values.lngLinkerRand, values.lngKopfabstand, values.lngZeilenabstand, values.sngScaleFaktor,
@@ -54,12 +54,22 @@ TEST_F(SettingsTest, ValuesAreReadByTypeAndLocaleAndFallBackSilently) {
     const std::string key = std::string(printersOf30) + "Laser 1";
     host.settings.put(key, "Zeilenabstand", std::uint32_t{240});
     host.settings.put(key, "LinkerRand", std::uint32_t{0xFFFFFFF6});
-    host.settings.put(key, "ObererRand", std::string("viel"));
+    host.settings.put(key, "ObererRand", std::string());
+    host.settings.put(key, "IgnorePaperSize", std::string());
     host.settings.put(key, "ScaleFaktor", std::string("4,4"));
     EXPECT_EQ(loaded(), std::tuple(-10, 500, 240, 4.4F, 2));
+    EXPECT_FALSE(settings::ignoresPaperSize(host.settings, "Laser 1"));
+    EXPECT_TRUE(host.dialogs.diagnostics.empty()) << "what is empty is missing";
     host.system.userLocale.decimalSeparator = ".";
     host.settings.put(key, "ObererRand", std::string("99999999999"));
     EXPECT_EQ(loaded(), std::tuple(-10, 500, 240, 5.5F, 2));
+    const std::string place = "“ unter HKCU\\" + key + " (settings) ist „";
+    EXPECT_EQ(host.dialogs.diagnostics,
+              (testing_support::Lines{"Die Einstellung „ObererRand" + place +
+                                          "99999999999“; erwartet: eine ganze Zahl von -2147483648 bis 2147483647. "
+                                          "Es gilt 500.",
+                                      "Die Einstellung „ScaleFaktor" + place +
+                                          "4,4“; erwartet: eine Zahl, geschrieben wie 5.5. Es gilt 5.5."}));
 }
 
 TEST_F(SettingsTest, OldSettingsAreCarriedOverOnce) {

@@ -146,6 +146,7 @@ class FakeSpooler : public platform::Spooler {
 public:
     std::vector<std::string> names{"Laser 1"};
     std::string byDefault = "Laser 1";
+    std::vector<platform::PaperBin> bins;
     RecordingDevice device;
     platform::PrinterRecord record;
     std::uint32_t failWith = 0;     // every call that names a printer fails with this code
@@ -163,7 +164,7 @@ public:
         check();
         return record;
     }
-    std::vector<platform::PaperBin> paperBins(const std::string&) override { return {}; }
+    std::vector<platform::PaperBin> paperBins(const std::string&) override { return bins; }
     bool canAdminister(const std::string&) override { return true; }
     void showProperties(const std::string&) override {}
     bool serviceRunning() override { return running; }

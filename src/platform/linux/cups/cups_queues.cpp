@@ -59,7 +59,7 @@ std::vector<platform::PaperBin> CupsQueues::bins(const std::string& queue) {
     const IppMessage answer = connection_->attributes(queue, {"media-source-supported"});
     const std::vector<std::string> sources = texts(answer.get(), "media-source-supported");
     std::vector<platform::PaperBin> result;
-    if (sources.size() < 2) {
+    if (sources.empty()) {
         return result;
     }
     std::vector<std::string> names;

@@ -7,8 +7,8 @@
 
 namespace platform_linux::spool {
 
-// 600 pixels per inch, margins of 100 pixels on all sides, any paper that has a number, colour. It has no bins, so any
-// number of one will do.
+// 600 pixels per inch, margins of 100 pixels on all sides, any paper that has a number, colour. It has no bins; unlike
+// a printer without any it takes every number of one, because no sheet can come from the wrong place in a file.
 class BuiltinTarget : public documents::DocumentTarget {
 public:
     explicit BuiltinTarget(const std::string& title, Concealment concealment = Concealment::unnamed);

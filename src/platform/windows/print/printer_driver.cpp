@@ -36,8 +36,8 @@ bool PrinterDriver::hasBin(int number) {
     if (!bins_) {
         bins_ = paperBins(printer_);
     }
-    return bins_->empty() || std::any_of(bins_->begin(), bins_->end(),
-                                         [number](const platform::PaperBin& bin) { return bin.number == number; });
+    return std::any_of(bins_->begin(), bins_->end(),
+                       [number](const platform::PaperBin& bin) { return bin.number == number; });
 }
 
 PageMode PrinterDriver::changed(const PageMode& mode, PageOption option, int value) {
