@@ -31,7 +31,9 @@ public:
     // errDeviceIo, errOutOfMemory.
     virtual std::string readFile(const std::string& path) = 0;
 
-    // Creates or replaces the file of exactly that name in one step: it appears with its whole content or not at all.
+    // Creates or replaces the file of that name, whatever the case of its letters, in one step: it appears with its
+    // whole content or not at all. Only where its folder allows that to nobody is a file that may be written itself
+    // written over.
     virtual void writeFile(const std::string& path, std::string_view content) = 0;
 
     // Replaces the content of the file that readFile() reads under this name, in one step: the old content stays whole
@@ -43,6 +45,9 @@ public:
     virtual void appendFile(const std::string& path, std::string_view content) = 0;
 
     virtual bool fileExists(const std::string& path) = 0;
+
+    // Whether a path leads, over links too, to the file that writeFile() would replace under the other name.
+    virtual bool wouldReplace(const std::string& written, const std::string& path) = 0;
 
     // A settings file for reading, as it is now; a missing or unreadable one has no keys.
     virtual std::unique_ptr<Profile> openProfile(const std::string& path) = 0;

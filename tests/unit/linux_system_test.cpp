@@ -9,6 +9,7 @@
 #include "linux_support.h"
 #include "platform/linux/linux_settings_store.h"
 #include "platform/linux/module.h"
+#include "platform/linux/unfinished_file.h"
 
 namespace {
 
@@ -72,6 +73,86 @@ TEST_F(LinuxSystemTest, AFullDiskOrADeathMeanwhileLeavesTheOldFile) {
     EXPECT_EQ(folder.names(), std::set<std::string>{"file"});
 }
 
+TEST_F(LinuxSystemTest, WritesWithWhateverTheFolderAllows) {
+    put(file, "old and long");
+    const auto writes = [this](int error, const std::vector<long>& refused) {
+        return ended(start([&] {
+            refuseCalls(error, refused);
+            return errorOf([this] { system.writeFile(folder / "FILE", "new"); });
+        }));
+    };
+    for (const int error : {EPERM, EACCES, EBUSY}) {
+        EXPECT_EQ(writes(error, {SYS_rename}), 0) << "written over";
+        EXPECT_EQ(get(file), "new");
+        put(file, "old and long");
+    }
+    EXPECT_EQ(writes(ENOSPC, {SYS_rename}), runtime::errDiskFull);
+    EXPECT_EQ(writes(EPERM, {SYS_rename, SYS_ftruncate}), runtime::errPermissionDenied);
+    EXPECT_EQ(get(file), "old and long");
+    EXPECT_EQ(writes(EINTR, {SYS_close}), 0) << "closed all the same";
+    EXPECT_EQ(get(file), "new");
+    const auto rewrites = ended(start([this] {
+        refuseCalls(EPERM, {SYS_linkat});
+        return errorOf([this] { system.rewriteFile(file, "again"); });
+    }));
+    EXPECT_EQ(rewrites, 0);
+    EXPECT_EQ(get(file), "again");
+    EXPECT_EQ(folder.names(), std::set<std::string>{"file"}) << "the name in other letters is this file's";
+}
+
+TEST_F(LinuxSystemTest, RemovesWhatKilledProcessesLeft) {
+    const std::set<std::string> kept = {".krvwinpr-new", ".krvwinpr-used", ".krvwinpr-Other", "krvwinpr-other"};
+    for (const std::string& name : kept) {
+        put(folder / name, "");
+        makeOld(folder / name, std::chrono::hours{name == ".krvwinpr-new" ? 1 : 30});
+    }
+    for (const char* left : {".krvwinpr-4711-0", ".krvwinpr-x7"}) {
+        put(folder / left, "");
+        makeOld(folder / left, std::chrono::hours{30});
+    }
+    const int used = ::open((folder / ".krvwinpr-used").c_str(), O_RDONLY);
+    markInUse(used);
+    system.writeFile(folder / "KRVWINPR.OK", "x");
+    ::close(used);
+    std::set<std::string> names = folder.names();
+    EXPECT_EQ(names.erase("KRVWINPR.OK"), 1U);
+    EXPECT_EQ(names, kept);
+}
+
+TEST_F(LinuxSystemTest, FollowsNobodyElsesLinkToTheLog) {
+    std::filesystem::create_symlink("file", folder / "LINK");
+    system.appendFile(folder / "LINK", "1");
+    std::filesystem::create_symlink(folder / "LINK", folder / "LOG");
+    system.appendFile(folder / "LOG", "2");
+    EXPECT_EQ(get(file), "12");
+    if (::lchown((folder / "LINK").c_str(), nobody, nobody) != 0) {
+        GTEST_SKIP() << "only root can make somebody else's link";
+    }
+    std::string detail;
+    EXPECT_EQ(errorOf([this] { system.appendFile(folder / "LOG", "3"); }, &detail), runtime::errPermissionDenied);
+    EXPECT_NE(detail.find("ein anderer Benutzer"), std::string::npos) << detail;
+    EXPECT_EQ(get(file), "12");
+}
+
+TEST_F(LinuxSystemTest, WhatRootMakesInAUsersFolderIsTheUsers) {
+    if (::chown((folder / "").c_str(), nobody, nobody) != 0) {
+        GTEST_SKIP() << "only root can";
+    }
+    system.writeFile(folder / "KRVWINPR.OK", "x");
+    system.appendFile(folder / "KRVWinPr.LOG", "x");
+    LinuxSettingsStore store(folder / "config/KRVWinPr/settings.ini");
+    ASSERT_TRUE(store.setText(platform::SettingsRoot::currentUser, "a", "b", "c") && store.commit());
+    const std::vector<std::string> made = {"KRVWINPR.OK",
+                                           "KRVWinPr.LOG",
+                                           "config",
+                                           "config/KRVWinPr",
+                                           "config/KRVWinPr/settings.ini",
+                                           "config/KRVWinPr/settings.ini.lock"};
+    for (const std::string& name : made) {
+        EXPECT_EQ(ownerOf(folder / name), nobody) << name;
+    }
+}
+
 // Root may write everything, so it becomes somebody else.
 TEST_F(LinuxSystemTest, RewritingKeepsLinkAndRightsAndNeedsThem) {
     const std::string target = folder / "folder/target";
@@ -83,7 +164,6 @@ TEST_F(LinuxSystemTest, RewritingKeepsLinkAndRightsAndNeedsThem) {
         ::chmod((folder / "folder").c_str(), ofFolder);
         ::chmod(target.c_str(), ofFile);
         return ended(start([this] {
-            constexpr uid_t nobody = 65534;
             const bool changed = ::getuid() != 0 || ::setuid(nobody) == 0;
             return changed ? errorOf([this] { system.rewriteFile(file, "new"); }) : 98;
         }));

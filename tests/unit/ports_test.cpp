@@ -75,6 +75,20 @@ TEST_F(SystemPort, SaysWhatIsWrongAndLeavesEverythingAsItWas) {
     EXPECT_EQ(get(folder / "file"), "old");
 }
 
+TEST_F(SystemPort, KnowsWhichPathsLeadToTheFileThatItWouldReplace) {
+    std::filesystem::create_directory(folder / "unten");
+    put(folder / "unten/krvwinpr.ok", "x");
+    EXPECT_FALSE(system.wouldReplace(folder / "KRVWINPR.OK", folder / "krvwinpr.ok"));
+    put(folder / "krvwinpr.OK", "x");
+    put(folder / "a", "x");
+    for (const char* path : {"krvwinpr.OK", "KRVWINPR.ok", "unten\\..\\Krvwinpr.Ok"}) {
+        EXPECT_TRUE(system.wouldReplace(folder / "KRVWINPR.OK", folder / path)) << path;
+    }
+    for (const char* path : {"a", "unten/krvwinpr.ok", "unten", "missing", ""}) {
+        EXPECT_FALSE(system.wouldReplace(folder / "KRVWINPR.OK", folder / path)) << path;
+    }
+}
+
 TEST_F(SystemPort, ReadsProfiles) {
     using namespace std::string_literals;
     using Table = std::vector<std::pair<std::string, std::string>>;

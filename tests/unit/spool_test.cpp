@@ -105,6 +105,49 @@ TEST_P(PdfFileTest, LeavesNothingWhenItIsDroppedOrFails) {
     }
 }
 
+TEST_P(PdfFileTest, NeedsNeitherLinksNorRenamingThatRefuses) {
+    for (const std::vector<long>& missing :
+         {std::vector<long>{SYS_linkat, SYS_renameat2}, {SYS_linkat, SYS_renameat2, SYS_renameat, SYS_sendfile}}) {
+        put("BRIEF.pdf", "alt");
+        const pid_t job = linux_support::start([&] {
+            linux_support::refuseCalls(EINVAL, missing);
+            const auto file = open();
+            file->pageBegins();
+            const bool written = ::write(file->descriptor(), "neu", 3) == 3;
+            file->deliver({});
+            return written ? 0 : 1;
+        });
+        EXPECT_EQ(linux_support::ended(job), 0);
+        EXPECT_EQ(folder_.names(), (Names{"BRIEF.pdf", "BRIEF (2).pdf"}));
+        EXPECT_EQ(get("BRIEF.pdf") + get("BRIEF (2).pdf"), "altneu");
+        std::filesystem::remove("BRIEF (2).pdf");
+    }
+}
+
+TEST_P(PdfFileTest, LeavesNothingWhenTheProcessIsToldToEnd) {
+    for (const int signal : {SIGTERM, SIGHUP}) {
+        const pid_t job = linux_support::start([&] {
+            removeUnfinishedOnSignals();
+            const auto file = open();
+            file->pageBegins();
+            ::raise(signal);
+            return 0;
+        });
+        EXPECT_EQ(linux_support::ended(job), -signal);
+        EXPECT_EQ(folder_.names(), Names());
+    }
+}
+
+TEST_P(PdfFileTest, OfRootInAUsersFolderIsTheUsers) {
+    if (::chown(".", linux_support::nobody, linux_support::nobody) != 0) {
+        GTEST_SKIP() << "only root can";
+    }
+    const auto file = open();
+    file->pageBegins();
+    file->deliver({});
+    EXPECT_EQ(linux_support::ownerOf("BRIEF.pdf"), linux_support::nobody);
+}
+
 INSTANTIATE_TEST_SUITE_P(Both, PdfFileTest, testing::Values(spool::Concealment::unnamed, spool::Concealment::hidden),
                          [](const auto& both) {
                              return std::string(both.param == spool::Concealment::unnamed ? "unnamed" : "hidden");

@@ -3,6 +3,7 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <utility>
 
 namespace platform_linux {
@@ -26,7 +27,7 @@ public:
     // Closes now, for those who need to know that what was written has arrived: false with errno set where it has not.
     bool close() noexcept {
         const int descriptor = std::exchange(descriptor_, -1);
-        return descriptor < 0 || ::close(descriptor) == 0;
+        return descriptor < 0 || ::close(descriptor) == 0 || errno == EINTR;  // closed all the same
     }
 
 private:

@@ -23,10 +23,12 @@ struct Replacement {
     // Survives a power failure from the moment of return, and leaves nothing behind where the process is killed while
     // it writes, as far as the file system knows files without a name; costs milliseconds.
     bool durable = false;
+    bool orInPlace = false;  // where the folder refuses a new file or its renaming, but the file itself may be written
 };
 
 // The file of that name has the whole content afterwards or, where that fails, is as it was before. A link is replaced,
-// not followed.
+// not followed. A new file that root makes belongs to whom the folder belongs to. Removes what killed processes left
+// in the folder.
 int replaceFile(const std::string& path, std::string_view content, const Replacement& how);
 
 // The file of that name, which exists, has another content afterwards, durably, or is as it was before. A link is
@@ -35,7 +37,8 @@ int replaceFile(const std::string& path, std::string_view content, const Replace
 int rewriteFile(const std::string& path, std::string_view content);
 
 // Appends, creating the file first where there is none. Where not everything could be written, nothing is (unless
-// somebody else appended meanwhile).
+// somebody else appended meanwhile). A link is followed where it is this user's own or root's: EMLINK for anybody
+// else's, which may lead to a file that its maker could not write himself.
 int appendToFile(const std::string& path, std::string_view content);
 
 }  // namespace platform_linux

@@ -30,6 +30,8 @@ constexpr std::array meanings = {
     Meaning{ETXTBSY, runtime::errPermissionDenied, "die Datei ist ein laufendes Programm"},
     Meaning{EISDIR, runtime::errPathFileAccess, "das ist ein Ordner; eine Datei angeben"},
     Meaning{ENODEV, runtime::errPathFileAccess, "das ist keine gewöhnliche Datei; eine Datei angeben"},
+    Meaning{EMLINK, runtime::errPermissionDenied,
+            "das ist ein Verweis, den ein anderer Benutzer angelegt hat; den Verweis löschen"},
     Meaning{ELOOP, runtime::errPathFileAccess, "die Verweise führen im Kreis"},
     Meaning{ENAMETOOLONG, runtime::errBadFileName, "der Name ist zu lang"},
     Meaning{EINVAL, runtime::errBadFileName, badName},

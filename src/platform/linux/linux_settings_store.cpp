@@ -1,18 +1,15 @@
 #include "platform/linux/linux_settings_store.h"
 
-#include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <cerrno>
-#include <climits>
-#include <cstdlib>
 #include <exception>
 #include <thread>
 
-#include "platform/linux/file_descriptor.h"
+#include "platform/linux/file_calls.h"
 #include "platform/linux/files.h"
 #include "platform/linux/user_folders.h"
 
@@ -41,39 +38,44 @@ constexpr std::string_view explanation =
 #   IgnorePaperSize=1          Papiergröße des Druckers nicht umstellen (0 = umstellen)
 )";
 
-std::string folderOf(const std::string& path) {
-    const std::size_t slash = path.rfind('/');
-    return slash == std::string::npos ? std::string() : path.substr(0, slash);
-}
-
 // The file that a link leads to, which need not exist; the path itself where it is no link.
 std::string linkTarget(std::string path) {
     constexpr int deepest = 40;
     for (int i = 0; i < deepest; ++i) {
-        std::array<char, PATH_MAX> target;
-        const ssize_t length = ::readlink(path.c_str(), target.data(), target.size());
-        if (length <= 0) {
+        std::optional<Link> link = linkAt(path);
+        if (!link) {
             break;
         }
-        const std::string_view next(target.data(), static_cast<std::size_t>(length));
-        const std::string folder = folderOf(path);
-        path = next.front() == '/' || folder.empty() ? std::string(next) : folder + "/" + std::string(next);
+        path = std::move(link->target);
     }
     return path;
 }
 
+// A file system that has no locks; those who write at once there may undo each other's changes, but nobody's file.
+bool knowsNoLocks(int error) { return error == ENOLCK || error == EOPNOTSUPP || error == ENOSYS || error == EINVAL; }
+
 // The lock is gone when the descriptor is closed, however the process ends; the file stays, as removing it would give
-// two processes a lock each.
-FileDescriptor lockedFile(const std::string& path, std::chrono::milliseconds wait) {
+// two processes a lock each. What is waited for is taken off the time that may be waited.
+FileDescriptor lockedFile(const std::string& path, std::chrono::milliseconds& wait) {
     constexpr std::chrono::milliseconds pause{10};
-    FileDescriptor file(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOCTTY | O_NONBLOCK, privateFile));
-    const auto end = std::chrono::steady_clock::now() + wait;
-    while (file && ::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
-        if ((errno != EWOULDBLOCK && errno != EINTR) || std::chrono::steady_clock::now() >= end) {
-            return {};
+    FileDescriptor file = openFile(path, O_RDWR);
+    if (!file && errno == ENOENT) {
+        file = openFile(path, O_RDWR | O_CREAT, privateFile);
+        if (file) {
+            giveToOwnerOf(folderOf(path), file.get());
         }
-        std::this_thread::sleep_for(pause);
     }
+    using Clock = std::chrono::steady_clock;
+    const Clock::time_point end = Clock::now() + wait;
+    const auto left = [end] { return std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()); };
+    while (file && ::flock(file.get(), LOCK_EX | LOCK_NB) != 0 && !knowsNoLocks(errno)) {
+        if ((errno != EWOULDBLOCK && errno != EINTR) || left().count() <= 0) {
+            file.close();
+        } else {
+            std::this_thread::sleep_for(pause);
+        }
+    }
+    wait = std::max(left(), std::chrono::milliseconds::zero());
     return file;
 }
 

@@ -16,7 +16,7 @@ namespace platform_linux {
 // is there already writes nothing. A link is followed. A file that is there but cannot be read is never replaced.
 class LinuxSettingsStore final : public platform::SettingsStore {
 public:
-    static constexpr std::chrono::milliseconds usualLockWait{5000};
+    static constexpr std::chrono::milliseconds usualLockWait{2000};
 
     // An empty path stands for no file: everything that is set is gone with the process.
     explicit LinuxSettingsStore(std::string path, std::chrono::milliseconds lockWait = usualLockWait);
@@ -32,7 +32,8 @@ public:
                                                  std::string_view name) override;
     bool setText(platform::SettingsRoot root, std::string_view key, std::string_view name,
                  std::string_view text) override;
-    // Waits for others who are writing, up to the limit.
+    // Waits for others who are writing; all calls together no longer than the limit. A file system without locks is
+    // written without.
     bool commit() override;
     std::string place() override { return path_; }
 
@@ -48,7 +49,7 @@ private:
     bool commitTo(const std::string& path);
 
     std::string path_;
-    std::chrono::milliseconds lockWait_;
+    std::chrono::milliseconds lockWait_;  // what is left of it
     std::optional<SettingsFile> file_;
     bool readable_ = true;
     std::vector<Setting> pending_;  // in the order in which they were set

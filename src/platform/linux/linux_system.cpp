@@ -21,6 +21,7 @@
 #include "platform/linux/paths.h"
 #include "platform/linux/profile_text.h"
 #include "platform/linux/screen/screen.h"
+#include "runtime/text.h"
 
 namespace platform_linux {
 
@@ -48,9 +49,7 @@ int codePageOfSettings(platform::SettingsStore& settings) {
     return number <= largest ? static_cast<int>(number) : 0;
 }
 
-// The file that is to be written.
-std::string fileToWrite(const std::string& path) {
-    ResolvedPath file = findFolderOf(path);
+std::string orThrow(ResolvedPath file) {
     if (file.error != 0) {
         throwFileError(file.error, file.path);
     }
@@ -115,8 +114,8 @@ std::string LinuxSystem::readFile(const std::string& path) {
 }
 
 void LinuxSystem::writeFile(const std::string& path, std::string_view content) {
-    const std::string file = fileToWrite(path);
-    if (const int error = replaceFile(file, content, {}); error != 0) {
+    const std::string file = orThrow(findFileToReplace(path));
+    if (const int error = replaceFile(file, content, {.orInPlace = true}); error != 0) {
         throwFileError(writeError(error), file);
     }
 }
@@ -129,7 +128,7 @@ void LinuxSystem::rewriteFile(const std::string& path, std::string_view content)
 }
 
 void LinuxSystem::appendFile(const std::string& path, std::string_view content) {
-    const std::string file = fileToWrite(path);
+    const std::string file = orThrow(findFolderOf(path));
     if (const int error = appendToFile(file, content); error != 0) {
         throwFileError(writeError(error), file);
     }
@@ -149,6 +148,20 @@ bool LinuxSystem::fileExists(const std::string& path) {
     const ResolvedPath file = findPath(path);
     struct stat status {};
     return file.error == 0 && ::stat(file.path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+}
+
+bool LinuxSystem::wouldReplace(const std::string& written, const std::string& path) {
+    const ResolvedPath reached = findPath(path);
+    const CString file(reached.error == 0 ? ::realpath(reached.path.c_str(), nullptr) : nullptr);
+    // Most files have other names, and the folder need not be read for them.
+    if (!file ||
+        runtime::upperCase(runtime::fileNameOf(file.get())) != runtime::upperCase(runtime::fileNameOf(written))) {
+        return false;
+    }
+    struct stat one {};
+    struct stat other {};
+    return ::stat(file.get(), &one) == 0 && ::lstat(findFileToReplace(written).path.c_str(), &other) == 0 &&
+           one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
 
 runtime::DateTime LinuxSystem::localTime() {

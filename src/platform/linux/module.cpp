@@ -42,6 +42,10 @@ void* entryOf(const std::string& file, const std::string& entryName) {
 
 void* moduleEntry(const std::string& name) {
     const std::string program = programFile();
+    if (program.empty()) {
+        // The loader would look for a relative name wherever the environment and the current directory lead it.
+        refuse("Das Programm findet seinen eigenen Ordner nicht; /proc einhängen oder es mit ganzem Pfad starten");
+    }
     const std::string folder = program.substr(0, program.rfind('/') + 1);
     const std::array<std::string, 2> places = {folder, folder + "../lib/krvwinpr/"};
     const std::string fileName = "krvwinpr-" + name + ".so";

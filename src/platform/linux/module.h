@@ -9,9 +9,9 @@ namespace platform_linux {
 // Version of the interfaces between the program and its modules; a module of another version is not used.
 inline constexpr int moduleInterface = 1;
 
-// Loads the module "krvwinpr-<name>.so" from the program's folder, or from ../lib/krvwinpr beside it, and returns the
-// address of its entry function "krvwinpr_<name>". Loaded once and kept until the program ends. Throws runtime::Error
-// (errFileNotFound) with the loader's own text in the detail.
+// Loads the module "krvwinpr-<name>.so" from the program's folder, or from ../lib/krvwinpr beside it, never from
+// anywhere else, and returns the address of its entry function "krvwinpr_<name>". Loaded once and kept until the
+// program ends. Throws runtime::Error (errFileNotFound) with the loader's own text in the detail.
 void* moduleEntry(const std::string& name);
 
 }  // namespace platform_linux

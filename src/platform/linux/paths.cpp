@@ -1,6 +1,7 @@
 #include "platform/linux/paths.h"
 
 #include <dirent.h>
+#include <sys/auxv.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -39,7 +40,9 @@ std::string anyCase(const std::string& folder, std::string_view name) {
     std::string found;
     while (const dirent* entry = ::readdir(directory.get())) {
         const std::string_view candidate = static_cast<const char*>(entry->d_name);
-        if (runtime::upperCase(candidate) == wanted && (found.empty() || candidate < found)) {
+        // No letter takes more bytes in the other case.
+        if (candidate.size() == name.size() && runtime::upperCase(candidate) == wanted &&
+            (found.empty() || candidate < found)) {
             found = candidate;
         }
     }
@@ -117,11 +120,24 @@ ResolvedPath findFolderOf(std::string_view path) {
     return {folder.path + name, 0};
 }
 
+ResolvedPath findFileToReplace(std::string_view path) {
+    ResolvedPath file = findFolderOf(path);
+    if (file.error == 0 && lookUp(file.path) == ENOENT) {
+        const std::size_t nameAt = file.path.rfind('/') + 1;
+        const std::string found = anyCase(file.path.substr(0, nameAt), file.path.substr(nameAt));
+        file.path.replace(nameAt, std::string::npos, found.empty() ? file.path.substr(nameAt) : found);
+    }
+    return file;
+}
+
 std::string programFile() {
     std::array<char, PATH_MAX> buffer;
     const ssize_t length = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
     if (length <= 0) {
-        return {};
+        // Without /proc, what the program was started as; a relative path may mean another file by now.
+        // The kernel hands it over as a number. NOLINTNEXTLINE(performance-no-int-to-ptr)
+        const char* started = reinterpret_cast<const char*>(::getauxval(AT_EXECFN));
+        return started != nullptr && *started == '/' ? started : std::string();
     }
     std::string file(buffer.data(), static_cast<std::size_t>(length));
     // The file may have been replaced by a newer one since the program was started.

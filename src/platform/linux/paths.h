@@ -18,7 +18,11 @@ ResolvedPath findPath(std::string_view path);
 // The same for a file that is to be written: its folder is looked for, its name is taken as it is.
 ResolvedPath findFolderOf(std::string_view path);
 
-// The program file, links resolved.
+// The same for a file that is to be replaced: an existing one of that name in other letters is that file, unless there
+// is one in exactly these.
+ResolvedPath findFileToReplace(std::string_view path);
+
+// The program file as an absolute path, links resolved; empty where the system does not tell.
 std::string programFile();
 
 }  // namespace platform_linux

@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 
+#include "platform/linux/file_calls.h"
 #include "runtime/program.h"
 
 namespace platform_linux {
@@ -35,7 +36,10 @@ std::string userFolder(const char* variable, const std::string& belowHome) {
 void makePrivateFolders(const std::string& path) {
     constexpr mode_t privateFolder = 0700;
     for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
-        ::mkdir(path.substr(0, end).c_str(), privateFolder);
+        const std::string folder = path.substr(0, end);
+        if (::mkdir(folder.c_str(), privateFolder) == 0) {
+            giveToOwnerOf(folderOf(folder), openFile(folder, O_RDONLY | O_DIRECTORY | O_NOFOLLOW).get());
+        }
     }
 }
 

@@ -347,6 +347,20 @@ DWORD appendToFile(const std::wstring& path, std::string_view content) {
     return error;
 }
 
+bool isSameFile(const std::wstring& path, const std::wstring& other) {
+    if (!isFile(path)) {
+        return false;
+    }
+    const Opened one = openFile(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    const Opened two = openFile(other, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    BY_HANDLE_FILE_INFORMATION first{};
+    BY_HANDLE_FILE_INFORMATION second{};
+    return one.error == 0 && two.error == 0 && ::GetFileInformationByHandle(one.file.get(), &first) != 0 &&
+           ::GetFileInformationByHandle(two.file.get(), &second) != 0 &&
+           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber && first.nFileIndexHigh == second.nFileIndexHigh &&
+           first.nFileIndexLow == second.nFileIndexLow;
+}
+
 bool isFile(const std::wstring& path) {
     const DWORD attributes = isDevice(path) ? INVALID_FILE_ATTRIBUTES : ::GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;

@@ -37,4 +37,7 @@ DWORD appendToFile(const std::wstring& path, std::string_view content);
 
 bool isFile(const std::wstring& path);
 
+// Whether both paths, the second one over links too, lead to one file that exists.
+bool isSameFile(const std::wstring& path, const std::wstring& other);
+
 }  // namespace platform_windows

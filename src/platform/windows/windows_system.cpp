@@ -119,6 +119,14 @@ bool WindowsSystem::fileExists(const std::string& path) {
     }
 }
 
+bool WindowsSystem::wouldReplace(const std::string& written, const std::string& path) {
+    try {
+        return isSameFile(nativePath(written), nativePath(path));
+    } catch (const runtime::Error&) {
+        return false;
+    }
+}
+
 runtime::DateTime WindowsSystem::localTime() {
     SYSTEMTIME now{};
     ::GetLocalTime(&now);

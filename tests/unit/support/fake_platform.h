@@ -84,6 +84,9 @@ public:
         files[path] += content;
     }
     bool fileExists(const std::string& path) override { return files.contains(path); }
+    bool wouldReplace(const std::string& written, const std::string& path) override {
+        return files.contains(path) && runtime::upperCase(written) == runtime::upperCase(path);
+    }
     std::unique_ptr<platform::Profile> openProfile(const std::string& path) override {
         return std::make_unique<MemoryProfile>(files.contains(path) ? profile : MemoryProfile());
     }

@@ -6,6 +6,7 @@
 #include <csignal>
 #include <string>
 
+#include "platform/linux/unfinished_file.h"
 #include "runtime/program.h"
 
 namespace platform_linux::program {
@@ -40,6 +41,7 @@ LinuxPlatform::LinuxPlatform(int argumentCount, const char* const* arguments)
     fillStandardDescriptors();
     ignoreSignal(SIGPIPE);
     ignoreSignal(SIGXFSZ);
+    removeUnfinishedOnSignals();
 }
 
 }  // namespace platform_linux::program

@@ -2,17 +2,15 @@
 
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/sendfile.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <filesystem>
-#include <random>
 #include <utility>
 
 #include "platform/linux/documents/document_name.h"
+#include "platform/linux/file_calls.h"
 #include "platform/linux/linux_error.h"
 
 namespace platform_linux::spool {
@@ -26,29 +24,17 @@ std::string viaProc(int descriptor) { return "/proc/self/fd/" + std::to_string(d
 
 // What the PDF's writer has written already goes along.
 bool moveInto(const FileDescriptor& file, int descriptor) {
-    struct stat status {};
-    if (::fstat(descriptor, &status) != 0) {
+    if (const int error = copyContent(descriptor, file.get()); error != 0) {
+        errno = error;
         return false;
-    }
-    off_t done = 0;
-    while (done < status.st_size) {
-        const ssize_t sent = ::sendfile(file.get(), descriptor, &done, static_cast<std::size_t>(status.st_size - done));
-        if (sent <= 0 && errno != EINTR) {
-            return false;
-        }
     }
     return ::dup3(file.get(), descriptor, O_CLOEXEC) == descriptor;
 }
 
-std::string randomLetters() {
-    static constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
-    std::random_device source;
-    std::uniform_int_distribution<std::size_t> choice(0, letters.size() - 1);
-    std::string result;
-    for (int i = 0; i < 8; ++i) {
-        result += letters[choice(source)];
-    }
-    return result;
+// A file system over the network may only say when a file is closed that it had no room.
+bool hasArrived(const FileDescriptor& file) {
+    FileDescriptor copy(::dup(file.get()));
+    return copy && copy.close();
 }
 
 }  // namespace
@@ -68,8 +54,6 @@ PdfFile::PdfFile(std::shared_ptr<const Folder> folder, std::string name, Conceal
         fail(errno);
     }
 }
-
-PdfFile::~PdfFile() { remove(); }
 
 void PdfFile::pageBegins() {
     if (made_) {
@@ -92,30 +76,24 @@ FileDescriptor PdfFile::makeUnnamed() const {
 
 FileDescriptor PdfFile::makeHidden() {
     concealment_ = Concealment::hidden;
-    for (int attempt = 0; attempt < 100; ++attempt) {
-        const std::string name = "." + name_ + ".pdf." + randomLetters();
-        FileDescriptor file(
-            ::openat(folder_->descriptor.get(), name.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, fileMode));
-        if (file) {
-            hiddenName_ = name;
-            return file;
-        }
-        if (errno != EEXIST) {
-            break;
-        }
+    hidden_.hold(folder_->descriptor.get(), unfinishedName());
+    FileDescriptor file(
+        ::openat(folder_->descriptor.get(), hidden_.path().c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, fileMode));
+    if (file) {
+        markInUse(file.get());
+    } else {
+        hidden_.release();
     }
-    return {};
+    return file;
 }
 
 void PdfFile::deliver(const documents::PageOptions& /*firstPage*/) {
-    // A file system of the network may only say now that it had no room.
-    FileDescriptor copy(::dup(file_.get()));
-    if (!copy || !copy.close()) {
+    if (!hasArrived(file_)) {
         fail(errno);
     }
+    giveToOwnerOf(folder_->path, file_.get());
     for (int number = 1; number <= mostNumbers; ++number) {
         if (putInPlace(documents::numberedName(name_, number))) {
-            hiddenName_.clear();
             return;
         }
         if (errno != EEXIST) {
@@ -128,37 +106,94 @@ void PdfFile::deliver(const documents::PageOptions& /*firstPage*/) {
 bool PdfFile::putInPlace(const std::string& name) {
     const int folder = folder_->descriptor.get();
     if (concealment_ == Concealment::unnamed) {
-        return ::linkat(AT_FDCWD, viaProc(file_.get()).c_str(), folder, name.c_str(), AT_SYMLINK_FOLLOW) == 0;
+        if (::linkat(AT_FDCWD, viaProc(file_.get()).c_str(), folder, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+            return true;
+        }
+        if (errno == EEXIST || !hideCopy()) {
+            return false;
+        }
     }
-    if (::renameat2(folder, hiddenName_.c_str(), folder, name.c_str(), RENAME_NOREPLACE) == 0) {
-        return true;
-    }
-    if (errno != EINVAL && errno != ENOSYS) {
-        return false;
-    }
-    if (::linkat(folder, hiddenName_.c_str(), folder, name.c_str(), 0) != 0) {
-        return false;
-    }
-    ::unlinkat(folder, hiddenName_.c_str(), 0);
-    return true;
+    return putHiddenInPlace(name);
 }
 
-void PdfFile::remove() noexcept {
-    if (!hiddenName_.empty()) {
-        ::unlinkat(folder_->descriptor.get(), hiddenName_.c_str(), 0);
-        hiddenName_.clear();
+// A file without a name that cannot be given one.
+bool PdfFile::hideCopy() {
+    FileDescriptor copy = makeHidden();
+    if (!copy) {
+        return false;
     }
+    if (const int error = copyContent(file_.get(), copy.get()); error != 0) {
+        errno = error;
+        return false;
+    }
+    giveToOwnerOf(folder_->path, copy.get());
+    file_ = std::move(copy);
+    return hasArrived(file_);
+}
+
+bool PdfFile::putHiddenInPlace(const std::string& name) {
+    const int folder = folder_->descriptor.get();
+    if (::renameat2(folder, hidden_.path().c_str(), folder, name.c_str(), RENAME_NOREPLACE) == 0) {
+        hidden_.release();
+        return true;
+    }
+    if (errno == EEXIST) {
+        return false;
+    }
+    if (::linkat(folder, hidden_.path().c_str(), folder, name.c_str(), 0) == 0) {
+        hidden_.remove();
+        return true;
+    }
+    return errno != EEXIST && putOverReservation(name);
+}
+
+// An empty file of one's own takes the name first, so that nobody else's can be replaced.
+bool PdfFile::putOverReservation(const std::string& name) {
+    const SignalsWait untilItIsFinished;
+    const int folder = folder_->descriptor.get();
+    FileDescriptor reserved(::openat(folder, name.c_str(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, fileMode));
+    if (!reserved) {
+        return false;
+    }
+    reserved.close();
+    if (::renameat(folder, hidden_.path().c_str(), folder, name.c_str()) == 0) {
+        hidden_.release();
+        return true;
+    }
+    if (fillReservation(name)) {
+        hidden_.remove();
+        return true;
+    }
+    const int error = errno != EEXIST ? errno : EIO;
+    ::unlinkat(folder, name.c_str(), 0);
+    errno = error;
+    return false;
+}
+
+// Where nothing can be renamed to a name that is taken.
+bool PdfFile::fillReservation(const std::string& name) const {
+    FileDescriptor reserved(
+        ::openat(folder_->descriptor.get(), name.c_str(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC));
+    if (!reserved) {
+        return false;
+    }
+    giveToOwnerOf(folder_->path, reserved.get());
+    if (const int error = copyContent(file_.get(), reserved.get()); error != 0) {
+        errno = error;
+        return false;
+    }
+    return reserved.close();
 }
 
 runtime::Error PdfFile::failure(const runtime::Error& cause) {
-    remove();
+    hidden_.remove();
     return runtime::Error(cause.number() == runtime::errDiskFull ? runtime::errDiskFull : runtime::errPrinter,
                           subject() + ": " + (cause.detail().empty() ? cause.description() : cause.detail()) +
                               " Die unvollständige Datei wurde entfernt.");
 }
 
 void PdfFile::fail(int systemError) {
-    remove();
+    hidden_.remove();
     const bool full = errorNumber(systemError) == runtime::errDiskFull;
     throw runtime::Error(full ? runtime::errDiskFull : runtime::errPrinter,
                          subject() + " konnte nicht angelegt werden: " + errorReason(systemError) + "." +

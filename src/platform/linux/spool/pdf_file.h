@@ -6,6 +6,7 @@
 
 #include "platform/linux/documents/document_target.h"
 #include "platform/linux/file_descriptor.h"
+#include "platform/linux/unfinished_file.h"
 
 namespace platform_linux::spool {
 
@@ -19,15 +20,14 @@ struct Folder {
 };
 
 // How a file is kept out of sight until it is complete: without any name, so that not even a killed process leaves
-// it, or under a hidden name where the file system cannot do that.
+// it, or under a hidden name where the file system cannot do that (unfinished_file.h).
 enum class Concealment { unnamed, hidden };
 
 // Makes the file with the first page, as "NAME.pdf", or "NAME (2).pdf" and so on where that is taken at the moment of
-// delivery; never replaces anything.
+// delivery; never replaces anything, whatever ways of giving a name the file system has.
 class PdfFile : public documents::PdfOutput {
 public:
     PdfFile(std::shared_ptr<const Folder> folder, std::string name, Concealment concealment);
-    ~PdfFile() override;
     PdfFile(const PdfFile&) = delete;
     PdfFile& operator=(const PdfFile&) = delete;
 
@@ -39,17 +39,21 @@ public:
 private:
     FileDescriptor makeUnnamed() const;
     FileDescriptor makeHidden();
+    // Each false with errno set; EEXIST where the name is taken.
     bool putInPlace(const std::string& name);
-    void remove() noexcept;
+    bool hideCopy();
+    bool putHiddenInPlace(const std::string& name);
+    bool putOverReservation(const std::string& name);
+    bool fillReservation(const std::string& name) const;
     [[noreturn]] void fail(int systemError);
     std::string subject() const;
 
     std::shared_ptr<const Folder> folder_;
     std::string name_;
     Concealment concealment_;
-    FileDescriptor file_;     // memory until the first page begins
-    bool made_ = false;       // file_ is the file
-    std::string hiddenName_;  // while it exists
+    FileDescriptor file_;    // memory until the first page begins
+    bool made_ = false;      // file_ is the file
+    UnfinishedName hidden_;  // while it exists
 };
 
 }  // namespace platform_linux::spool
