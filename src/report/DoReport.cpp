@@ -52,6 +52,7 @@ private:
     JobProgress progress_;
 
     std::string printText_;
+    bool ofOKFile_ = false;                    // the print file is the completion file: it is there, and stays as it is
     std::optional<std::string> namedPrinter_;  // the printer that the order names, where it is installed
     std::unique_ptr<printer::Printer> printer_;
 };
@@ -86,7 +87,16 @@ void ReportJob::printReport() {
 }
 
 void ReportJob::readPrintFile() {
-    printText_ = session_.platform.system.readFile(order_.sDateiname);
+    platform::System& system = session_.platform.system;
+    printText_ = system.readFile(order_.sDateiname);
+    ofOKFile_ = isOKFile(system, order_.sDateiname);
+    if (ofOKFile_) {
+        throw Error(
+            runtime::errPathFileAccess,
+            "'" + order_.sDateiname +
+                "' ist die Datei KRVWINPR.OK selbst, die den Auftrag überschreiben würde; die Druckdatei anders "
+                "nennen");
+    }
     log_.line(">   ", order_.sDateiname, " gelesen");
 }
 
@@ -139,7 +149,7 @@ void ReportJob::report(const Error& error) {
 
 void ReportJob::commonEnd() {
     attempt([this] { failure_.offerLog(); });
-    if (order_.blnWait) {
+    if (order_.blnWait && !ofOKFile_) {
         WriteOKFile(session_);
     }
 }

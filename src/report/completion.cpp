@@ -13,6 +13,8 @@ constexpr int pollMilliseconds = 100;
 
 }  // namespace
 
+bool isOKFile(platform::System& system, const std::string& path) { return system.wouldReplace(okFile, path); }
+
 void WriteOKFile(session::Session& session) {
     platform::System& system = session.platform.system;
     try {

@@ -9,6 +9,9 @@
 
 namespace report::MPrint {
 
+// Whether a path leads to the file that WriteOKFile() would write over.
+bool isOKFile(platform::System& system, const std::string& path);
+
 // Writes "KRVWINPR.OK" into the current directory. A failure is logged and is no error: the host then gets no file.
 void WriteOKFile(session::Session& session);
 

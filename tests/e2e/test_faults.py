@@ -11,8 +11,8 @@ import socket
 import time
 import unittest
 
-from support import (CAN_MOUNT, LOG_LINE, OK_TEXT, OWN_VALUES, PRINTER, PRINTER_KEY, PRODUCT_KEY, SLOW,
-                     WITHOUT_PRIVILEGES, JobTest, needs_namespace, on_disk)
+from support import (CAN_MOUNT, LOG_LINE, NAMESPACE, OK_TEXT, OWN_VALUES, PRINTER, PRINTER_KEY, PRODUCT_KEY, PROGRAM,
+                     SLOW, WITHOUT_PRIVILEGES, JobTest, needs_namespace, on_disk)
 
 
 class Surroundings(JobTest):
@@ -32,6 +32,29 @@ class Surroundings(JobTest):
         # A host that waits must be let go all the same.
         self.job.run("FEHLT.OUT", "/WAIT")
         self.assertEqual(self.job.read("KRVWINPR.OK"), OK_TEXT)
+
+    def test_a_print_file_that_is_the_completion_file_is_refused(self):
+        for real, given, arguments in (("KRVWINPR.OK", "krvwinpr.ok", []), ("krvwinpr.ok", "A.OUT", ["/WAIT"])):
+            with self.subTest(real):
+                job = self.new_job()
+                job.write(real, "Seite")
+                if given == "A.OUT":
+                    (job.folder / given).symlink_to(real)
+                run = job.run(given, "", PRINTER, *arguments)
+                self.assertRegex(run.errors, f"'{given}' abgebrochen, Fehler 75: .*die Datei KRVWINPR.OK selbst")
+                self.assertEqual((job.read(real), job.pdfs()), (b"Seite", []))
+
+    @needs_namespace
+    def test_modules_come_from_the_programs_folder_alone(self):
+        without_proc = [*NAMESPACE, "sh", "-c", 'mount -t tmpfs tmpfs /proc && exec "$@"', "sh"]
+        relative = [*NAMESPACE, "sh", "-c", 'mount -t tmpfs tmpfs /proc && shift && exec "$0" "$@"',
+                    os.path.relpath(PROGRAM, self.job.folder)]
+        self.job.write("A.OUT", "Seite")
+        self.job.write("krvwinpr-pdf.so", "")
+        run = self.job.run("A.OUT", prefix=relative)
+        self.assertRegex(run.errors, "findet seinen eigenen Ordner nicht")
+        self.assertEqual(self.job.run("A.OUT", prefix=without_proc).errors, "")
+        self.assertEqual(self.job.lines("A.pdf"), [["Seite"]])
 
     def test_random_bytes(self):
         source = random.Random(20261121)
