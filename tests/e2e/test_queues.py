@@ -62,6 +62,24 @@ class Printing(QueueTest):
                                            (792 - turned.bottom, 20, 0.2)):
             self.assertAlmostEqual(found, expected, delta=tolerance)
 
+    def test_the_users_saved_options_go_along_unless_the_job_says_otherwise(self):
+        self.cups.add_tray_queue("Büro")
+        self.job.environment |= {name: self.cups.environment()[name] for name in ("HOME", "CUPS_SERVERROOT")}
+        self.cups.run("lpoptions", "-p", "Büro", *(f"-o{option}" for option in (
+            "sides=two-sided-long-edge", "InputSlot=Manual", "media=Letter", "landscape", "fit-to-page")))
+        self.cups.run("lpoptions", "-p", "Büro/grau", "-oInputSlot=Tray2", "-oColorModel=Gray", "-osides=one-sided")
+        self.cups.run("lpoptions", "-d", "Büro/grau")
+        self.job.write_settings("Schacht1=2", key=rf"{PRODUCT_KEY}\Drucker\Büro")
+        self.job.write("FACH.OUT", "^TR1x")
+        for name, queue in (("A.OUT", "Büro"), ("FACH.OUT", "büro"), ("A.OUT", ""), ("FACH.OUT", "")):
+            self.job.run(name, "", queue)
+        names = ("sides", "InputSlot", "PageSize", "ColorModel", "landscape", "fit-to-page")
+        duplex = "two-sided-long-edge"
+        self.assertEqual([tuple(map(job.options.get, names)) for job in self.cups.wait_for_jobs("Büro", 4)],
+                         [(duplex, "Manual", "A4", None, None, None), (duplex, "Tray1", "A4", None, None, None),
+                          ("one-sided", "Tray2", "A4", "Gray", None, None),
+                          ("one-sided", "Tray1", "A4", "Gray", None, None)])
+
     def test_wait_writes_the_file_when_the_queue_has_emptied(self):
         self.cups.run("cupsdisable", "archiv")
         run = self.job.start("A.OUT", "", "archiv", "/WAIT")
@@ -113,6 +131,8 @@ class Printers(QueueTest):
             self.assertEqual(self.ask("default", **environment), [printer], environment)
         self.cups.run("lpadmin", "-d", "archiv")
         self.assertEqual(self.ask("default", "record|Korvano PDF")[::5], ["archiv", "64"])
+        for stale in ("LPDEST", "PRINTER"):
+            self.assertEqual(self.ask("default", **{stale: "Fehlt"}), ["archiv"])
         self.assertEqual(self.ask("default", "record|Korvano PDF", LPDEST="Korvano PDF")[::5], ["Korvano PDF", "68"])
         self.assertEqual(self.ask("set-default|Büro", "default"), ["Büro"])
         self.assertEqual([self.ask(f"record|{queue}")[4] for queue in ("Büro", "archiv")], ["68", "64"])

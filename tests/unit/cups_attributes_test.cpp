@@ -7,6 +7,7 @@
 #include "platform/linux/cups/bin_names.h"
 #include "platform/linux/cups/printer_state.h"
 #include "platform/linux/cups/queue_device.h"
+#include "platform/linux/cups/saved_options.h"
 #include "platform/spooler.h"
 
 namespace {
@@ -84,6 +85,59 @@ TEST(QueueDevice, NonsenseGivesAPageThatCanBePrinted) {
     EXPECT_EQ(device.own.marginLeft, 0);
     EXPECT_EQ(device.resolutionX, 600);
     EXPECT_EQ(device.defaultColorMode, 2);
+}
+
+TEST(SavedOptions, AreTheQueuesOrItsInstancesInTheOrderOfTheLines) {
+    const std::string file =
+        "Dest links media=A5 sides=one-sided\nDEFAULT Links/schnell number-up=2\n\nDest\nFoo Links copies=2\n"
+        "Dest LINKS sides='two sided' fit-to-page";
+    EXPECT_EQ(savedIn(file, "Links", ""), (Options{{"media", "A5"}, {"sides", "two sided"}, {"fit-to-page", "true"}}));
+    EXPECT_EQ(savedIn(file, "links", "schnell"), (Options{{"number-up", "2"}}));
+    EXPECT_EQ(savedIn(file, "links", "langsam"), Options());
+}
+
+// Saved options, a job's own choice of a bin, its colour mode; and the options that come, the source that stands, and
+// the colour mode that a job has unless it is told otherwise.
+TEST(SavedOptions, YieldToTheJobsOwn) {
+    struct Row {
+        Options saved;
+        bool bin;
+        int color;
+        Options come;
+        std::string source;
+        int savedColor;
+    };
+    const std::string inTray2 = "{media-size={x-dimension=1 y-dimension=2} media-source=Tray-2}";
+    for (const Row& row :
+         {Row{{{"copies", "2"}, {"job-name", "x"}, {"printer-info", "x"}, {"raw", "true"}},
+              false,
+              2,
+              {{"copies", "2"}},
+              "",
+              0},
+          Row{{{"pagesize", "A5"}, {"media-col", inTray2}, {"Scaling", "50"}}, false, 2, {}, "tray-2", 0},
+          Row{{{"media", "A4, fehlt,tray-1"}}, false, 2, {}, "tray-1", 0},
+          Row{{{"media-source", "fehlt"}}, false, 2, {{"media-source", "fehlt"}}, "", 0},
+          Row{{{"media-source", "tray-2"}, {"inputslot", "A"}},
+              false,
+              2,
+              {{"media-source", "tray-2"}, {"inputslot", "A"}},
+              "",
+              0},
+          Row{{{"media-source", "tray-2"}, {"ManualFeed", "True"}}, true, 2, {}, "", 0},
+          Row{{{"print-color-mode", "auto"}, {"ColorModel", "KGray"}}, false, 1, {{"ColorModel", "KGray"}}, "", 1},
+          Row{{{"ColorModel", "Gray"}}, false, 2, {}, "", 1},
+          Row{{{"ColorModel", "CMYK"}}, false, 2, {{"ColorModel", "CMYK"}}, "", 2}}) {
+        Options job = {{"print-color-mode", "job"}, {"print-scaling", "job"}};
+        addSaved(job, row.saved, row.bin, row.color);
+        job.erase("print-color-mode");
+        job.erase("print-scaling");
+        EXPECT_EQ(job, row.come);
+        EXPECT_EQ(savedColorMode(row.saved).value_or(0), row.savedColor);
+        if (!row.bin) {
+            EXPECT_EQ(savedSource(row.saved, {"tray-1", "tray-2"}), row.source);
+        }
+    }
 }
 
 }  // namespace

@@ -169,8 +169,8 @@ public:
     cups::QueueDevice device(const std::string&) override {
         return {600, 300, true, 2, 1, {"a4", 595.2, 841.2, 12, 24, 36, 48}, {"letter", 612, 792, 0, 0, 0, 0}};
     }
-    std::map<std::string, std::string> options(const std::string&, const cups::QueueMedia& media, int bin,
-                                               int orientation, int colorMode) override {
+    cups::Options options(const std::string&, const cups::QueueMedia& media, int bin, int orientation, int colorMode,
+                          const cups::Options&) override {
         const auto text = [](int number) { return " " + std::to_string(number); };
         return {{"all", media.keyword + text(bin) + text(orientation) + text(colorMode)}};
     }

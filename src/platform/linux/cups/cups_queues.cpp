@@ -78,22 +78,25 @@ QueueDevice CupsQueues::device(const std::string& queue) {
     return queueDevice(answer.get());
 }
 
-std::map<std::string, std::string> CupsQueues::options(const std::string& queue, const QueueMedia& media, int bin,
-                                                       int orientation, int colorMode) {
-    std::map<std::string, std::string> result;
+Options CupsQueues::options(const std::string& queue, const QueueMedia& media, int bin, int orientation, int colorMode,
+                            const Options& saved) {
+    Options result;
     result["orientation-requested"] = std::to_string(orientation == 2 ? IPP_ORIENT_LANDSCAPE : IPP_ORIENT_PORTRAIT);
     result["print-color-mode"] = colorMode == 2 ? "color" : "monochrome";
     // The pages are made for this sheet; fitted to its printable area they would no longer be true to scale.
     result["print-scaling"] = "none";
 
     std::string source;
-    if (bin > 0) {
+    if (bin > 0 || haveSource(saved)) {
         const IppMessage answer = connection_->attributes(queue, {"media-source-supported"});
         const std::vector<std::string> sources = texts(answer.get(), "media-source-supported");
-        if (static_cast<std::size_t>(bin) <= sources.size()) {
+        if (bin < 1) {
+            source = savedSource(saved, sources);
+        } else if (static_cast<std::size_t>(bin) <= sources.size()) {
             source = sources[static_cast<std::size_t>(bin) - 1];
         }
     }
+    addSaved(result, saved, bin > 0 || !source.empty(), colorMode);
     if (source.empty() && !media.keyword.empty()) {
         result["media"] = media.keyword;
         return result;

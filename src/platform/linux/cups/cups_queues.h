@@ -15,8 +15,8 @@ public:
 
     std::vector<platform::PaperBin> bins(const std::string& queue) override;
     QueueDevice device(const std::string& queue) override;
-    std::map<std::string, std::string> options(const std::string& queue, const QueueMedia& media, int bin,
-                                               int orientation, int colorMode) override;
+    Options options(const std::string& queue, const QueueMedia& media, int bin, int orientation, int colorMode,
+                    const Options& saved) override;
     int submit(const QueueJob& job, int fileDescriptor) override;
 
 private:

@@ -59,19 +59,23 @@ std::vector<std::string> CupsSpooler::printerNames() {
 }
 
 std::string CupsSpooler::defaultPrinter() {
+    defaultQueue_.clear();
+    defaultInstance_.clear();
     try {
-        http_t* http = connection_->connected({});
-        // Knows the user's lpoptions, which the call below does not, but gives nothing for a name that is no queue.
-        if (cups_dest_t* destination = cupsGetNamedDest(http, nullptr, nullptr); destination != nullptr) {
-            std::string result = destination->name;
+        // Knows the environment and the user's lpoptions, but gives nothing where those name no queue.
+        if (cups_dest_t* destination = cupsGetNamedDest(connection_->connected({}), nullptr, nullptr)) {
+            defaultQueue_ = destination->name;
+            defaultInstance_ = destination->instance != nullptr ? destination->instance : "";
             cupsFreeDests(1, destination);
-            return result;
+        } else {
+            const IppMessage answer =
+                connection_->request({}, makeRequest(IPP_OP_CUPS_GET_DEFAULT, {}, {"printer-name"}));
+            defaultQueue_ = text(answer.get(), "printer-name");
         }
-        const char* name = cupsGetDefault2(http);
-        return name != nullptr ? name : "";
     } catch (const platform::SpoolerError&) {
         return {};
     }
+    return defaultQueue_;
 }
 
 void CupsSpooler::setDefaultPrinter(const std::string& queue) {
@@ -162,7 +166,8 @@ bool CupsSpooler::serviceRunning() {
 std::string CupsSpooler::errorText(std::uint32_t code) { return statusText(code); }
 
 std::unique_ptr<platform::PrintDocument> CupsSpooler::openDocument(const std::string& queue, const std::string& title) {
-    return makeDocument_(std::make_unique<QueueTarget>(queues_, queue, title), title);
+    Options saved = savedOptions(queue, queue == defaultQueue_ ? defaultInstance_ : std::string());
+    return makeDocument_(std::make_unique<QueueTarget>(queues_, queue, title, std::move(saved)), title);
 }
 
 }  // namespace platform_linux::cups

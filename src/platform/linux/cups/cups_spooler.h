@@ -18,8 +18,8 @@ public:
 
     bool hasPrinters() override { return !printerNames().empty(); }
     std::vector<std::string> printerNames() override;
-    // The user's or the server's default queue. What LPDEST or PRINTER in the user's environment name is given even if
-    // it is no queue.
+    // The queue that LPDEST or PRINTER or the user's lpoptions name; where they name none that there is, the server's
+    // default. Where it is an instance of a queue, a document opened on it from then on has that instance's options.
     std::string defaultPrinter() override;
     void setDefaultPrinter(const std::string& queue) override;
     platform::PrinterRecord printer(const std::string& queue) override;
@@ -36,6 +36,8 @@ private:
     std::shared_ptr<Connection> connection_;
     std::shared_ptr<QueueAccess> queues_;
     documents::DocumentFactory makeDocument_;
+    std::string defaultQueue_;  // as defaultPrinter() gave it last
+    std::string defaultInstance_;
 };
 
 }  // namespace platform_linux::cups

@@ -1,10 +1,10 @@
 // A queue of CUPS as documents need it: the device behind it, its bins, and the way into it.
 #pragma once
 
-#include <map>
 #include <string>
 #include <vector>
 
+#include "platform/linux/cups/saved_options.h"
 #include "platform/spooler.h"
 
 namespace platform_linux::cups {
@@ -33,7 +33,7 @@ struct QueueDevice {
 struct QueueJob {
     std::string queue;
     std::string title;
-    std::map<std::string, std::string> options;  // job options under their standard names
+    Options options;  // job options under their standard names
 };
 
 // Every call throws platform::SpoolerError when CUPS or the queue refuses.
@@ -43,9 +43,10 @@ public:
 
     virtual std::vector<platform::PaperBin> bins(const std::string& queue) = 0;
     virtual QueueDevice device(const std::string& queue) = 0;
-    // The options, under their standard names, that choose a bin of bins() by its number, and a page of the device.
-    virtual std::map<std::string, std::string> options(const std::string& queue, const QueueMedia& media, int bin,
-                                                       int orientation, int colorMode) = 0;
+    // The options, under their standard names, that choose a bin of bins() by its number, and a page of the device;
+    // with them what the user saved for the queue and the job does not say otherwise.
+    virtual Options options(const std::string& queue, const QueueMedia& media, int bin, int orientation, int colorMode,
+                            const Options& saved) = 0;
     // Prints a PDF from the start of the descriptor; returns the job's number.
     virtual int submit(const QueueJob& job, int fileDescriptor) = 0;
 };

@@ -21,12 +21,17 @@ int pixels(double points, int perInch) { return static_cast<int>(std::lround(poi
 
 }  // namespace
 
-QueueTarget::QueueTarget(std::shared_ptr<QueueAccess> queues, std::string queue, std::string title)
+QueueTarget::QueueTarget(std::shared_ptr<QueueAccess> queues, std::string queue, std::string title, Options saved)
     : queues_(std::move(queues)),
       queue_(std::move(queue)),
       title_(std::move(title)),
+      saved_(std::move(saved)),
       device_(queues_->device(queue_)),
-      ownNumber_(documents::paperNumber(device_.own.widthPoints, device_.own.heightPoints)) {}
+      ownNumber_(documents::paperNumber(device_.own.widthPoints, device_.own.heightPoints)) {
+    if (device_.color) {
+        device_.defaultColorMode = savedColorMode(saved_).value_or(device_.defaultColorMode);
+    }
+}
 
 PageOptions QueueTarget::defaults() const {
     return {ownNumber_, 0, device_.defaultOrientation, device_.defaultColorMode};
@@ -96,8 +101,8 @@ std::unique_ptr<PdfOutput> QueueTarget::open() {
         QueueJob job;
         job.queue = queue_;
         job.title = title_;
-        job.options =
-            queues_->options(queue_, media(firstPage), firstPage.paperBin, firstPage.orientation, firstPage.colorMode);
+        job.options = queues_->options(queue_, media(firstPage), firstPage.paperBin, firstPage.orientation,
+                                       firstPage.colorMode, saved_);
         queues_->submit(job, descriptor);
     };
     return std::make_unique<QueuedPdf>(queue_, std::move(send));

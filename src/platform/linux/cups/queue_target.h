@@ -15,8 +15,8 @@ namespace platform_linux::cups {
 // and colour mode are options of a whole job, so a page that changes one of them starts a further job of that title.
 class QueueTarget : public documents::DocumentTarget {
 public:
-    // Throws platform::SpoolerError where the queue cannot be asked.
-    QueueTarget(std::shared_ptr<QueueAccess> queues, std::string queue, std::string title);
+    // The options are what the user saved for the queue. Throws platform::SpoolerError where the queue cannot be asked.
+    QueueTarget(std::shared_ptr<QueueAccess> queues, std::string queue, std::string title, Options saved = {});
 
     documents::PageOptions defaults() const override;
     bool accepts(platform::PageOption option, int value) override;
@@ -30,6 +30,7 @@ private:
     std::shared_ptr<QueueAccess> queues_;
     std::string queue_;
     std::string title_;
+    Options saved_;
     QueueDevice device_;
     int ownNumber_;
     std::optional<std::vector<platform::PaperBin>> bins_;  // asked for when first needed

@@ -1,13 +1,20 @@
 #include "platform/linux/spool/linux_spooler.h"
 
-#include <algorithm>
 #include <cerrno>
+#include <cstdlib>
 
 namespace platform_linux::spool {
 
 namespace {
 
 bool isBuiltin(const std::string& name) { return name == builtinPrinterName; }
+
+// LPDEST counts before PRINTER; CUPS looks for its queues there, too.
+bool builtinByEnvironment() {
+    const char* name = std::getenv("LPDEST");
+    name = name != nullptr ? name : std::getenv("PRINTER");
+    return name != nullptr && isBuiltin(name);
+}
 
 }  // namespace
 
@@ -25,18 +32,9 @@ std::vector<std::string> LinuxSpooler::printerNames() {
 }
 
 std::string LinuxSpooler::defaultPrinter() {
-    cups::PrintServer* server = cups_.get();
-    if (server == nullptr) {
-        return builtinPrinterName;
-    }
-    std::string name = server->spooler().defaultPrinter();
-    if (!name.empty() && !isBuiltin(name)) {
-        const std::vector<std::string> names = server->spooler().printerNames();
-        if (std::find(names.begin(), names.end(), name) != names.end()) {
-            return name;
-        }
-    }
-    return builtinPrinterName;
+    cups::PrintServer* server = builtinByEnvironment() ? nullptr : cups_.get();
+    const std::string name = server != nullptr ? server->spooler().defaultPrinter() : std::string();
+    return name.empty() ? builtinPrinterName : name;
 }
 
 void LinuxSpooler::setDefaultPrinter(const std::string& name) {

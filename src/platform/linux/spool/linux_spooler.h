@@ -12,7 +12,7 @@
 namespace platform_linux::spool {
 
 // Without CUPS - not installed, or its scheduler is not running - there is the built-in printer alone, and that is no
-// error. It is the default printer where CUPS names none, or one that it does not have. Asking whether there are
+// error. It is the default printer where CUPS names none, and where LPDEST or PRINTER name it. Asking whether there are
 // printers loads nothing.
 class LinuxSpooler final : public platform::Spooler {
 public:
