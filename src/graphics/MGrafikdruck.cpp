@@ -8,6 +8,7 @@
 #include "printer/printer_choice.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace graphics::MGrafikdruck {
 
@@ -36,7 +37,7 @@ PixelSize fit(const PixelSize& picture, const PixelSize& page) {
 }
 
 void PrintGraphic(session::Session& session, const std::string& sDateiname, const std::string& sDruckerTreiber) {
-    session.log.line(">   PrintGraphic (", sDateiname, ", ", sDruckerTreiber, ")");
+    session.log.line(">   PrintGraphic (", sDateiname, ", ", runtime::shown(sDruckerTreiber), ")");
     platform::Spooler& spooler = session.platform.spooler;
     if (!spooler.hasPrinters()) {
         printer::showNoPrinter(session);

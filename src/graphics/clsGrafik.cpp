@@ -5,6 +5,7 @@
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace graphics {
 
@@ -71,7 +72,7 @@ void clsGrafik::Makro(std::uint8_t number) {
 void clsGrafik::load() {
     session::DebugLog& log = session_->log;
     platform::System& system = session_->platform.system;
-    log.line(">         Dateiname: ", bildname_);
+    log.line(">         Dateiname: ", runtime::shown(bildname_));
     const bool inverted = wantsInversion();
     const auto picture = pictures_->load(bildname_, inverted ? Colors::inverted : Colors::asInFile);
     const runtime::Locale& locale = session_->locale();
@@ -100,9 +101,9 @@ void clsGrafik::ignoreOrRaise(const Error& error) const {
                     error.detail());
     }
     if (session_->log.debugging()) {
-        throw Error(errMissing, source, "Bilddatei " + bildname_ + " nicht gefunden.");
+        throw Error(errMissing, source, "Bilddatei " + runtime::shown(bildname_) + " nicht gefunden.");
     }
-    session_->tellOnce("Bilddatei " + bildname_ + " nicht gefunden; gedruckt wird ohne diese Grafik.");
+    session_->tellOnce("Bilddatei " + runtime::shown(bildname_) + " nicht gefunden; gedruckt wird ohne diese Grafik.");
 }
 
 void clsGrafik::PrintGrafik(const GraphicTarget& ziel, std::string& message, float x, float y) const {

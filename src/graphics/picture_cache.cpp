@@ -4,6 +4,7 @@
 
 #include "pictures/picture_file.h"
 #include "runtime/error.h"
+#include "runtime/utf8.h"
 
 namespace graphics {
 
@@ -12,9 +13,10 @@ platform::Picture decodeFile(const std::string& path, std::string_view content, 
         return pictures::decodePicture(content, others);
     } catch (const runtime::Error& error) {
         const std::string reason = error.detail().empty() ? "" : "; " + error.detail();
-        throw runtime::Error(error.number(), error.source(), error.description(), "'" + path + "'" + reason);
+        throw runtime::Error(error.number(), error.source(), error.description(),
+                             "'" + runtime::shown(path) + "'" + reason);
     } catch (const std::bad_alloc&) {
-        throw runtime::Error(runtime::errOutOfMemory, "Das Bild '" + path + "' ist zu groß");
+        throw runtime::Error(runtime::errOutOfMemory, "Das Bild '" + runtime::shown(path) + "' ist zu groß");
     }
 }
 

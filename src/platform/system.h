@@ -52,6 +52,10 @@ public:
     // A settings file for reading, as it is now; a missing or unreadable one has no keys.
     virtual std::unique_ptr<Profile> openProfile(const std::string& path) = 0;
 
+    // The file that a name from a settings file means, whose bytes may be UTF-8 or of the system's or the host's code
+    // page: the name under which there is one, otherwise the given one.
+    virtual std::string fileNamed(const std::string& name) = 0;
+
     virtual runtime::DateTime localTime() = 0;
     virtual const runtime::Locale& locale() = 0;
 

@@ -12,6 +12,7 @@
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace report::MPrint {
 
@@ -27,6 +28,7 @@ public:
         : session_(session),
           log_(session.log),
           order_(order),
+          shownFile_(runtime::shown(order.sDateiname)),
           letEventsRun_(letEventsRun),
           failure_(session, order.sDateiname, order.sGrafikname) {}
 
@@ -47,6 +49,7 @@ private:
     session::Session& session_;
     session::DebugLog& log_;
     const JobOrder& order_;
+    const std::string shownFile_;
     const LetEventsRun& letEventsRun_;
     JobFailure failure_;
     JobProgress progress_;
@@ -59,8 +62,8 @@ private:
 
 void ReportJob::run() {
     try {
-        log_.line(">   DoReport (sDateiname='", order_.sDateiname, "', sGrafikname='", order_.sGrafikname,
-                  "', sDruckerTreiber='", order_.sDruckerTreiber, "', blnWait='",
+        log_.line(">   DoReport (sDateiname='", shownFile_, "', sGrafikname='", runtime::shown(order_.sGrafikname),
+                  "', sDruckerTreiber='", runtime::shown(order_.sDruckerTreiber), "', blnWait='",
                   runtime::booleanText(order_.blnWait, session_.locale()), "')");
         if (!session_.platform.spooler.hasPrinters()) {
             failure_.reportNoPrinters();
@@ -71,7 +74,7 @@ void ReportJob::run() {
     } catch (const Error& error) {
         report(error);
     } catch (const std::bad_alloc&) {
-        report(Error(runtime::errOutOfMemory, "'" + order_.sDateiname + "' ist zu groß"));
+        report(Error(runtime::errOutOfMemory, "'" + shownFile_ + "' ist zu groß"));
     }
 }
 
@@ -93,11 +96,11 @@ void ReportJob::readPrintFile() {
     if (ofOKFile_) {
         throw Error(
             runtime::errPathFileAccess,
-            "'" + order_.sDateiname +
+            "'" + shownFile_ +
                 "' ist die Datei KRVWINPR.OK selbst, die den Auftrag überschreiben würde; die Druckdatei anders "
                 "nennen");
     }
-    log_.line(">   ", order_.sDateiname, " gelesen");
+    log_.line(">   ", shownFile_, " gelesen");
 }
 
 // Without "/WAIT" the host goes on as soon as its print file has been read; what it does not wait for comes behind.

@@ -2,15 +2,16 @@
 
 #include "runtime/error.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace report {
 
 bool Background::wanted() const { return !sGrafikname_.empty() && runtime::upperCase(sGrafikname_) != "KEINEGRAFIK"; }
 
 void Background::draw(printer::Printer& printer) {
-    session_.log.line(">     Hintergrundbild laden: ", sGrafikname_);
+    session_.log.line(">     Hintergrundbild laden: ", runtime::shown(sGrafikname_));
     if (!session_.platform.system.fileExists(sGrafikname_)) {
-        throw runtime::Error(runtime::errFileNotFound, sGrafikname_);
+        throw runtime::Error(runtime::errFileNotFound, runtime::shown(sGrafikname_));
     }
     if (!picture_) {
         picture_ = pictures_.load(sGrafikname_);

@@ -9,6 +9,7 @@
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace report {
 
@@ -56,7 +57,7 @@ std::size_t split(std::string_view value, std::vector<std::string>& fields) {
 std::uint8_t macroNumber(std::string_view text, std::uint8_t offset) {
     const std::int32_t number = runtime::roundToLong(decimal(text));
     if (number < 0 || number > std::numeric_limits<std::uint8_t>::max() - offset) {
-        throw Error(runtime::errOverflow, "ein Grafikmakro " + std::string(text) + " gibt es nicht");
+        throw Error(runtime::errOverflow, "ein Grafikmakro " + runtime::shown(text) + " gibt es nicht");
     }
     return static_cast<std::uint8_t>(number + offset);
 }
@@ -115,7 +116,7 @@ double HplaserIni::GetBarcodeHeight() {
     const std::string value = read("Font", "BarcodeHeight");
     const double height = isSet(value) ? heightOf(value) : defaultBarcodeHeight;
     session_.log.line(">     GetBarcodeHeight: ", runtime::doubleText(height, session_.locale()),
-                      ", gelesener Wert:  ", withoutLeadingBlanks(value));
+                      ", gelesener Wert:  ", runtime::shown(withoutLeadingBlanks(value)));
     return height;
 }
 
@@ -123,7 +124,7 @@ bool HplaserIni::AutoScaleDPI() {
     const std::string value = read("Modus", "AutoScaleDPI");
     blnAutoScaleDPI_ = isSet(value) && runtime::upperCase(value) == "TRUE";
     session_.log.line(">     AutoScaleDPI: ", runtime::booleanText(blnAutoScaleDPI_, session_.locale()),
-                      ", gelesener Wert:  ", withoutLeadingBlanks(value));
+                      ", gelesener Wert:  ", runtime::shown(withoutLeadingBlanks(value)));
     return blnAutoScaleDPI_;
 }
 
@@ -161,7 +162,7 @@ void HplaserIni::readKey(std::string_view section, const std::string& key, Step 
 }
 
 void HplaserIni::addGraphic(const Section& section, std::uint8_t key, std::string_view value) {
-    session_.log.line(">       Grafikdaten: ", section.name, " ", value);
+    session_.log.line(">       Grafikdaten: ", section.name, " ", runtime::shown(value));
     std::vector<std::string> fields(placementFields);
     if (split(value, fields) < placementFields) {
         fields[fieldUnit] = "INCH";
@@ -177,7 +178,7 @@ void HplaserIni::addGraphic(const Section& section, std::uint8_t key, std::strin
     daten.sMasseinheit = fields[fieldUnit];
     daten.blnAbsolutPos = truthValue(fields[fieldAbsolute]);
     daten.sngScaleFaktor = decimalSingle(fields[fieldScale]);
-    daten.sBildname = file ? fields[fieldPicture] : "";
+    daten.sBildname = file ? session_.platform.system.fileNamed(fields[fieldPicture]) : "";
     section.grafiken.Add(session_, pictures_, daten);
 }
 
@@ -188,7 +189,7 @@ std::string HplaserIni::normalisedScale(const std::string& field) {
 }
 
 void HplaserIni::resizeGraphics(const Section& section, std::string_view value) {
-    session_.log.line(">       Grafikdatengröße: ", section.name, " ", value);
+    session_.log.line(">       Grafikdatengröße: ", section.name, " ", runtime::shown(value));
     std::vector<std::string> fields(sizeFields);
     split(value, fields);
     const std::uint8_t makro = macroNumber(fields[2], section.offset);

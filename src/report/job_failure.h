@@ -5,15 +5,16 @@
 
 #include "report/job_progress.h"
 #include "runtime/error.h"
+#include "runtime/utf8.h"
 #include "session/session.h"
 
 namespace report {
 
 class JobFailure {
 public:
-    // All are borrowed. sDateiname is the print file, sGrafikname the background picture.
+    // The session is borrowed. sDateiname is the print file, sGrafikname the background picture.
     JobFailure(session::Session& session, const std::string& sDateiname, const std::string& sGrafikname)
-        : session_(session), sDateiname_(sDateiname), sGrafikname_(sGrafikname) {}
+        : session_(session), sDateiname_(runtime::shown(sDateiname)), sGrafikname_(runtime::shown(sGrafikname)) {}
 
     // The device name is asked for its status where a page failed. Throws what the log throws.
     void report(Stretch stretch, const runtime::Error& error, const std::string& deviceName);
@@ -32,8 +33,8 @@ private:
     void showBox(const std::string& text);
 
     session::Session& session_;
-    const std::string& sDateiname_;
-    const std::string& sGrafikname_;
+    const std::string sDateiname_;  // as they are shown
+    const std::string sGrafikname_;
 };
 
 }  // namespace report

@@ -11,6 +11,7 @@
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 #include "session/session.h"
 #include "settings/MRegistry.h"
 #include "startup/clsArguments.h"
@@ -111,8 +112,8 @@ void StartUp::logEnvironment(const Switches& switches) {
         log_.line("> für weitere Details /DEBUG2 verwenden ");
     }
     log_.line("> Registrydaten gesetzt");
-    log_.line("> RunPath: ", system().currentDirectory());
-    log_.line("> EXEPath: ", exePath_);
+    log_.line("> RunPath: ", runtime::shown(system().currentDirectory()));
+    log_.line("> EXEPath: ", runtime::shown(exePath_));
     log_.line("> EXEVersion: ", session_.program.version);
     log_.line("> LOGPixelsX: ", std::to_string(system().screenDpiX()));
     log_.line("> LOGPixelsY: ", std::to_string(system().screenDpiY()));

@@ -1,5 +1,6 @@
 """The debug log line by line."""
 
+import os
 import unittest
 
 from page_picture import RED, bmp
@@ -159,6 +160,21 @@ class DebugLog(JobTest):
         self.job.run("A.OUT", "kopf.bmp", "/DEBUG2")
         self.assert_log(dict(background="\n>     Hintergrundbild laden: kopf.bmp", body=GRAPHIC_BODY), level=2,
                         file="A.OUT", graphic="kopf.bmp", graphics=GRAPHICS.format(folder=self.job.folder))
+
+    def test_names_cannot_forge_lines(self):
+        name = os.fsdecode(b"A\n> \xfc.OUT")
+        self.job.write(name, "Seite")
+        errors = self.job.run(name, "b\x1b[2J.bmp", "/DEBUG").errors
+        self.job.write("HPLASER.INI", b"[Grafik]\nGrafik1=1,2,g\x81\x1b.bmp\n")
+        errors += self.job.run(name, "/DEBUG").errors
+        log = self.job.read("KRVWinPr.LOG").decode()
+        self.assertNotRegex(log, "\n> |\x1b")
+        for text in (r"sDateiname='A\x0A> \xFC.OUT', sGrafikname='b\x1B[2J.bmp'", r">   A\x0A> \xFC.OUT gelesen",
+                     r"Grafik 1,2,g\x81\x1B.bmp", r"Dateiname: g\x81\x1B.bmp"):
+            self.assertIn(text, log)
+        for text in (r"'A\x0A> \xFC.OUT' abgebrochen, Fehler 53: Datei nicht gefunden: b\x1B[2J.bmp",
+                     r"Grafikdatei b\x1B[2J.bmp auf.", r"Bilddatei g\x81\x1B.bmp nicht gefunden"):
+            self.assertIn(text, errors)
 
     def test_every_start_appends(self):
         self.job.write("KRVWinPr.LOG", b"alt\r\n")

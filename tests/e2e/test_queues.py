@@ -80,6 +80,12 @@ class Printing(QueueTest):
                           ("one-sided", "Tray2", "A4", "Gray", None, None),
                           ("one-sided", "Tray1", "A4", "Gray", None, None)])
 
+    def test_a_title_that_is_no_text_is_mended(self):
+        name = os.fsdecode(b"B\xfcro.OUT")
+        self.job.write(name, "x")
+        self.assertEqual(self.job.run(name, "", "archiv").errors, "")
+        self.assertEqual([printed.title for printed in self.cups.wait_for_jobs("archiv", 1)], ["B\ufffdro.OUT"])
+
     def test_wait_writes_the_file_when_the_queue_has_emptied(self):
         self.cups.run("cupsdisable", "archiv")
         run = self.job.start("A.OUT", "", "archiv", "/WAIT")

@@ -153,6 +153,23 @@ TEST_F(LinuxSystemTest, WhatRootMakesInAUsersFolderIsTheUsers) {
     }
 }
 
+TEST_F(LinuxSystemTest, DrivesAreDroppedOrLeadWhereTheSettingsSay) {
+    std::filesystem::create_directories(folder / "Dos/Bilder");
+    put(folder / "Dos/Bilder/LOGO.BMP", "x");
+    EXPECT_TRUE(system.fileExists("c:" + (folder / "dos\\BILDER\\logo.bmp")));
+    EXPECT_FALSE(system.fileExists("C:\\bilder\\logo.bmp"));
+    settings.setText(platform::SettingsRoot::currentUser, R"(Software\Velmora\KRVWinPr\3.0\Laufwerke)", "c",
+                     folder / "Dos/");
+    EXPECT_TRUE(system.fileExists("C:\\bilder\\logo.bmp"));
+    EXPECT_TRUE(system.fileExists("c:bilder/logo.bmp")) << "from the drive's folder";
+    system.writeFile("C:\\BILDER\\neu", "y");
+    std::filesystem::current_path(folder / "Dos/Bilder");
+    EXPECT_EQ(system.readFile("C:neu"), "y") << "from the current directory";
+    put("D:neu", "z");
+    EXPECT_EQ(system.readFile("D:neu"), "z") << "as it is written";
+    std::filesystem::current_path("/");
+}
+
 // Root may write everything, so it becomes somebody else.
 TEST_F(LinuxSystemTest, RewritingKeepsLinkAndRightsAndNeedsThem) {
     const std::string target = folder / "folder/target";

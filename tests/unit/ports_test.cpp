@@ -89,6 +89,16 @@ TEST_F(SystemPort, KnowsWhichPathsLeadToTheFileThatItWouldReplace) {
     }
 }
 
+TEST_F(SystemPort, FindsTheFilesThatASettingsFileNamesInWhateverEncodingItIs) {
+    put(folder / "Füße.bmp", "x");
+    for (const char* name : {"Füße.bmp", "F\xFC\xDF\x65.bmp", "F\x81\xE1\x65.bmp"}) {
+        put(folder / "a.ini", std::string("[a]\nk=") + name + "\n");
+        const std::string value = system.openProfile(folder / "a.ini")->text("a", "k", "");
+        EXPECT_EQ(system.fileNamed(folder / value), folder / "Füße.bmp") << value;
+        EXPECT_EQ(system.fileNamed("fehlt " + value), "fehlt " + value);
+    }
+}
+
 TEST_F(SystemPort, ReadsProfiles) {
     using namespace std::string_literals;
     using Table = std::vector<std::pair<std::string, std::string>>;
@@ -167,7 +177,7 @@ TEST(DialogsPort, WhereNobodySeesThemTextGoesToStandardErrorAndTheFirstButtonIsT
     const TemporaryFolder folder;
     put(folder / "x.log", "x");
     const std::string written = writtenBy([&](platform::Dialogs& dialogs) {
-        EXPECT_EQ(dialogs.messageBox("Fehler\r\n\r\nDatei\x1B[2J über\r", Buttons::ok, Icon::critical, "Druck"),
+        EXPECT_EQ(dialogs.messageBox("Fehler\r\n\r\nDatei\x1B[2J\n über\r", Buttons::ok, Icon::critical, "Druck"),
                   Answer::ok);
         EXPECT_EQ(dialogs.messageBox("Anzeigen?", Buttons::yesNo, Icon::none, "KrvWinPr"), Answer::yes);
         EXPECT_EQ(dialogs.messageBox("Weiter?", Buttons::okCancel, Icon::information, ""), Answer::ok);
@@ -176,7 +186,7 @@ TEST(DialogsPort, WhereNobodySeesThemTextGoesToStandardErrorAndTheFirstButtonIsT
         dialogs.showTextFile(folder / "fehlt.log");
     });
     EXPECT_EQ(written,
-              "KRVWinPr: Druck: Fehler Datei [2J über\n"
+              "KRVWinPr: Druck: Fehler Datei\\x1B[2J über\n"
               "KRVWinPr: Anzeigen? [Antwort: Ja]\n"
               "KRVWinPr: Weiter? [Antwort: OK]\n"
               "KRVWinPr: Bitte lesen Sie die Datei " +

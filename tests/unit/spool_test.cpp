@@ -4,6 +4,7 @@
 #include "linux_support.h"
 #include "platform/linux/code_page.h"
 #include "platform/linux/cups/queue_target.h"
+#include "platform/linux/documents/creation_time.h"
 #include "platform/linux/documents/document_factory.h"
 #include "platform/linux/documents/document_name.h"
 #include "platform/linux/spool/builtin_target.h"
@@ -48,6 +49,7 @@ TEST(DocumentName, IsTheTitleWithoutFolderAndLastEnding) {
     EXPECT_EQ(documents::documentName("/a/b\\c/Müller.2026.prn"), "Müller.2026");
     EXPECT_EQ(documents::documentName("dir.alt\\OHNE"), "OHNE");
     EXPECT_EQ(documents::documentName("a\nb.txt"), "a_b");
+    EXPECT_EQ(documents::documentName("C:BRIEF.OUT"), "BRIEF");
     for (const char* nameless : {"", "dir\\", ".TXT", "...", "a/..", " ."}) {
         EXPECT_EQ(documents::documentName(nameless), "Druck") << nameless;
     }
@@ -56,6 +58,17 @@ TEST(DocumentName, IsTheTitleWithoutFolderAndLastEnding) {
         umlauts += "ä";
     }
     EXPECT_EQ(documents::documentName("x" + umlauts).size(), 219U) << "cut between characters";
+}
+
+TEST(CreationTime, IsNowUnlessTheEnvironmentHasOneWithAYearOfFourDigits) {
+    const auto at = [](const char* moment) {
+        const linux_support::Variable variable("SOURCE_DATE_EPOCH", moment);
+        return documents::creationTime();
+    };
+    EXPECT_EQ(at("253402300799"), 253402300799);
+    for (const char* moment : {"253402300800", "-1", "99999999999999999999", "1x"}) {
+        EXPECT_NEAR(static_cast<double>(at(moment) - std::time(nullptr)), 0, 60) << moment;
+    }
 }
 
 class PdfFileTest : public testing::TestWithParam<spool::Concealment> {

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace platform_linux {
 
@@ -36,6 +37,12 @@ constexpr std::u32string_view high850 =
     U"ÓßÔÒõÕµþÞÚÛÙýÝ¯´\u00AD±‗¾¶§÷¸°¨·¹³²■\u00A0";
 static_assert(high437.size() == firstHigh && high850.size() == firstHigh);
 constexpr std::size_t euroIn858 = 0xD5;
+
+// The codes 128 to 159 of Windows-1252; all others are those of Latin-1.
+constexpr std::u32string_view high1252 =
+    U"€\u0081‚ƒ„…†‡ˆ‰Š‹Œ\u008DŽ\u008F"
+    U"\u0090‘’“”•–—˜™š›œ\u009DžŸ";
+static_assert(high1252.size() == 32);
 
 CodePage lowerHalf() {
     CodePage page{};
@@ -143,6 +150,30 @@ std::string textOf(std::string_view bytes, const CodePage& codePage) {
         runtime::appendUtf8(text, c != 0 ? c : byte == '\0' ? U' ' : replacement);
     }
     return text;
+}
+
+std::string fromWindows1252(std::string_view bytes) {
+    std::string text;
+    for (const char byte : bytes) {
+        const auto code = static_cast<std::uint8_t>(byte);
+        const std::size_t special = code - firstHigh;
+        runtime::appendUtf8(text, special < high1252.size() ? high1252[special] : code);
+    }
+    return text;
+}
+
+std::optional<std::string> toWindows1252(std::string_view text) {
+    std::string bytes;
+    while (!text.empty()) {
+        const char32_t character = runtime::takeCharacter(text).value_or(runtime::replacementCharacter);
+        const std::size_t special = high1252.find(character);
+        const bool same = character < firstHigh || (character >= 0xA0 && character <= 0xFF);
+        if (special == std::u32string_view::npos && !same) {
+            return std::nullopt;
+        }
+        bytes += static_cast<char>(same ? character : firstHigh + special);
+    }
+    return bytes;
 }
 
 }  // namespace platform_linux

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,5 +20,10 @@ bool isDosCodePage(int number);
 
 // Bytes as text: 0 is a blank, as on the screen of DOS, and a byte without a character is U+FFFD.
 std::string textOf(std::string_view bytes, const CodePage& codePage);
+
+// Windows-1252, in which its five unused codes are the control characters of the same number. Nothing for a text with
+// other characters.
+std::string fromWindows1252(std::string_view bytes);
+std::optional<std::string> toWindows1252(std::string_view text);
 
 }  // namespace platform_linux

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <system_error>
 
+#include "runtime/utf8.h"
+
 namespace platform_linux {
 
 namespace {
@@ -65,7 +67,7 @@ std::string errorReason(int error) {
 void throwFileError(int error, const std::string& path) {
     // That the file is missing is what the error's own description says.
     const std::string reason = error == ENOENT ? std::string() : errorReason(error);
-    std::string detail = path;
+    std::string detail = runtime::shown(path);
     if (!reason.empty()) {
         detail += path.empty() ? reason : " (" + reason + ")";
     }

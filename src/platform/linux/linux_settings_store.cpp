@@ -36,6 +36,10 @@ constexpr std::string_view explanation =
 # [HKCU\Software\Velmora\KRVWinPr\3.0\Drucker\<Name des Druckers, ohne \\ am Anfang>]:
 #   ColorMode=0, 1 oder 2      0 = wie der Treiber, 1 = schwarzweiß, 2 = farbig
 #   IgnorePaperSize=1          Papiergröße des Druckers nicht umstellen (0 = umstellen)
+#
+# Laufwerke in den Pfaden von Korvano (Druckdateien, Bilder, Hintergründe), unter
+# [HKCU\Software\Velmora\KRVWinPr\3.0\Laufwerke]:
+#   C=/home/korvano/dos        C:\BILDER\LOGO.BMP ist /home/korvano/dos/BILDER/LOGO.BMP; ohne Eintrag /BILDER/LOGO.BMP
 )";
 
 // The file that a link leads to, which need not exist; the path itself where it is no link.

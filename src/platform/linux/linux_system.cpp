@@ -13,6 +13,7 @@
 
 #include "platform/linux/c_string.h"
 #include "platform/linux/desktop.h"
+#include "platform/linux/drives.h"
 #include "platform/linux/files.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/linux_error.h"
@@ -97,7 +98,7 @@ std::string LinuxSystem::currentDirectory() {
 }
 
 std::string LinuxSystem::readFile(const std::string& path) {
-    const ResolvedPath file = findPath(path);
+    const ResolvedPath file = findPath(nativePath(path));
     std::string content;
     int error = file.error;
     try {
@@ -114,21 +115,21 @@ std::string LinuxSystem::readFile(const std::string& path) {
 }
 
 void LinuxSystem::writeFile(const std::string& path, std::string_view content) {
-    const std::string file = orThrow(findFileToReplace(path));
+    const std::string file = orThrow(findFileToReplace(nativePath(path)));
     if (const int error = replaceFile(file, content, {.orInPlace = true}); error != 0) {
         throwFileError(writeError(error), file);
     }
 }
 
 void LinuxSystem::rewriteFile(const std::string& path, std::string_view content) {
-    const ResolvedPath file = findPath(path);
+    const ResolvedPath file = findPath(nativePath(path));
     if (const int error = file.error != 0 ? file.error : platform_linux::rewriteFile(file.path, content); error != 0) {
         throwFileError(error, file.path);
     }
 }
 
 void LinuxSystem::appendFile(const std::string& path, std::string_view content) {
-    const std::string file = orThrow(findFolderOf(path));
+    const std::string file = orThrow(findFolderOf(nativePath(path)));
     if (const int error = appendToFile(file, content); error != 0) {
         throwFileError(writeError(error), file);
     }
@@ -137,7 +138,7 @@ void LinuxSystem::appendFile(const std::string& path, std::string_view content) 
 std::unique_ptr<platform::Profile> LinuxSystem::openProfile(const std::string& path) {
     constexpr std::size_t most = std::size_t{1} << 20;
     std::string content;
-    const ResolvedPath file = findPath(path);
+    const ResolvedPath file = findPath(nativePath(path));
     const int error = file.error != 0 ? file.error : readStartOfFile(file.path, most, content);
     const bool missing = error == ENOENT || error == ENOTDIR;
     return std::make_unique<ProfileText>(
@@ -145,13 +146,13 @@ std::unique_ptr<platform::Profile> LinuxSystem::openProfile(const std::string& p
 }
 
 bool LinuxSystem::fileExists(const std::string& path) {
-    const ResolvedPath file = findPath(path);
+    const ResolvedPath file = findPath(nativePath(path));
     struct stat status {};
     return file.error == 0 && ::stat(file.path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
 bool LinuxSystem::wouldReplace(const std::string& written, const std::string& path) {
-    const ResolvedPath reached = findPath(path);
+    const ResolvedPath reached = findPath(nativePath(path));
     const CString file(reached.error == 0 ? ::realpath(reached.path.c_str(), nullptr) : nullptr);
     // Most files have other names, and the folder need not be read for them.
     if (!file ||
@@ -160,9 +161,23 @@ bool LinuxSystem::wouldReplace(const std::string& written, const std::string& pa
     }
     struct stat one {};
     struct stat other {};
-    return ::stat(file.get(), &one) == 0 && ::lstat(findFileToReplace(written).path.c_str(), &other) == 0 &&
+    return ::stat(file.get(), &one) == 0 && ::lstat(findFileToReplace(nativePath(written)).path.c_str(), &other) == 0 &&
            one.st_dev == other.st_dev && one.st_ino == other.st_ino;
 }
+
+std::string LinuxSystem::fileNamed(const std::string& name) {
+    const std::optional<std::string> bytes = toWindows1252(name);
+    if (!bytes || *bytes == name || fileExists(name)) {
+        return name;
+    }
+    std::string ofHost = textOf(*bytes, codePage());
+    if (fileExists(ofHost)) {
+        return ofHost;
+    }
+    return fileExists(*bytes) ? *bytes : name;  // the disk may be the host's, too
+}
+
+std::string LinuxSystem::nativePath(const std::string& path) { return withoutDrive(path, settings_); }
 
 runtime::DateTime LinuxSystem::localTime() {
     timespec now{};

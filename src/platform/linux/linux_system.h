@@ -29,6 +29,7 @@ public:
     bool fileExists(const std::string& path) override;
     bool wouldReplace(const std::string& written, const std::string& path) override;
     std::unique_ptr<platform::Profile> openProfile(const std::string& path) override;
+    std::string fileNamed(const std::string& name) override;
     runtime::DateTime localTime() override;
     const runtime::Locale& locale() override;
     std::string toSystemCodePage(std::string_view text) override;
@@ -45,6 +46,7 @@ public:
 
 private:
     int screenDpi();
+    std::string nativePath(const std::string& path);
 
     int argumentCount_;
     const char* const* arguments_;

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <optional>
 
+#include "platform/linux/code_page.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace platform_linux {
 
@@ -66,13 +68,14 @@ std::optional<std::string_view> sectionOf(std::string_view line) {
     return trimmed(line.substr(1, end - 1));
 }
 
-std::string_view valueOf(std::string_view text) {
+std::string valueOf(std::string_view text) {
     text = trimmed(text.substr(0, text.find('\0')));
     const char quote = text.empty() ? '\0' : text.front();
     if (text.size() >= 2 && (quote == '"' || quote == '\'') && text.back() == quote) {
         text = text.substr(1, text.size() - 2);
     }
-    return text.substr(0, longestValue);
+    text = text.substr(0, longestValue);
+    return runtime::isUtf8(text) ? std::string(text) : fromWindows1252(text);
 }
 
 }  // namespace
@@ -99,7 +102,7 @@ std::string ProfileText::text(std::string_view section, std::string_view key, st
         }
         const std::size_t equals = line.find('=');
         if (inside && !line.starts_with(';') && sameName(trimmed(line.substr(0, equals)), key)) {
-            return std::string(equals == std::string_view::npos ? fallback : valueOf(line.substr(equals + 1)));
+            return equals == std::string_view::npos ? std::string(fallback) : valueOf(line.substr(equals + 1));
         }
     }
     return std::string(fallback);

@@ -15,7 +15,8 @@ namespace platform_linux {
 // ends the value. Of sections of one name the first counts, and so it is with keys; a case of letters counts nowhere
 // (ASCII).
 //
-// A byte-order mark is skipped; UTF-16 with the mark FF FE becomes UTF-8. Other bytes stay as they are.
+// A byte-order mark is skipped; UTF-16 with the mark FF FE becomes UTF-8. A value that is no UTF-8 is read as
+// Windows-1252.
 class ProfileText : public platform::Profile {
 public:
     explicit ProfileText(std::string content, std::string failure = {});

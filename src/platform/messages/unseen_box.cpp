@@ -2,6 +2,7 @@
 
 #include "runtime/program.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace platform::messages {
 
@@ -28,6 +29,8 @@ std::string oneLine(std::string_view text) {
         const auto code = static_cast<unsigned char>(c);
         if (code > firstPrintable && code != deleteCode) {
             line += c;
+        } else if (std::string_view(" \t\r\n").find(c) == std::string_view::npos) {
+            line += runtime::shown({&c, 1});
         } else if (!line.empty() && line.back() != ' ') {
             line += ' ';
         }

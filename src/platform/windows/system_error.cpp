@@ -8,6 +8,7 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/wide_text.h"
 #include "runtime/error.h"
+#include "runtime/utf8.h"
 
 namespace platform_windows {
 
@@ -80,7 +81,7 @@ void throwFileError(DWORD code, const std::string& path) {
     const auto* found =
         std::find_if(meanings.begin(), meanings.end(), [code](const Meaning& m) { return m.code == code; });
     const bool known = found != meanings.end();
-    std::string detail = path + (path.empty() ? "(" : " (");
+    std::string detail = runtime::shown(path) + (path.empty() ? "(" : " (");
     if (known && !found->remedy.empty()) {
         detail.append(found->remedy).append("; ");
     }

@@ -127,6 +127,20 @@ bool WindowsSystem::wouldReplace(const std::string& written, const std::string& 
     }
 }
 
+std::string WindowsSystem::fileNamed(const std::string& name) {
+    // The system has read the bytes in its own code page, and gives them back.
+    const std::string bytes = encode(widen(name), CP_ACP);
+    for (const unsigned codePage : {unsigned{CP_UTF8}, unsigned{CP_OEMCP}}) {
+        if (fileExists(name)) {
+            break;
+        }
+        if (std::string other = narrow(decode(bytes, codePage, 0)); fileExists(other)) {
+            return other;
+        }
+    }
+    return name;
+}
+
 runtime::DateTime WindowsSystem::localTime() {
     SYSTEMTIME now{};
     ::GetLocalTime(&now);

@@ -2,6 +2,7 @@
 
 #include "runtime/currency.h"
 #include "runtime/numbers.h"
+#include "runtime/utf8.h"
 #include "unit/support/core_test.h"
 
 namespace {
@@ -95,6 +96,13 @@ TEST(Text, IsComparedInUpperCaseAndPathsAreJoined) {
     EXPECT_EQ(runtime::AddBackslash("C:\\"), "C:\\");
     EXPECT_EQ(runtime::AddBackslash(""), "\\");
     EXPECT_EQ(runtime::fileNameOf("C:\\A/B.OUT"), "B.OUT");
+}
+
+TEST(Text, FromOutsideIsMendedOrShownAsItIs) {
+    const std::string name = "A\n\x1B ü\xC2\x85\x7F☺\xFF\xC3";
+    EXPECT_EQ(runtime::shown(name), R"(A\x0A\x1B ü\x85\x7F☺\xFF\xC3)");
+    EXPECT_EQ(runtime::mended("B\xFCro ☺\xE2\x98"), "B\uFFFDro ☺\uFFFD\uFFFD");
+    EXPECT_FALSE(runtime::isUtf8(name));
 }
 
 }  // namespace

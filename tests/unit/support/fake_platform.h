@@ -90,6 +90,7 @@ public:
     std::unique_ptr<platform::Profile> openProfile(const std::string& path) override {
         return std::make_unique<MemoryProfile>(files.contains(path) ? profile : MemoryProfile());
     }
+    std::string fileNamed(const std::string& name) override { return name; }
     runtime::DateTime localTime() override { return now; }
     const runtime::Locale& locale() override { return userLocale; }
     std::string toSystemCodePage(std::string_view text) override { return std::string(text); }

@@ -12,6 +12,7 @@
 #include "platform/linux/cups/queue_device.h"
 #include "platform/linux/file_descriptor.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace platform_linux::cups {
 
@@ -19,10 +20,10 @@ namespace {
 
 constexpr std::size_t longestJobName = 255;  // bytes, of the IPP type "name"
 
-// Control characters and anything beyond the longest name go, never half a character.
+// Valid UTF-8 without control characters, and no longer than a name may be.
 std::string jobName(const std::string& title) {
     std::string result;
-    for (const char c : title) {
+    for (const char c : runtime::mended(title)) {
         const auto code = static_cast<unsigned char>(c);
         result += code < 0x20 || code == 0x7F ? '_' : c;
     }

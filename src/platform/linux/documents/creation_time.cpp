@@ -11,7 +11,9 @@ std::time_t creationTime() {
         const std::string_view text = value;
         std::time_t seconds = 0;
         const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
-        if (error == std::errc() && end == text.data() + text.size() && seconds >= 0) {
+        // The last second of the year 9999: a date has four digits for its year.
+        constexpr std::time_t latest = 253'402'300'799;
+        if (error == std::errc() && end == text.data() + text.size() && seconds >= 0 && seconds <= latest) {
             return seconds;
         }
     }

@@ -14,8 +14,10 @@ constexpr std::size_t longest = 220;
 }  // namespace
 
 std::string documentName(const std::string& title) {
-    const std::size_t folder = title.find_last_of("/\\");
-    std::string name = folder == std::string::npos ? title : title.substr(folder + 1);
+    std::string name(runtime::fileNameOf(title));
+    if (name.size() > 2 && name[1] == ':') {
+        name.erase(0, 2);
+    }
     if (const std::size_t dot = name.rfind('.'); dot != std::string::npos) {
         name.resize(dot);
     }

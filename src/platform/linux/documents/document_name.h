@@ -5,7 +5,8 @@
 
 namespace platform_linux::documents {
 
-// "RECHNUNG" of "d:\auftrag\RECHNUNG.TXT": the title without its folder ("/" and "\" both separate) and its last
+// "RECHNUNG" of "d:\auftrag\RECHNUNG.TXT": the title without its drive and folder ("/" and "\" both
+// separate) and its last
 // ending, as a file can be called it; never empty, and short enough for an ending and a number behind it.
 std::string documentName(const std::string& title);
 

@@ -5,11 +5,11 @@
 #include <chrono>
 #include <cstdint>
 
+#include "runtime/utf8.h"
+
 namespace platform_linux::pdf {
 
 namespace {
-
-constexpr char32_t replacement = 0xFFFD;
 
 // What stands behind the backslash for a byte that a literal string cannot hold as it is; 0 for all others.
 constexpr std::array<char, 256> escapes = [] {
@@ -25,33 +25,6 @@ constexpr std::array<char, 256> escapes = [] {
 void appendUnit(std::string& text, char32_t unit) {
     appendHexByte(text, unit >> 8);
     appendHexByte(text, unit & 0xFF);
-}
-
-// Takes one character off the front of a UTF-8 text that is not empty.
-char32_t takeCharacter(std::string_view& utf8) {
-    const auto byteAt = [&](std::size_t index) { return static_cast<unsigned char>(utf8[index]); };
-    const unsigned char lead = byteAt(0);
-    std::size_t length = 0;
-    if (lead < 0x80) {
-        length = 1;
-    } else if (lead >= 0xC2 && lead < 0xE0) {
-        length = 2;
-    } else if (lead >= 0xE0 && lead < 0xF0) {
-        length = 3;
-    } else if (lead >= 0xF0 && lead < 0xF5) {
-        length = 4;
-    }
-    char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
-    bool valid = length > 0 && length <= utf8.size();
-    for (std::size_t index = 1; valid && index < length; ++index) {
-        valid = (byteAt(index) & 0xC0) == 0x80;
-        character = (character << 6) | (byteAt(index) & 0x3FU);
-    }
-    constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
-    valid =
-        valid && character >= smallest[length] && character <= 0x10FFFF && (character < 0xD800 || character > 0xDFFF);
-    utf8.remove_prefix(valid ? length : 1);
-    return valid ? character : replacement;
 }
 
 void appendPadded(std::string& text, std::int64_t value, std::size_t width) {
@@ -97,7 +70,7 @@ std::string textString(std::string_view utf8) {
     }
     text += "<FEFF";
     while (!utf8.empty()) {
-        appendUtf16Hex(text, takeCharacter(utf8));
+        appendUtf16Hex(text, runtime::takeCharacter(utf8).value_or(runtime::replacementCharacter));
     }
     return text += '>';
 }
