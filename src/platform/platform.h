@@ -7,6 +7,7 @@
 #include "platform/settings_store.h"
 #include "platform/spooler.h"
 #include "platform/system.h"
+#include "platform/user_files.h"
 
 namespace platform {
 
@@ -17,6 +18,7 @@ struct Platform {
     PrintJobs& printJobs;
     Dialogs& dialogs;
     ImageFiles& imageFiles;
+    UserFiles& userFiles;
 };
 
 }  // namespace platform

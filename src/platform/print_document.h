@@ -1,6 +1,9 @@
 // Port: a document being printed, page by page.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "platform/surface.h"
 
 namespace platform {
@@ -17,7 +20,7 @@ inline constexpr int paperA4 = 9;
 
 // Order of calls: any number of setOption(); then, for each page, beginPage(), drawing on surface(), endPage(); then
 // end() or abort(). A document that goes out of scope without either is aborted. Errors are runtime::Error; after one
-// from beginPage(), endPage() or end() only abort() and the destructor are of use.
+// from beginPage() or endPage() only abort() and the destructor are of use.
 class PrintDocument {
 public:
     virtual ~PrintDocument() = default;
@@ -36,8 +39,19 @@ public:
 
     // Hands the pages ended so far to the printer; a page still open is left out. With no page ended the document
     // leaves nothing behind. Throws errPrinter or errDiskFull, with what happened and what to do in the detail, when
-    // the document could not be delivered whole; then nothing half-written is left.
+    // the document could not be delivered whole; then nothing half-written is left. After a SpoolerError end() may be
+    // called again: it tries what was not handed over, and never hands anything over twice.
     virtual void end() = 0;
+
+    // Pages that the printer has taken.
+    virtual int pagesHandedOver() const = 0;
+
+    // Whether end() sent pages of which nobody knows whether the printer has taken them.
+    virtual bool perhapsHandedOver() const { return false; }
+
+    // Keeps the finished pages that end() could not hand over: files of the user's own (UserFiles) whose names begin
+    // with this path, "PATH.pdf". Returns the files; none where pages cannot be kept, and then nothing is left behind.
+    virtual std::vector<std::string> saveRest(const std::string& /*path*/) { return {}; }
 
     // Drops what has not been handed over yet and leaves nothing half-written behind. Never throws.
     virtual void abort() noexcept = 0;

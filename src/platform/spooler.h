@@ -69,7 +69,8 @@ struct PaperBin {
 // Default printer, rights, bins and properties are for the printer selection and the job list; a job needs the rest.
 //
 // Names are device names, UTF-8. Every call that names a printer throws SpoolerError when there is none of that name
-// or the spooler does not answer.
+// or the spooler does not answer. A spooler that has once not answered is not waited for again: calls fail at once
+// until answersAgain() finds that it does.
 class Spooler {
 public:
     virtual ~Spooler() = default;
@@ -77,10 +78,16 @@ public:
     // Whether there is any printer; as cheap as the system allows, since the host waits for the answer.
     virtual bool hasPrinters() = 0;
 
-    // Device names in the system's order. A spooler that does not answer has no printers; that is no error.
+    // Device names in the system's order. Throws SpoolerError where there should be printers and the spooler does not
+    // answer.
     virtual std::vector<std::string> printerNames() = 0;
 
-    // The user's default printer; empty where there is none.
+    // The printer that the program brings along, one of printerNames(), whether or not anything answers; empty where
+    // there is none.
+    virtual std::string builtinPrinter() = 0;
+
+    // The user's default printer; empty where there is none. Throws SpoolerError, which names the printer, where it was
+    // one of the spooler's when that last answered, and it does not answer.
     virtual std::string defaultPrinter() = 0;
     virtual void setDefaultPrinter(const std::string& name) = 0;
 
@@ -98,6 +105,9 @@ public:
 
     // Whether the system's print service is running.
     virtual bool serviceRunning() = 0;
+
+    // After an error that may pass: asks once more whether the spooler answers.
+    virtual bool answersAgain() = 0;
 
     // The system's text for an error code of the spooler, without a line end; empty where it has none.
     virtual std::string errorText(std::uint32_t code) = 0;

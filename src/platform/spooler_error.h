@@ -9,14 +9,23 @@
 
 namespace platform {
 
+// Whether the same call may succeed a little later: the spooler does not answer, or the printer takes nothing now.
+enum class Recovery { none, possible };
+
 // A failed call of the spooler: a run-time error (errPrinter) that also carries the system's own error code.
 class SpoolerError : public runtime::Error {
 public:
-    SpoolerError(std::uint32_t code, std::string detail) : Error(runtime::errPrinter, std::move(detail)), code_(code) {}
+    SpoolerError(std::uint32_t code, std::string detail, Recovery recovery = Recovery::none)
+        : Error(runtime::errPrinter, std::move(detail)), code_(code), recovery_(recovery) {}
     std::uint32_t code() const noexcept { return code_; }
+    bool mayPass() const noexcept { return recovery_ == Recovery::possible; }
+
+    // The same error, with what it is about in front of its detail: a printer.
+    SpoolerError about(const std::string& subject) const { return {code_, subject + ": " + detail(), recovery_}; }
 
 private:
     std::uint32_t code_;
+    Recovery recovery_;
 };
 
 }  // namespace platform

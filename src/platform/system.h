@@ -1,9 +1,11 @@
 // Port: the machine around the program: command line, files, clock, locale, code pages.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/profile.h"
 #include "runtime/datetime.h"
@@ -70,6 +72,12 @@ public:
     virtual int screenDpiY() = 0;
 
     virtual void sleep(int milliseconds) = 0;
+
+    // Time since some moment in the past; whatever happens to the clock, it goes on evenly.
+    virtual std::int64_t elapsedMilliseconds() = 0;
+
+    // What a user types into the system's shell to run this program in a folder with these arguments.
+    virtual std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) = 0;
 };
 
 }  // namespace platform

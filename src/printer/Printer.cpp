@@ -31,12 +31,12 @@ float toTwips(int pixels, int pixelsPerInch) {
 
 }  // namespace
 
-Printer::Printer(platform::Spooler& spooler, std::string deviceName, std::string title)
-    : spooler_(spooler), deviceName_(std::move(deviceName)), title_(std::move(title)) {}
+Printer::Printer(platform::Spooler& spooler, std::string deviceName, std::string title, Patience patience)
+    : spooler_(spooler), deviceName_(std::move(deviceName)), title_(std::move(title)), patience_(std::move(patience)) {}
 
 platform::PrintDocument& Printer::document() {
     if (!document_) {
-        document_ = spooler_.openDocument(deviceName_, title_);
+        document_ = patience_.during([this] { return spooler_.openDocument(deviceName_, title_); });
     }
     return *document_;
 }
@@ -73,7 +73,10 @@ void Printer::selectFont() {
 
 int Printer::Option(platform::PageOption option) { return document().option(option); }
 
-void Printer::Option(platform::PageOption option, int value) { document().setOption(option, value); }
+void Printer::Option(platform::PageOption option, int value) {
+    platform::PrintDocument& opened = document();
+    patience_.during([&] { opened.setOption(option, value); });
+}
 
 // A document that fails to take a page is lost as a whole: dropping it leaves nothing half-written behind.
 template <typename Step>
@@ -81,11 +84,17 @@ void Printer::attempt(Step step) {
     try {
         step();
     } catch (...) {
-        document_.reset();
-        pageOpen_ = false;
-        pagesEnded_ = 0;
+        drop();
         throw;
     }
+}
+
+void Printer::drop() {
+    pagesHandedOver_ = PagesHandedOver();
+    perhapsHandedOver_ = PerhapsHandedOver();
+    document_.reset();
+    pageOpen_ = false;
+    pagesEnded_ = 0;
 }
 
 void Printer::beginPage() {
@@ -141,11 +150,23 @@ void Printer::EndDoc() {
 }
 
 void Printer::Release() {
-    const std::unique_ptr<platform::PrintDocument> released = std::move(document_);
-    pageOpen_ = false;
-    if (released && std::exchange(pagesEnded_, 0) > 0) {
-        released->end();
+    if (refused_) {
+        return;
     }
+    if (document_ && pagesEnded_ > 0) {
+        refused_ = true;
+        patience_.during([this] { document_->end(); });
+        refused_ = false;
+    }
+    drop();
+}
+
+int Printer::PagesHandedOver() const { return pagesHandedOver_ + (document_ ? document_->pagesHandedOver() : 0); }
+
+bool Printer::PerhapsHandedOver() const { return perhapsHandedOver_ || (document_ && document_->perhapsHandedOver()); }
+
+std::vector<std::string> Printer::SaveRest(const std::string& path) {
+    return document_ ? document_->saveRest(path) : std::vector<std::string>();
 }
 
 }  // namespace printer

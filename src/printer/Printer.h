@@ -4,8 +4,10 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/spooler.h"
+#include "printer/patience.h"
 #include "runtime/currency.h"
 
 namespace printer {
@@ -29,8 +31,8 @@ struct FontStyle {
 // nothing was drawn on is printed only where NewPage() turns it. Failures are runtime::Error.
 class Printer {
 public:
-    // The title is the job's title.
-    Printer(platform::Spooler& spooler, std::string deviceName, std::string title);
+    // The title is the job's title. The spooler is borrowed.
+    Printer(platform::Spooler& spooler, std::string deviceName, std::string title, Patience patience = {});
 
     const std::string& DeviceName() const { return deviceName_; }
     const platform::Surface& Device();
@@ -78,8 +80,15 @@ public:
     void EndDoc();
 
     // After a failure: hands over the pages that are finished, drops the one begun. Without a finished page nothing is
-    // left behind.
+    // left behind. Where handing over is what failed, nothing happens.
     void Release();
+
+    // Pages that the printer has taken, and whether there are some of which nobody knows.
+    int PagesHandedOver() const;
+    bool PerhapsHandedOver() const;
+
+    // Keeps what could not be handed over; see platform::PrintDocument::saveRest().
+    std::vector<std::string> SaveRest(const std::string& path);
 
 private:
     platform::PrintDocument& document();
@@ -88,12 +97,17 @@ private:
     void attempt(Step step);
     void beginPage();
     void endPage();
+    void drop();
     void selectFont();
 
     platform::Spooler& spooler_;
     std::string deviceName_;
     std::string title_;
+    Patience patience_;
     std::unique_ptr<platform::PrintDocument> document_;
+    bool refused_ = false;            // handing the document over failed
+    int pagesHandedOver_ = 0;         // of documents that are gone
+    bool perhapsHandedOver_ = false;  // likewise
     bool pageOpen_ = false;
     int pagesEnded_ = 0;
     double x_ = 0;

@@ -10,18 +10,26 @@ std::optional<std::string> installedPrinter(platform::Spooler& spooler, const st
     if (name.empty()) {
         return std::nullopt;
     }
-    const std::string wanted = runtime::upperCase(name);
-    const std::vector<std::string> names = spooler.printerNames();
-    const auto found = std::find_if(names.begin(), names.end(), [&](const std::string& candidate) {
+    const auto isWanted = [wanted = runtime::upperCase(name)](const std::string& candidate) {
         return runtime::upperCase(candidate) == wanted;
-    });
-    return found != names.end() ? std::optional(*found) : std::nullopt;
+    };
+    if (const std::string builtin = spooler.builtinPrinter(); isWanted(builtin)) {
+        return builtin;
+    }
+    try {
+        const std::vector<std::string> names = spooler.printerNames();
+        const auto found = std::find_if(names.begin(), names.end(), isWanted);
+        return found != names.end() ? std::optional(*found) : std::nullopt;
+    } catch (const platform::SpoolerError& error) {
+        throw error.about("Drucker „" + name + "“");
+    }
 }
 
 std::unique_ptr<Printer> choosePrinter(session::Session& session, const std::optional<std::string>& installed,
-                                       const std::string& title) {
+                                       const std::string& title, Patience patience) {
     platform::Spooler& spooler = session.platform.spooler;
-    auto chosen = std::make_unique<Printer>(spooler, installed ? *installed : spooler.defaultPrinter(), title);
+    std::string name = installed ? *installed : patience.during([&] { return spooler.defaultPrinter(); });
+    auto chosen = std::make_unique<Printer>(spooler, std::move(name), title, std::move(patience));
     session.log.line(">   verwendeter Druckertreiber: ", chosen->DeviceName());
     return chosen;
 }

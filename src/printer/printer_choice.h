@@ -11,12 +11,13 @@
 namespace printer {
 
 // The first installed printer, in the system's order, whose name equals the given one but for the case of letters.
-// Nothing for an empty name and for one that no printer has.
+// Nothing for an empty name and for one that no printer has. The program's own printer is found without asking anybody.
+// Throws platform::SpoolerError, which names the printer, where the spooler should know and does not answer.
 std::optional<std::string> installedPrinter(platform::Spooler& spooler, const std::string& name);
 
 // The printer of a job: the one found, otherwise the default printer. Says in the log which.
 std::unique_ptr<Printer> choosePrinter(session::Session& session, const std::optional<std::string>& installed,
-                                       const std::string& title);
+                                       const std::string& title, Patience patience = {});
 
 // Why nothing is printed where no printer is installed, and what becomes of the job.
 std::string noPrinterReason(const session::Program& program);

@@ -7,12 +7,14 @@
 #include "printer/printer_choice.h"
 #include "report/completion.h"
 #include "report/job_failure.h"
+#include "report/kept_job.h"
 #include "report/print_run.h"
 #include "report/printer_geometry.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
 #include "runtime/utf8.h"
+#include "settings/waiting_time.h"
 
 namespace report::MPrint {
 
@@ -21,6 +23,7 @@ namespace {
 using runtime::Error;
 
 constexpr int spoolerTimeOutSeconds = 10;
+constexpr int patienceOfTheHost = 10;  // seconds
 
 class ReportJob {
 public:
@@ -30,7 +33,8 @@ public:
           order_(order),
           shownFile_(runtime::shown(order.sDateiname)),
           letEventsRun_(letEventsRun),
-          failure_(session, order.sDateiname, order.sGrafikname) {}
+          failure_(session, order.sDateiname, order.sGrafikname),
+          kept_(session, order) {}
 
     void run();
 
@@ -39,9 +43,12 @@ private:
     void readPrintFile();
     void earlyHandshake();
     void choosePrinter();
+    void handOver();
     void lateHandshake();
 
     void report(const Error& error);
+    JobEnd endBy(const Error& error) const;
+    std::string keep(const JobEnd& end);
     void commonEnd();
     template <typename Step>
     void attempt(Step step);
@@ -52,8 +59,11 @@ private:
     const std::string shownFile_;
     const LetEventsRun& letEventsRun_;
     JobFailure failure_;
+    KeptJob kept_;
     JobProgress progress_;
 
+    bool accepted_ = false;  // the host goes on, or will as soon as the job has ended
+    bool printed_ = false;
     std::string printText_;
     bool ofOKFile_ = false;                    // the print file is the completion file: it is there, and stays as it is
     std::optional<std::string> namedPrinter_;  // the printer that the order names, where it is installed
@@ -81,11 +91,13 @@ void ReportJob::run() {
 void ReportJob::printReport() {
     readPrintFile();
     earlyHandshake();
+    kept_.begin(printText_);
     choosePrinter();
     logPrinterGeometry(session_, *printer_);
     PrintRun run(session_, *printer_, progress_, letEventsRun_);
     preparePrinter(run);
     printPages(run, printText_, order_.sGrafikname, order_.blnTwoPass);
+    handOver();
     lateHandshake();
 }
 
@@ -101,6 +113,7 @@ void ReportJob::readPrintFile() {
                 "nennen");
     }
     log_.line(">   ", shownFile_, " gelesen");
+    accepted_ = true;
 }
 
 // Without "/WAIT" the host goes on as soon as its print file has been read; what it does not wait for comes behind.
@@ -115,8 +128,19 @@ void ReportJob::earlyHandshake() {
 }
 
 void ReportJob::choosePrinter() {
-    namedPrinter_ = printer::installedPrinter(session_.platform.spooler, order_.sDruckerTreiber);
-    printer_ = printer::choosePrinter(session_, namedPrinter_, std::string(runtime::fileNameOf(order_.sDateiname)));
+    platform::Spooler& spooler = session_.platform.spooler;
+    const int seconds = order_.blnWait ? patienceOfTheHost : settings::waitingSeconds(session_);
+    printer::Patience patience(spooler, session_.platform.system, seconds, letEventsRun_);
+    namedPrinter_ = patience.during([&] { return printer::installedPrinter(spooler, order_.sDruckerTreiber); });
+    printer_ = printer::choosePrinter(session_, namedPrinter_, std::string(runtime::fileNameOf(order_.sDateiname)),
+                                      std::move(patience));
+}
+
+void ReportJob::handOver() {
+    log_.line(">   Druckende");
+    printer_->EndDoc();
+    printed_ = true;
+    kept_.discard();
 }
 
 void ReportJob::lateHandshake() {
@@ -141,13 +165,42 @@ void ReportJob::attempt(Step step) {
 }
 
 void ReportJob::report(const Error& error) {
-    attempt([&] { failure_.report(progress_.stretch(), error, printer_ ? printer_->DeviceName() : ""); });
     attempt([this] {
         if (printer_) {
             printer_->Release();
         }
     });
+    const JobEnd end = endBy(error);
+    const std::string whereabouts = keep(end);
+    attempt([&] { failure_.report(progress_.stretch(), error, end, whereabouts); });
     attempt([this] { commonEnd(); });
+}
+
+JobEnd ReportJob::endBy(const Error& error) const {
+    JobEnd end;
+    end.reason = "Fehler " + std::to_string(error.number()) + ": " + error.message();
+    end.printer = printer_ ? printer_->DeviceName() : "";
+    end.pagesPrinted = printer_ ? printer_->PagesHandedOver() : 0;
+    end.fate = !accepted_                                  ? JobEnd::Fate::notAccepted
+               : printed_                                  ? JobEnd::Fate::printed
+               : printer_ && printer_->PerhapsHandedOver() ? JobEnd::Fate::perhapsPrinted
+                                                           : JobEnd::Fate::notPrinted;
+    return end;
+}
+
+// Says where the job is, or why it is nowhere but with the host.
+std::string ReportJob::keep(const JobEnd& end) {
+    if (!accepted_ || printed_) {
+        return {};
+    }
+    try {
+        kept_.finish(end, printText_, printer_.get());
+    } catch (const Error& error) {
+        const std::string whereabouts = kept_.whereabouts();
+        return whereabouts.empty() ? "Die Druckdatei konnte nicht aufbewahrt werden: " + error.message()
+                                   : whereabouts + " Der Text ist unvollständig: " + error.message();
+    }
+    return kept_.whereabouts();
 }
 
 void ReportJob::commonEnd() {

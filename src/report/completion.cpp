@@ -29,7 +29,8 @@ void WriteOKFile(session::Session& session) {
 void WaitForSpoolerFinished(session::Session& session, const std::string* deviceName, int timeOutSeconds,
                             const LetEventsRun& letEventsRun) {
     if (deviceName == nullptr) {
-        throw runtime::Error(runtime::errObjectNotSet);
+        throw runtime::Error(runtime::errObjectNotSet,
+                             "Ohne den Namen des Druckers wird nicht auf seine Warteschlange gewartet");
     }
     platform::System& system = session.platform.system;
     const auto timer = [&system] { return runtime::secondsSinceMidnight(system.localTime()); };

@@ -11,14 +11,30 @@ using platform::Buttons;
 using platform::Icon;
 using runtime::Error;
 
+std::string becomeOf(const JobEnd& end) {
+    switch (end.fate) {
+        case JobEnd::Fate::notAccepted:
+            return "abgebrochen,";
+        case JobEnd::Fate::notPrinted:
+            return end.pagesPrinted > 0 ? "nur bis Seite " + std::to_string(end.pagesPrinted) + " gedruckt,"
+                                        : "nicht gedruckt,";
+        case JobEnd::Fate::perhapsPrinted:
+            return "vielleicht gedruckt,";
+        case JobEnd::Fate::printed:
+            return "gedruckt, aber";
+    }
+    return {};
+}
+
 std::string numbered(const Error& error) { return std::to_string(error.number()) + " " + error.description(); }
 
 }  // namespace
 
-void JobFailure::report(Stretch stretch, const Error& error, const std::string& deviceName) {
+void JobFailure::report(Stretch stretch, const Error& error, const JobEnd& end, const std::string& whereabouts) {
+    tellUser(error, end, whereabouts);
     switch (stretch) {
         case Stretch::general:
-            reportGeneral(error);
+            logGeneral(error);
             break;
         case Stretch::driver:
             reportDriver(error);
@@ -27,13 +43,12 @@ void JobFailure::report(Stretch stretch, const Error& error, const std::string& 
             reportBackground(error);
             break;
         case Stretch::page:
-            reportPage(error, deviceName);
+            logPage(error, end.printer);
             break;
     }
 }
 
-void JobFailure::reportGeneral(const Error& error) {
-    tellShell(error);
+void JobFailure::logGeneral(const Error& error) {
     session_.log.line(">     Allgemeiner Fehler in DoReport ", numbered(error));
     if (!session_.platform.spooler.serviceRunning()) {
         session_.log.line(">     DRUCKWARTESCHLANGE ist nicht gestartet!!! ");
@@ -41,22 +56,19 @@ void JobFailure::reportGeneral(const Error& error) {
 }
 
 void JobFailure::reportDriver(const Error& error) {
-    tellShell(error);
     const std::string text = "Fehler beim Ansprechen des Druckertreibers " + numbered(error);
     session_.log.line(">     ", text);
     showBox(text);
 }
 
 void JobFailure::reportBackground(const Error& error) {
-    tellShell(error);
     const std::string text = "Fehler beim Laden der Grafikdatei " + sGrafikname_ +
                              " auf.\r\nNummer: " + std::to_string(error.number()) + ", " + error.description();
     session_.log.line(">     Hintergrundbild laden ", text);
     showBox("Es trat ein " + text);
 }
 
-void JobFailure::reportPage(const Error& error, const std::string& deviceName) {
-    tellShell(error);
+void JobFailure::logPage(const Error& error, const std::string& deviceName) {
     session_.log.line(">     DoPage Fehler in DoReport ", numbered(error));
     session_.log.line(
         ">       Druckerstatus: ",
@@ -80,10 +92,17 @@ void JobFailure::offerLog() {
     }
 }
 
-// Log and boxes have no room for the detail; whoever typed the command wants to see it all the same.
-void JobFailure::tellShell(const Error& error) {
-    session_.platform.dialogs.diagnostic("Druckauftrag '" + sDateiname_ + "' abgebrochen, Fehler " +
-                                         std::to_string(error.number()) + ": " + error.message());
+// Log and boxes have no room for the detail, and say nothing of where the job is.
+void JobFailure::tellUser(const Error& error, const JobEnd& end, const std::string& whereabouts) {
+    std::string text = "Druckauftrag '" + sDateiname_ + "' " + becomeOf(end) + " Fehler " +
+                       std::to_string(error.number()) + ": " + error.message();
+    if (!whereabouts.empty()) {
+        text += (text.ends_with('.') ? " " : ". ") + whereabouts;
+    }
+    session_.platform.dialogs.diagnostic(text);
+    if (end.fate != JobEnd::Fate::printed) {
+        session_.platform.dialogs.notify(text);
+    }
 }
 
 void JobFailure::showBox(const std::string& text) {

@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "report/job_end.h"
 #include "report/job_progress.h"
 #include "runtime/error.h"
 #include "runtime/utf8.h"
@@ -16,8 +17,9 @@ public:
     JobFailure(session::Session& session, const std::string& sDateiname, const std::string& sGrafikname)
         : session_(session), sDateiname_(runtime::shown(sDateiname)), sGrafikname_(runtime::shown(sGrafikname)) {}
 
-    // The device name is asked for its status where a page failed. Throws what the log throws.
-    void report(Stretch stretch, const runtime::Error& error, const std::string& deviceName);
+    // Tells log and user as it belongs to the stretch; whereabouts says where the job is kept. The printer is asked for
+    // its status where a page failed. Throws what the log throws.
+    void report(Stretch stretch, const runtime::Error& error, const JobEnd& end, const std::string& whereabouts);
 
     void reportNoPrinters();
 
@@ -25,11 +27,11 @@ public:
     void offerLog();
 
 private:
-    void reportGeneral(const runtime::Error& error);
+    void logGeneral(const runtime::Error& error);
     void reportDriver(const runtime::Error& error);
     void reportBackground(const runtime::Error& error);
-    void reportPage(const runtime::Error& error, const std::string& deviceName);
-    void tellShell(const runtime::Error& error);
+    void logPage(const runtime::Error& error, const std::string& deviceName);
+    void tellUser(const runtime::Error& error, const JobEnd& end, const std::string& whereabouts);
     void showBox(const std::string& text);
 
     session::Session& session_;

@@ -62,8 +62,6 @@ void printPages(PrintRun& run, std::string_view printText, const std::string& sG
             intSeite = runtime::addInteger(intSeite, 1);
         }
     }
-    log.line(">   Druckende");
-    run.printer.EndDoc();
 }
 
 }  // namespace report

@@ -32,8 +32,8 @@ struct PrintRun {
 void preparePrinter(PrintRun& run);
 
 // Cuts the text into pages and prints each, with its tray and the background picture (a file's name; empty or
-// "KEINEGRAFIK" for none). With blnTwoPass, on each page all graphics first, then the text. Hands the document over at
-// the end. Failures as above; the pages ended so far are then still the printer's.
+// "KEINEGRAFIK" for none). With blnTwoPass, on each page all graphics first, then the text. Ending the document is the
+// caller's. Failures as above; the pages ended so far are then still the printer's.
 void printPages(PrintRun& run, std::string_view printText, const std::string& sGrafikname, bool blnTwoPass);
 
 }  // namespace report

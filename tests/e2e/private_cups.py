@@ -6,9 +6,12 @@ cups-daemon, cups-client and, for queues with a driver, cups-filters."""
 import getpass
 import os
 import re
+import select
 import shutil
+import socket
 import subprocess
 import tempfile
+import threading
 import time
 from pathlib import Path
 from typing import NamedTuple
@@ -158,3 +161,52 @@ class PrivateCups:
     def waiting(self, name) -> int:
         """How many jobs are still in the queue."""
         return len(self.run("lpstat", "-W", "not-completed", "-o", name).splitlines())
+
+
+class LossyProxy:
+    """A way to a print server's socket on which the first document that is sent ("document") or the answer to it
+    ("answer") is lost, with the connection; for ever: and nothing gets through afterwards."""
+
+    SEND_DOCUMENT = b"\x02\x00\x00\x06"  # version 2.0 and the operation (RFC 8011, section 5.4.15)
+
+    def __init__(self, server, lose, for_ever=False):
+        self.server, self.lose, self.for_ever = server, lose, for_ever
+        self.lost = False
+        self.folder = tempfile.TemporaryDirectory(prefix="krv-proxy-")
+        self.path = Path(self.folder.name) / "cups.sock"
+
+    def __enter__(self):
+        self.listener = socket.socket(socket.AF_UNIX)
+        self.listener.bind(str(self.path))
+        self.listener.listen()
+        threading.Thread(target=self.accept, daemon=True).start()
+        return self
+
+    def __exit__(self, *_):
+        self.listener.shutdown(socket.SHUT_RDWR)
+        self.listener.close()
+        self.folder.cleanup()
+
+    def accept(self):
+        while True:
+            try:
+                client, _ = self.listener.accept()
+            except OSError:
+                return
+            threading.Thread(target=self.forward, args=(client,), daemon=True).start()
+
+    def forward(self, client):
+        with client, socket.socket(socket.AF_UNIX) as server:
+            if self.lost and self.for_ever:
+                return
+            server.connect(str(self.server))
+            losing = False
+            while True:
+                for source in select.select([client, server], [], [])[0]:
+                    data = source.recv(1 << 20)
+                    if source is client and not self.lost and self.SEND_DOCUMENT in data:
+                        self.lost = losing = True
+                    answer = source is server and b"HTTP/1.1 200" in data
+                    if not data or (losing and (self.lose == "document" or answer)):
+                        return
+                    (server if source is client else client).sendall(data)

@@ -75,7 +75,7 @@ class Surroundings(JobTest):
     def test_more_pages_than_can_be_counted(self):
         self.job.write("A.OUT", b"Seite\f" * 40_000)
         run = self.job.run("A.OUT", "/DEBUG", timeout=200)
-        self.assertIn("'A.OUT' abgebrochen, Fehler 6: Überlauf", run.errors)
+        self.assertIn("'A.OUT' nur bis Seite 32767 gedruckt, Fehler 6: Überlauf. ", run.errors)
         self.assertIn(">     Allgemeiner Fehler in DoReport 6 Überlauf", self.job.log())
         self.job.assert_sound("A.pdf", 32767)
 
@@ -83,7 +83,7 @@ class Surroundings(JobTest):
         dead = str(self.job.folder / "cups.sock")
         with socket.socket(socket.AF_UNIX) as server:
             server.bind(dead)
-        for server, printer in (("/nirgendwo/cups.sock", ""), (dead, "Laser im Flur"), ("127.0.0.1:1", "KORVANO pdf")):
+        for server, printer in (("/nirgendwo/cups.sock", ""), (dead, ""), ("127.0.0.1:1", "KORVANO pdf")):
             with self.subTest(server=server, printer=printer):
                 job = self.new_job()
                 job.write("A.OUT", "Seite")
@@ -163,7 +163,7 @@ class Rights(JobTest):
     def test_a_folder_that_cannot_be_written(self):
         for reason in ("Berechtigung", *(["schreibgeschützt"] if CAN_MOUNT else [])):
             for arguments, errors in (
-                    ([], f"^.*KRVWINPR.OK .*{reason}.*\n.*'A.OUT' abgebrochen, .*„A.pdf“ .*einem anderen Ordner.*\n$"),
+                    ([], f"^.*KRVWINPR.OK .*{reason}.*\n.*'A.OUT' nicht gedruckt, .*„A.pdf“ .*einem anderen Ordner.*\n$"),
                     (["/DEBUG"], f"^KRVWinPr: Laufzeitfehler '70': .*KRVWinPr.LOG .*{reason}.*\n$")):
                 with self.subTest(reason, arguments=arguments):
                     job = self.new_job()

@@ -4,13 +4,14 @@ Besides the environment of support.py: KRVWINPR_PRINTERS names the program of cu
 
 import os
 import re
+import shutil
 import signal
 import subprocess
 import time
 import unittest
 
-from private_cups import PPD, PrivateCups
-from support import OK_TEXT, PRODUCT_KEY, JobTest, lines_of, words_of
+from private_cups import PPD, LossyProxy, PrivateCups
+from support import OK_TEXT, PRODUCT_KEY, PROGRAM, JobTest, lines_of, words_of
 
 
 class QueueTest(JobTest):
@@ -104,25 +105,101 @@ class Printing(QueueTest):
         self.assertIn("Bitte Drucker archiv überprüfen. TimeOut-Fehler", run.errors)
         self.assertEqual((self.job.read("KRVWINPR.OK"), self.cups.waiting("archiv")), (OK_TEXT, 1))
 
-    def test_a_queue_that_takes_no_jobs_is_named_with_the_remedy(self):
+
+class Keeping(QueueTest):
+    """From the completion file on a job is printed, or kept where the user is told."""
+
+    def setUp(self):
+        super().setUp()
+        self.kept = self.job.settings.parents[2] / ".local/share/KRVWinPr/Nicht gedruckt"
+        self.wait_at_most(2)
+
+    def wait_at_most(self, seconds):
+        self.job.write_settings(f"Wartezeit={seconds}", key=PRODUCT_KEY)
+
+    def hang(self):
+        self.cups.process.send_signal(signal.SIGSTOP)  # it accepts connections and never answers
+
+    def assert_kept(self, run, fate, reason, names):
+        """The names are those of the copies in the folder, with * for the job's and its number."""
+        self.assertRegex(run.errors, rf"Druckauftrag 'A.OUT' {fate}, Fehler 482: .*{reason}.* aufbewahrt als „A \(1\).OUT“"
+                                     f" im Ordner „{self.kept}“")
+        self.assertEqual(sorted(path.name for path in self.kept.iterdir()), [f"A (1).OUT{name}" for name in names])
+        self.assertEqual([oct(path.stat().st_mode & 0o777) for path in (self.kept, *self.kept.iterdir())],
+                         ["0o700"] + ["0o600"] * len(names))
+        self.assertEqual((self.job.pdfs(), self.job.read("KRVWINPR.OK")), ([], OK_TEXT))
+        return (self.kept / "A (1).OUT.txt").read_text("utf-8-sig")
+
+    def test_a_server_that_does_not_answer_is_not_taken_for_none(self):
+        for fail, reason in ((self.hang, "antwortet nicht"), (self.cups.stop, "nicht erreichbar")):
+            fail()
+            begin = time.monotonic()
+            run = self.job.run("A.OUT", "KEINEGRAFIK", "archiv")
+            self.assertLess(time.monotonic() - begin, 9)
+            text = self.assert_kept(run, "nicht gedruckt", f"archiv.*{reason}", ["", ".txt"])
+            shutil.rmtree(self.kept)
+        # The built-in printer needs nobody, and a user who never had a queue has it by default.
+        self.job.run("A.OUT", "", "Korvano PDF")
+        self.assertEqual(self.job.run("A.OUT").errors, "")
+        self.assertEqual(self.job.pdfs(), ["A (2).pdf", "A.pdf"])
+        self.assertIn(f"cd '{self.job.folder}' && '{PROGRAM}' '{self.kept}/A (1).OUT' 'KEINEGRAFIK' 'archiv'\n", text)
+
+    def test_the_default_queue_is_remembered_and_what_is_kept_can_be_printed(self):
+        self.cups.run("lpadmin", "-d", "archiv")
+        self.job.run("A.OUT")
+        self.cups.wait_for_jobs("archiv", 1)
+        self.hang()
+        text = self.assert_kept(self.job.run("A.OUT", "/WAIT", timeout=30), "nicht gedruckt",
+                                "Drucker „archiv“: Der Druckdienst CUPS antwortet nicht", ["", ".txt"])
+        self.cups.process.send_signal(signal.SIGCONT)
+        command = next(line for line in text.splitlines() if line.startswith("cd "))
+        subprocess.run(command, shell=True, env=self.job.environment, check=True, timeout=30)
+        self.assertEqual(lines_of(self.cups.wait_for_jobs("archiv", 2)[1].path), [["x"]])
+
+    def test_a_job_goes_out_by_itself_when_the_server_or_the_queue_takes_it_again(self):
+        self.wait_at_most(30)
+        reject = lambda: self.cups.run("cupsreject", "archiv")
+        for number, (fail, mend) in enumerate((
+                (self.hang, lambda: self.cups.process.send_signal(signal.SIGCONT)),
+                (reject, lambda: self.cups.run("cupsaccept", "archiv"))), start=1):
+            fail()
+            run = self.job.start("A.OUT", "", "archiv")
+            self.cups.wait_until(lambda: (self.kept / "A (1).OUT.txt").exists(), "the copy")
+            time.sleep(1)
+            mend()
+            self.job.check(run.finish(30))
+            self.assertEqual((run.errors, list(self.kept.iterdir())), ("", []))
+            self.assertEqual(len(self.cups.wait_for_jobs("archiv", number)), number)
+
+    def test_a_queue_that_refuses_leaves_the_finished_document(self):
         self.cups.run("cupsreject", "archiv")
         run = self.job.run("A.OUT", "", "archiv", "/DEBUG")
-        self.assertRegex(run.errors, "Druckauftrag 'A.OUT' abgebrochen, Fehler 482: .*archiv.*cupsaccept archiv")
+        self.assert_kept(run, "nicht gedruckt", "archiv.*cupsaccept archiv", ["", ".pdf", ".txt"])
+        self.assertEqual(lines_of(self.kept / "A (1).OUT.pdf"), [["x"]])
         self.assertIn(">     Allgemeiner Fehler in DoReport 482 Druckerfehler", self.job.log())
-        self.assertEqual(self.job.read("KRVWINPR.OK"), OK_TEXT)
         self.assertEqual(self.ask("record|archiv")[-1], "4096 0 0 50")
 
-    def test_a_server_that_hangs_or_stops_leaves_the_builtin_printer(self):
-        self.cups.run("lpadmin", "-d", "archiv")
-        begin = time.monotonic()
-        hang = lambda: self.cups.process.send_signal(signal.SIGSTOP)  # it accepts connections and never answers
-        for fail, error, pdfs in ((hang, "110 .*antwortet nicht", ["A.pdf"]),
-                                  (self.cups.stop, "111 .*nicht erreichbar", ["A (2).pdf", "A.pdf"])):
-            fail()
-            self.job.run("A.OUT", "", "archiv")
-            self.assertRegex(self.ask("record|archiv")[0], f"^error {error}")
-            self.assertEqual(self.job.pdfs(), pdfs)
-        self.assertLess(time.monotonic() - begin, 15)
+    def test_a_job_whose_answer_was_lost_is_asked_for_and_printed_once(self):
+        for number, lose in enumerate(("answer", "document"), start=1):
+            with LossyProxy(self.cups.socket, lose) as proxy:
+                self.assertEqual(self.job.run("A.OUT", "", "archiv", CUPS_SERVER=str(proxy.path)).errors, "")
+                self.assertTrue(proxy.lost, lose)
+            self.cups.wait_for_jobs("archiv", number)
+            self.assertEqual(self.cups.waiting("archiv"), 0, "no job without its document")
+        self.assertEqual([lines_of(job.path) for job in self.cups.jobs("archiv")], [[["x"]]] * 2)
+        with LossyProxy(self.cups.socket, "answer", for_ever=True) as proxy:
+            self.assert_kept(self.job.run("A.OUT", "", "archiv", CUPS_SERVER=str(proxy.path)), "vielleicht gedruckt",
+                             "archiv", ["", ".pdf", ".txt"])
+
+    def test_a_queue_that_goes_away_while_it_is_waited_for_has_printed(self):
+        self.cups.run("cupsdisable", "archiv")
+        run = self.job.start("A.OUT", "", "archiv", "/WAIT")
+        self.cups.wait_until(lambda: self.cups.waiting("archiv"), "the job to be in the queue")
+        self.cups.run("lpadmin", "-x", "archiv")
+        self.job.check(run.finish(30))
+        self.assertRegex(run.errors, "^KRVWinPr: Druckauftrag 'A.OUT' gedruckt, aber Fehler 482: .*archiv.*")
+        self.assertNotRegex(run.errors, "abgebrochen|erneut|aufbewahrt")
+        self.assertEqual((list(self.kept.iterdir()), self.job.read("KRVWINPR.OK")), ([], OK_TEXT))
 
 
 class Printers(QueueTest):

@@ -1,5 +1,6 @@
 // The port System on Linux, beside what ports_test.cpp asks of every system.
 #include "platform/linux/linux_system.h"
+#include "platform/linux/linux_user_files.h"
 
 #include <sys/resource.h>
 
@@ -239,4 +240,8 @@ platform::System& support::systemPort() {
 std::string support::deviceIn(const TemporaryFolder& folder) {
     ::mkfifo((folder / "pipe").c_str(), 0600);
     return folder / "pipe";
+}
+
+std::unique_ptr<platform::UserFiles> support::userFilesPort() {
+    return std::make_unique<platform_linux::LinuxUserFiles>();
 }

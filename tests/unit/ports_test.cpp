@@ -44,6 +44,28 @@ TEST_F(SystemPort, KeepsEveryByteOfAFileInWhateverCaseItIsNamed) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(where), {}), 2);
 }
 
+TEST_F(SystemPort, KeepsFilesForItsUserAndNeverOverAnother) {
+    const auto files = userFilesPort();
+    const std::vector<std::string> places = files->folders("Nicht gedruckt");
+    ASSERT_EQ(places.size(), 2U);
+    EXPECT_NE(places[0].find("KRVWinPr"), std::string::npos);
+    const std::filesystem::path here = std::filesystem::current_path() / "Nicht gedruckt" / "";
+    EXPECT_EQ(pathOf(places[1]), here);
+    const std::string path = folder / "a/b/Müller (1).OUT";
+    files->create(path, "eins");
+    EXPECT_EQ(errorOf([&] { files->create(path, "zwei"); }), runtime::errFileExists);
+    EXPECT_EQ(errorOf([&] { files->create(folder / "a/b", "zwei"); }), runtime::errFileExists);
+    EXPECT_EQ(get(path), "eins");
+    files->replace(path, "drei");
+    files->replace(folder / "a/c/neu", "vier");
+    EXPECT_EQ(get(path) + get(folder / "a/c/neu"), "dreivier");
+    files->remove(path);
+    files->remove(path);
+    EXPECT_TRUE(std::filesystem::is_empty(pathOf(folder / "a/b")));
+    EXPECT_NE(errorOf([&] { files->create(folder / (std::string("a/b/") + std::string(300, 'x')), "x"); }), 0);
+    EXPECT_FALSE(std::filesystem::exists(pathOf(folder / "a/b"))) << "nothing that is empty is left";
+}
+
 TEST_F(SystemPort, SaysWhatIsWrongAndLeavesEverythingAsItWas) {
     put(folder / "file", "old");
     std::filesystem::create_directory(folder / "taken");

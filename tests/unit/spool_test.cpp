@@ -7,6 +7,7 @@
 #include "platform/linux/documents/creation_time.h"
 #include "platform/linux/documents/document_factory.h"
 #include "platform/linux/documents/document_name.h"
+#include "platform/linux/linux_settings_store.h"
 #include "platform/linux/spool/builtin_target.h"
 #include "platform/linux/spool/linux_printing.h"
 #include "unit/support/recording_printer.h"
@@ -187,18 +188,31 @@ public:
         const auto text = [](int number) { return " " + std::to_string(number); };
         return {{"all", media.keyword + text(bin) + text(orientation) + text(colorMode)}};
     }
-    int submit(const cups::QueueJob& job, int fileDescriptor) override {
-        if (++submits == refused) {
-            throw platform::SpoolerError(0x506, "nimmt nichts an");
+    int createJob(const cups::QueueJob& job) override {
+        if (++made == refused) {
+            throw platform::SpoolerError(0x506, "nimmt nichts an", platform::Recovery::possible);
         }
-        const std::string content = get("/proc/self/fd/" + std::to_string(fileDescriptor));
-        jobs.push_back(job.queue + '/' + job.title + ' ' + job.options.at("all") + ": " + content);
-        return submits;
+        next = job.queue + '/' + job.title + ' ' + job.options.at("all");
+        return made;
     }
+    void sendDocument(const std::string& /*queue*/, int /*job*/, int fileDescriptor) override {
+        if (fateOfLost != cups::JobFate::withoutDocument || !answerLost) {
+            jobs.push_back(next + ": " + get("/proc/self/fd/" + std::to_string(fileDescriptor)));
+        }
+        if (std::exchange(answerLost, false)) {
+            throw platform::SpoolerError(110, "antwortet nicht", platform::Recovery::possible);
+        }
+    }
+    cups::JobFate fate(const std::string& /*queue*/, int /*job*/) override { return fateOfLost; }
+    void cancel(const std::string& /*queue*/, int job) noexcept override { cancelled = job; }
 
     Strings jobs;
-    int submits = 0;
-    int refused = 0;  // the number of the submit that fails
+    std::string next;
+    int made = 0;
+    int cancelled = 0;
+    int refused = 0;          // the number of the job that is not made
+    bool answerLost = false;  // that to the next document sent
+    cups::JobFate fateOfLost = cups::JobFate::unknown;
 };
 
 TEST(QueueDocument, PageThatChangesTheBinStartsAFurtherJob) {
@@ -218,7 +232,7 @@ TEST(QueueDocument, PageThatChangesTheBinStartsAFurtherJob) {
     document->setOption(PageOption::paperBin, 0);
     print();
     document->setOption(PageOption::paperBin, 2);
-    EXPECT_EQ(queues->submits, 0) << "only with the page that wants another bin";
+    EXPECT_EQ(queues->made, 0) << "only with the page that wants another bin";
     // What is set while a page is open counts for the next one.
     document->beginPage();
     document->setOption(PageOption::orientation, 2);
@@ -232,10 +246,15 @@ TEST(QueueDocument, PageThatChangesTheBinStartsAFurtherJob) {
     EXPECT_EQ(document->option(PageOption::paperBin), 2);
     document->setOption(PageOption::colorMode, 1);
     queues->refused = 3;
-    EXPECT_THROW(document->beginPage(), platform::SpoolerError);
+    document->beginPage();
+    EXPECT_EQ(document->pagesHandedOver(), 4);
+    document->endPage();
     document->end();
-    EXPECT_EQ(queues->submits, 3) << "nothing follows a job that was refused";
-    EXPECT_EQ(queues->jobs, (Strings{"Links/T.TXT letter 0 1 2: 2 pages", "Links/T.TXT letter 2 1 2: 2 pages"}));
+    EXPECT_EQ(queues->jobs, (Strings{"Links/T.TXT letter 0 1 2: 2 pages", "Links/T.TXT letter 2 1 2: 2 pages",
+                                     "Links/T.TXT a4 2 2 2: 1 pages", "Links/T.TXT a4 2 2 1: 1 pages"}))
+        << "none overtakes the one that was refused at first";
+    EXPECT_EQ(document->pagesHandedOver(), 6);
+    const int made = queues->made;
 
     const auto aborted = open();
     aborted->beginPage();
@@ -243,7 +262,36 @@ TEST(QueueDocument, PageThatChangesTheBinStartsAFurtherJob) {
     aborted->abort();
     aborted->end();
     open()->end();
-    EXPECT_EQ(queues->submits, 3);
+    EXPECT_EQ(queues->made, made);
+}
+
+TEST(QueueDocument, WhoseAnswerWasLostIsAskedForAndNeverPrintedTwice) {
+    using cups::JobFate;
+    for (const JobFate fate : {JobFate::withDocument, JobFate::withoutDocument, JobFate::unknown}) {
+        linux_support::TemporaryFolder folder;
+        const auto queues = std::make_shared<FakeQueues>();
+        testing_support::RecordingDevice device;
+        const auto document =
+            documents::pdfDocuments({[] { return CodePage{}; }, "Test"}, [&device](const pdf::PdfSettings&, int file) {
+                return std::make_unique<FakePdf>(device, file);
+            })(std::make_unique<cups::QueueTarget>(queues, "Links", "T.TXT"), "T.TXT");
+        document->beginPage();
+        document->endPage();
+        queues->answerLost = true;
+        queues->fateOfLost = fate;
+        EXPECT_THROW(document->end(), platform::SpoolerError);
+        EXPECT_TRUE(document->perhapsHandedOver());
+        if (fate == JobFate::unknown) {
+            EXPECT_THROW(document->end(), platform::SpoolerError);
+            EXPECT_EQ(document->saveRest(folder / "T"), Strings{folder / "T.pdf"});
+            EXPECT_EQ(get(folder / "T.pdf"), "1 pages");
+        } else {
+            document->end();
+            EXPECT_EQ(queues->cancelled, fate == JobFate::withoutDocument ? 1 : 0);
+        }
+        EXPECT_EQ(document->pagesHandedOver(), fate == JobFate::unknown ? 0 : 1);
+        EXPECT_EQ(queues->jobs, Strings{"Links/T.TXT letter 0 1 2: 1 pages"});
+    }
 }
 
 TEST(QueueTarget, PageIsTheQueuesOwn) {
@@ -262,7 +310,8 @@ TEST(QueueTarget, PageIsTheQueuesOwn) {
 
 TEST(LinuxPrinting, WithoutCupsThereIsTheBuiltinPrinterAlone) {
     int loaded = 0;
-    spool::LinuxPrinting printing({[] { return CodePage{}; }, "Test"},
+    LinuxSettingsStore settings("");
+    spool::LinuxPrinting printing({[] { return CodePage{}; }, "Test"}, settings,
                                   {[&loaded](const documents::DocumentFactory&) -> std::unique_ptr<cups::PrintServer> {
                                        ++loaded;
                                        throw runtime::Error(runtime::errFileNotFound);

@@ -1,5 +1,6 @@
 // The port System on Windows, beside what ports_test.cpp asks of every system.
 #include "platform/windows/windows_system.h"
+#include "platform/windows/windows_user_files.h"
 
 #include <array>
 #include <thread>
@@ -159,3 +160,7 @@ platform::System& support::systemPort() {
 }
 
 std::string support::deviceIn(const TemporaryFolder&) { return "C:\\NUL"; }
+
+std::unique_ptr<platform::UserFiles> support::userFilesPort() {
+    return std::make_unique<platform_windows::WindowsUserFiles>();
+}

@@ -15,6 +15,8 @@ int readWholeFile(const std::string& path, std::string& content);
 // No more than so many bytes from the beginning.
 int readStartOfFile(const std::string& path, std::size_t most, std::string& content);
 
+inline constexpr mode_t privateFile = 0600;
+
 struct Replacement {
     mode_t mode = 0666;       // of the new file
     bool exactMode = false;   // false: the process's mask takes its bits away
@@ -35,6 +37,12 @@ int replaceFile(const std::string& path, std::string_view content, const Replace
 // followed. Mode, access control list and, where the process may do so, owner and group stay. A file that the process
 // may not write is refused, even where its folder would allow to replace it.
 int rewriteFile(const std::string& path, std::string_view content);
+
+// Makes a new file with the whole content and that mode; EEXIST where there is something of that name already.
+int createFile(const std::string& path, std::string_view content, mode_t mode);
+
+// The same with what an open file holds, from its start.
+int copyToNewFile(int from, const std::string& path, mode_t mode);
 
 // Appends, creating the file first where there is none. Where not everything could be written, nothing is (unless
 // somebody else appended meanwhile). A link is followed where it is this user's own or root's: EMLINK for anybody

@@ -30,6 +30,7 @@ constexpr std::array meanings = {
     Meaning{EPERM, runtime::errPermissionDenied, noRights},
     Meaning{EROFS, runtime::errPermissionDenied, "der Datenträger ist schreibgeschützt"},
     Meaning{ETXTBSY, runtime::errPermissionDenied, "die Datei ist ein laufendes Programm"},
+    Meaning{EEXIST, runtime::errFileExists, "eine Datei dieses Namens gibt es schon"},
     Meaning{EISDIR, runtime::errPathFileAccess, "das ist ein Ordner; eine Datei angeben"},
     Meaning{ENODEV, runtime::errPathFileAccess, "das ist keine gewöhnliche Datei; eine Datei angeben"},
     Meaning{EMLINK, runtime::errPermissionDenied,

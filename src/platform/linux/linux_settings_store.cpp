@@ -20,8 +20,6 @@ namespace {
 using platform::SettingsRoot;
 using platform::SettingsValue;
 
-constexpr mode_t privateFile = 0600;
-
 constexpr std::string_view explanation =
     R"(# Einstellungen von KRVWinPr. Diese Datei darf von Hand geändert werden, am besten, wenn gerade nichts gedruckt wird.
 #

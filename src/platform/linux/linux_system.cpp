@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <cstdlib>
 #include <ctime>
 #include <memory>
@@ -55,6 +56,15 @@ std::string orThrow(ResolvedPath file) {
         throwFileError(file.error, file.path);
     }
     return std::move(file.path);
+}
+
+// As a shell takes it for one word, whatever it holds (POSIX.1-2017, Shell Command Language, section 2.2.2).
+std::string inQuotes(std::string_view text) {
+    std::string result = "'";
+    for (const char c : text) {
+        result += c == '\'' ? std::string(R"('\'')") : std::string(1, c);
+    }
+    return result + "'";
 }
 
 // A folder on the way that went away, or never was one, is no missing file.
@@ -214,6 +224,19 @@ void LinuxSystem::sleep(int milliseconds) {
     timespec left{milliseconds / perSecond, (milliseconds % perSecond) * nanosecondsPerMillisecond};
     while (::nanosleep(&left, &left) != 0 && errno == EINTR) {
     }
+}
+
+std::int64_t LinuxSystem::elapsedMilliseconds() {
+    using std::chrono::steady_clock;
+    return std::chrono::duration_cast<std::chrono::milliseconds>(steady_clock::now().time_since_epoch()).count();
+}
+
+std::string LinuxSystem::shellCommand(const std::string& folder, const std::vector<std::string>& arguments) {
+    std::string command = "cd " + inQuotes(folder) + " && " + inQuotes(programFile());
+    for (const std::string& argument : arguments) {
+        command += ' ' + inQuotes(argument);
+    }
+    return command;
 }
 
 int LinuxSystem::dosCodePageNumber() {

@@ -37,6 +37,8 @@ public:
     int screenDpiX() override { return screenDpi(); }
     int screenDpiY() override { return screenDpi(); }
     void sleep(int milliseconds) override;
+    std::int64_t elapsedMilliseconds() override;
+    std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override;
 
     // Number of the host's DOS code page: the environment variable KRVWINPR_CODEPAGE, else the value "OEMCP" of the
     // settings key "HKLM\SYSTEM\CurrentControlSet\Control\Nls\CodePage", else the one of the user's locale. A number

@@ -131,18 +131,11 @@ public:
 
     DWORD error() const { return opened_.error; }
 
-    DWORD write(std::string_view content) {
-        std::size_t written = 0;
-        const DWORD error = writeAll(opened_.file.get(), content, Where::atPosition, written);
-        opened_.file.reset();
-        return error;
-    }
-
-    // The same, and it is on the disk.
-    DWORD writeThrough(std::string_view content) {
+    DWORD write(std::string_view content, Durability durability) {
         std::size_t written = 0;
         DWORD error = writeAll(opened_.file.get(), content, Where::atPosition, written);
-        if (error == 0 && ::FlushFileBuffers(opened_.file.get()) == 0) {
+        const bool flush = error == 0 && durability == Durability::powerFailure;
+        if (flush && ::FlushFileBuffers(opened_.file.get()) == 0) {
             error = ::GetLastError();
         }
         opened_.file.reset();
@@ -284,7 +277,7 @@ DWORD readWholeFile(const std::wstring& path, std::string& content) {
     return 0;
 }
 
-DWORD replaceFile(const std::wstring& path, std::string_view content) {
+DWORD replaceFile(const std::wstring& path, std::string_view content, Durability durability) {
     if (isDevice(path)) {
         return ERROR_BAD_FILE_TYPE;
     }
@@ -298,7 +291,7 @@ DWORD replaceFile(const std::wstring& path, std::string_view content) {
     if (file.error() != 0) {
         return file.error();
     }
-    if (const DWORD error = file.write(content); error != 0) {
+    if (const DWORD error = file.write(content, durability); error != 0) {
         return error;
     }
     const DWORD error = whileHeldOpen(path, [&] { return file.moveTo(path); });
@@ -324,10 +317,24 @@ DWORD rewriteFile(const std::wstring& path, std::string_view content) {
     if (file.error() != 0) {
         return file.error();
     }
-    DWORD error = file.writeThrough(content);
+    DWORD error = file.write(content, Durability::powerFailure);
     error = error != 0 ? error : whileHeldOpen(target, [&] { return file.replace(target); });
     if (error == 0 && attributes != INVALID_FILE_ATTRIBUTES) {
         ::SetFileAttributesW(target.c_str(), attributes);
+    }
+    return error;
+}
+
+DWORD createFile(const std::wstring& path, std::string_view content) {
+    Opened opened = openFile(path, GENERIC_WRITE, CREATE_NEW);
+    if (opened.error != 0) {
+        return opened.error == errorDirectoryNotSupported ? DWORD{ERROR_FILE_EXISTS} : opened.error;
+    }
+    std::size_t written = 0;
+    const DWORD error = writeAll(opened.file.get(), content, Where::atPosition, written);
+    opened.file.reset();
+    if (error != 0) {
+        ::DeleteFileW(path.c_str());
     }
     return error;
 }

@@ -20,16 +20,22 @@ std::string shownPath(std::wstring_view path);
 
 DWORD readWholeFile(const std::wstring& path, std::string& content);
 
+// What a written file survives: the end of the program, or a power failure as well.
+enum class Durability { processEnd, powerFailure };
+
 // The file of that name has the whole content afterwards or, where that fails, is as it was before. It is written
 // beside its place and then moved there. Where another program keeps the old file open in a way that forbids this for
 // longer than half a second, the old file itself is given the new content: whoever reads it at that moment may see a
 // mixture, but there is room for all of it beforehand.
-DWORD replaceFile(const std::wstring& path, std::string_view content);
+DWORD replaceFile(const std::wstring& path, std::string_view content, Durability durability = Durability::processEnd);
 
 // The file of that name, which exists, has another content afterwards or is as it was before. A link is followed. Name,
 // attributes and rights stay where the file system lets one file take another's place with them, otherwise the rights
 // are those of a new file. Another program that keeps the old file open for longer than half a second makes it fail.
 DWORD rewriteFile(const std::wstring& path, std::string_view content);
+
+// Makes a new file with the whole content; ERROR_FILE_EXISTS where there is something of that name already.
+DWORD createFile(const std::wstring& path, std::string_view content);
 
 // Appends in one step, behind whatever others append, creating the file first where there is none. Where not everything
 // could be written, nothing is (unless somebody else appended meanwhile).

@@ -40,6 +40,7 @@ constexpr std::array meanings = {
     Meaning{ERROR_SHARING_VIOLATION, runtime::errPermissionDenied, inUse},
     Meaning{ERROR_LOCK_VIOLATION, runtime::errPermissionDenied, inUse},
     Meaning{ERROR_USER_MAPPED_FILE, runtime::errPermissionDenied, inUse},
+    Meaning{ERROR_FILE_EXISTS, runtime::errFileExists, "eine Datei dieses Namens gibt es schon"},
     Meaning{errorDirectoryNotSupported, runtime::errPathFileAccess, "das ist ein Ordner; eine Datei angeben"},
     Meaning{ERROR_BAD_FILE_TYPE, runtime::errPathFileAccess, "das ist ein Gerät; eine Datei angeben"},
     Meaning{ERROR_INVALID_NAME, runtime::errBadFileName, badName},

@@ -178,4 +178,15 @@ void WindowsSystem::sleep(int milliseconds) {
     }
 }
 
+std::int64_t WindowsSystem::elapsedMilliseconds() { return static_cast<std::int64_t>(::GetTickCount64()); }
+
+std::string WindowsSystem::shellCommand(const std::string& folder, const std::vector<std::string>& arguments) {
+    const auto inQuotes = [](const std::string& text) { return '"' + text + '"'; };
+    std::string command = "cd /d " + inQuotes(folder) + " && " + inQuotes(shownPath(programFile()));
+    for (const std::string& argument : arguments) {
+        command += ' ' + inQuotes(argument);
+    }
+    return command;
+}
+
 }  // namespace platform_windows

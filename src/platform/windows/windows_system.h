@@ -32,6 +32,8 @@ public:
     int screenDpiX() override;
     int screenDpiY() override;
     void sleep(int milliseconds) override;
+    std::int64_t elapsedMilliseconds() override;
+    std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override;
 
 private:
     std::optional<runtime::Locale> locale_;

@@ -8,6 +8,7 @@
 #include <string>
 
 #include "platform/linux/code_page.h"
+#include "platform/linux/linux_settings_store.h"
 #include "platform/linux/spool/linux_printing.h"
 
 namespace {
@@ -34,7 +35,8 @@ void printRecord(const platform::PrinterRecord& record) {
 }  // namespace
 
 int main(int count, char** arguments) {
-    platform_linux::spool::LinuxPrinting printing({[] { return platform_linux::dosCodePage(850); }, "Test"});
+    platform_linux::LinuxSettingsStore settings("");
+    platform_linux::spool::LinuxPrinting printing({[] { return platform_linux::dosCodePage(850); }, "Test"}, settings);
     platform::Spooler& spooler = printing.spooler();
     std::string name;
     const std::ostream_iterator<std::string> lines(std::cout, "\n");

@@ -43,7 +43,8 @@ protected:
     const auto& document() { return *host.spooler.device.documents.back(); }
     // What standard error was told last of a setting of the printer.
     std::string told() const {
-        const std::string& line = host.dialogs.diagnostics.back();
+        const std::string all = host.dialogs.diagnostics.back();
+        const std::string line = all.substr(0, all.find(" Die Druckdatei ist aufbewahrt"));
         return line.substr(line.find("Die Einstellung"));
     }
     void set(const char* name, const std::string& value) {
@@ -196,11 +197,13 @@ TEST_F(ReportTest, AJobThatFailsLaterDeliversTheFinishedPages) {
     set("ColorMode", "0");
     for (const char* number : {"1e99", "9999999"}) {
         EXPECT_EQ(report("a\f\n^BC" + std::string(number) + ",1,A\\"), "Laser 1: / a OK");
-        EXPECT_TRUE(host.dialogs.diagnostics.back().ends_with("Überlauf: (Makro ^BC auf Seite 2, Zeile 2)"));
+        EXPECT_NE(host.dialogs.diagnostics.back().find("Überlauf: (Makro ^BC auf Seite 2, Zeile 2)"),
+                  std::string::npos);
     }
     EXPECT_EQ(report("a\f^BC1,1,l\\\fc"), "Laser 1: / a OK");
     EXPECT_TRUE(host.dialogs.diagnostics.back().starts_with(
-        "Druckauftrag 'A.OUT' abgebrochen, Fehler 5970: Invalid character in the Barcode. Zeichen 'l' an Stelle 1"));
+        "Druckauftrag 'A.OUT' nur bis Seite 1 gedruckt, Fehler 5970: Invalid character in the Barcode. Zeichen 'l' an "
+        "Stelle 1"));
     // A page that fails is reported with the printer's status.
     host.spooler.record.status = platform::printer_status::paperOut;
     host.spooler.device.onBeginPage = [](std::size_t ended) {
@@ -234,6 +237,61 @@ TEST_F(ReportTest, WhatIsMissingInPrintIsToldOnceForAJob) {
         EXPECT_NE(host.dialogs.diagnostics.back().find("Überlauf: (BarcodeHeight in [Font] von hplaser.ini)"),
                   std::string::npos);
     }
+}
+
+TEST_F(ReportTest, AJobWaitsForThePrinterThenIsKeptWithTheWayToPrintIt) {
+    const std::string kept = "C:\\Daten\\Nicht gedruckt\\A (1).OUT";
+    host.spooler.device.onBeginPage = [&](std::size_t) {
+        EXPECT_EQ(host.userFiles.files.at(kept), "x") << "from the moment when the host goes on";
+    };
+    host.spooler.silentFor = 5;
+    EXPECT_EQ(report("x", "keinegrafik", "laser 1"), "Laser 1: / x OK") << "goes out when the spooler answers";
+    EXPECT_EQ(host.userFiles.files.size() + host.dialogs.diagnostics.size(), 0U);
+
+    for (const auto& [wait, named, seconds] : {std::tuple(true, "laser 1", 10), std::tuple(false, "", 60)}) {
+        host.spooler.silentFor = 1000;
+        host.system.sleptMilliseconds = 0;
+        host.userFiles.files = {{kept, "alt"}};
+        EXPECT_EQ(report("x", "LOGO.BMP", named, wait, true), " OK");
+        EXPECT_EQ(host.system.sleptMilliseconds, seconds * 1000);
+        const std::string place = "C:\\Daten\\Nicht gedruckt\\A (2).OUT";
+        EXPECT_EQ(host.userFiles.files.at(place) + host.userFiles.files.at(kept), "xalt");
+        const std::string& text = host.userFiles.files.at(place + ".txt");
+        EXPECT_NE(text.find("\r\nin C:\\KORVANO|" + place + "|LOGO.BMP|" + named + "|/TWOPASS\r\n"), std::string::npos)
+            << text;
+        EXPECT_NE(text.find("Grund:              Fehler 482: Druckerfehler: "), std::string::npos) << text;
+        EXPECT_EQ(host.dialogs.diagnostics.back(), host.dialogs.notifications.back());
+        EXPECT_NE(host.dialogs.diagnostics.back().find("„A (2).OUT“ im Ordner „C:\\Daten\\Nicht gedruckt“"),
+                  std::string::npos);
+    }
+    EXPECT_NE(host.dialogs.diagnostics.front().find("Drucker „laser 1“: antwortet nicht"), std::string::npos);
+}
+
+TEST_F(ReportTest, WhatTheUserIsToldIsWhatBecameOfTheJob) {
+    const auto told = [this](const char* what) {
+        return host.dialogs.diagnostics.back().starts_with(std::string("Druckauftrag 'A.OUT' ") + what + " Fehler ");
+    };
+    host.spooler.device.onEnd = [] { throw platform::SpoolerError(1280, "lehnt ab"); };
+    EXPECT_EQ(report("x"), "Laser 1: dropped / x OK");
+    EXPECT_TRUE(told("nicht gedruckt,"));
+    EXPECT_NE(host.userFiles.files.begin()->second.find("x"), std::string::npos);
+    host.userFiles.unwritable = {"C:\\Daten\\Nicht gedruckt\\"};
+    host.spooler.device.answerLost = true;
+    report("y");
+    EXPECT_TRUE(told("vielleicht gedruckt,"));
+    const std::string& text = host.userFiles.files.at("C:\\KORVANO\\Nicht gedruckt\\A (1).OUT.txt");
+    EXPECT_NE(text.find("vielleicht gedruckt"), std::string::npos);
+    EXPECT_NE(text.find("Fertige Seiten:     C:\\KORVANO\\Nicht gedruckt\\A (1).OUT.pdf"), std::string::npos);
+    host.userFiles.unwritable.insert("C:\\KORVANO\\Nicht gedruckt\\");
+    report("z");
+    EXPECT_NE(host.dialogs.diagnostics.back().find("nicht aufbewahrt werden"), std::string::npos);
+
+    const std::size_t notified = host.dialogs.notifications.size();
+    host.spooler.device.onEnd = nullptr;
+    host.userFiles = {};
+    EXPECT_EQ(report("x", "", "", true), "Laser 1: / x OK");
+    EXPECT_TRUE(told("gedruckt, aber"));
+    EXPECT_EQ(host.userFiles.files.size() + host.dialogs.notifications.size(), notified);
 }
 
 TEST_F(ReportTest, FilesThatCannotBeWrittenStillLetThePrinterOrTheHostGoOn) {

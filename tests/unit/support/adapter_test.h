@@ -16,6 +16,7 @@
 #include "platform/dialogs.h"
 #include "platform/settings_store.h"
 #include "platform/system.h"
+#include "platform/user_files.h"
 #include "runtime/error.h"
 
 namespace support {
@@ -75,6 +76,9 @@ inline int errorOf(const std::function<void()>& function, std::string* detail = 
 
 // The system's own, for a German user whose DOS code page is 850.
 platform::System& systemPort();
+
+// The system's own, wherever the environment says that the user's data is.
+std::unique_ptr<platform::UserFiles> userFilesPort();
 
 // A path, in that folder or anywhere, at which there is something other than a file or a folder.
 std::string deviceIn(const TemporaryFolder& folder);

@@ -101,6 +101,14 @@ public:
         sleptMilliseconds += milliseconds;
         now.millisecond += milliseconds;
     }
+    std::int64_t elapsedMilliseconds() override { return sleptMilliseconds; }
+    std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override {
+        std::string command = "in " + folder;
+        for (const std::string& argument : arguments) {
+            command += "|" + argument;
+        }
+        return command;
+    }
 
 private:
     void checkWritable(const std::string& path) const {
@@ -166,6 +174,29 @@ public:
     void notify(const std::string& text) override { notifications.push_back(text); }
 };
 
+class MemoryUserFiles : public platform::UserFiles {
+public:
+    std::map<std::string, std::string> files;
+    std::set<std::string> unwritable;  // folders
+
+    std::vector<std::string> folders(const std::string& name) override {
+        return {"C:\\Daten\\" + name + "\\", "C:\\KORVANO\\" + name + "\\"};
+    }
+    void create(const std::string& path, std::string_view content) override {
+        if (files.contains(path)) {
+            throw runtime::Error(runtime::errFileExists, path);
+        }
+        replace(path, content);
+    }
+    void replace(const std::string& path, std::string_view content) override {
+        if (unwritable.contains(path.substr(0, path.rfind('\\') + 1))) {
+            throw runtime::Error(runtime::errPermissionDenied, path);
+        }
+        files[path] = content;
+    }
+    void remove(const std::string& path) noexcept override { files.erase(path); }
+};
+
 struct FakePlatform {
     FakeSystem system;
     MemorySettings settings;
@@ -173,13 +204,14 @@ struct FakePlatform {
     FakePrintJobs printJobs{spooler};
     RecordingDialogs dialogs;
     FakeImageFiles imageFiles;
+    MemoryUserFiles userFiles;
     // Puts a picture of the given size into a file.
     void addPicture(const std::string& path, int width, int height) {
         system.files[path] = path;
         imageFiles.pictures[path] = pictures::makePicture(width, height, 24);
     }
 
-    platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles};
+    platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles, userFiles};
 
     // Lines of the debug log without their time stamp; a line that has none is kept whole.
     std::vector<std::string> logLines() const {

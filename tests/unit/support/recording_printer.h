@@ -65,6 +65,8 @@ struct RecordingDevice {
     std::string fontName;                                        // found instead of the requested one, where not empty
     std::function<void(platform::PageOption, int)> onSetOption;  // may throw
     std::function<void(std::size_t)> onBeginPage;                // may throw; pages ended so far
+    std::function<void()> onEnd;                                 // may throw
+    bool answerLost = false;
     std::vector<std::shared_ptr<RecordedDocument>> documents;
 
     const std::vector<RecordedPage>& pages() const { return documents.back()->pages; }
@@ -132,7 +134,15 @@ public:
         record_->pages.push_back(surface_.page());
         record_->pages.back().options = options_;
     }
-    void end() override { record_->delivered = true; }
+    void end() override {
+        if (device_.onEnd) {
+            device_.onEnd();
+        }
+        record_->delivered = true;
+    }
+    int pagesHandedOver() const override { return record_->delivered ? static_cast<int>(record_->pages.size()) : 0; }
+    bool perhapsHandedOver() const override { return device_.answerLost; }
+    std::vector<std::string> saveRest(const std::string& path) override { return {path + ".pdf"}; }
     void abort() noexcept override {}
 
 private:
@@ -152,10 +162,19 @@ public:
     std::uint32_t failWith = 0;     // every call that names a printer fails with this code
     std::vector<int> jobCounts{0};  // one for each question, the last one for ever
     bool running = true;
+    int silentFor = 0;  // so many further questions are not answered
 
     bool hasPrinters() override { return !names.empty(); }
-    std::vector<std::string> printerNames() override { return names; }
-    std::string defaultPrinter() override { return byDefault; }
+    std::vector<std::string> printerNames() override {
+        answer();
+        return names;
+    }
+    std::string builtinPrinter() override { return "Eingebaut"; }
+    std::string defaultPrinter() override {
+        answer();
+        return byDefault;
+    }
+    bool answersAgain() override { return silentFor == 0 || --silentFor == 0; }
     void setDefaultPrinter(const std::string& name) override {
         check();
         byDefault = name;
@@ -171,12 +190,18 @@ public:
     std::string errorText(std::uint32_t code) override { return code == 5 ? "Zugriff verweigert" : ""; }
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override {
         check();
+        answer();
         device.documents.push_back(std::make_shared<RecordedDocument>());
         device.documents.back()->printer = name;
         device.documents.back()->title = title;
         return std::make_unique<RecordingDocument>(device, device.documents.back());
     }
 
+    void answer() const {
+        if (silentFor > 0) {
+            throw platform::SpoolerError(110, "antwortet nicht", platform::Recovery::possible);
+        }
+    }
     void check() const {
         if (failWith != 0) {
             throw platform::SpoolerError(failWith, "");

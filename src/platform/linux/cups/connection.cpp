@@ -17,7 +17,6 @@ constexpr int connectMilliseconds = 3000;
 constexpr double answerSeconds = 3;
 // A document may have to wait for the server's disk.
 constexpr double documentSeconds = 10;
-constexpr auto silence = 15s;
 // The server closes a connection that is idle for half a minute; libcups would then reconnect in its own time.
 constexpr auto longestIdle = 10s;
 
@@ -31,13 +30,16 @@ Connection::Connection() {
 void Connection::lost(const std::string& queue, bool silent) {
     http_.reset();
     if (silent) {
-        silentUntil_ = Clock::now() + silence;
+        silent_ = true;
         throw failure(ETIMEDOUT, queue, "");
     }
     throw failure(ECONNREFUSED, queue, "");
 }
 
 void Connection::connect(const std::string& queue, double timeout) {
+    if (silent_) {
+        throw failure(ETIMEDOUT, queue, "");
+    }
     if (http_ != nullptr && Clock::now() - lastUse_ > longestIdle) {
         http_.reset();
     }
@@ -55,19 +57,12 @@ void Connection::connect(const std::string& queue, double timeout) {
 }
 
 http_t* Connection::connected(const std::string& queue) {
-    if (Clock::now() < silentUntil_) {
-        throw failure(ETIMEDOUT, queue, "");
-    }
     connect(queue, answerSeconds);
     return http_.get();
 }
 
 IppMessage Connection::request(const std::string& queue, IppMessage message, int fileDescriptor) {
-    if (fileDescriptor < 0) {
-        connected(queue);
-    } else {
-        connect(queue, documentSeconds);
-    }
+    connect(queue, fileDescriptor < 0 ? answerSeconds : documentSeconds);
     const std::string resource = queue.empty() ? "/" : "/printers/" + queue;
     IppMessage answer(cupsDoIORequest(http_.get(), message.release(), resource.c_str(), fileDescriptor, -1));
     const ipp_status_t status = cupsLastError();

@@ -4,7 +4,6 @@
 #include <cups/http.h>
 
 #include <chrono>
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,13 +20,16 @@ public:
 
     // Sends a request, with the content of a file from its start where a descriptor is given, and returns the answer.
     // Throws platform::SpoolerError, which names the queue, when the server cannot be reached, does not answer in time
-    // or refuses. A server that did not answer in time is not asked again for a while, but for a request with a file.
+    // or refuses. A server that did not answer in time is not asked again before askAgain().
     IppMessage request(const std::string& queue, IppMessage message, int fileDescriptor = -1);
 
     // The answer with these attributes of a queue.
     IppMessage attributes(const std::string& queue, const std::vector<const char*>& names) {
         return request(queue, makeRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, queue, names));
     }
+
+    // A server that did not answer is asked again from now on.
+    void askAgain() { silent_ = false; }
 
     // Fetches a resource of the server into a file; false where it cannot be had.
     bool fetch(const std::string& resource, int fileDescriptor);
@@ -46,7 +48,7 @@ private:
 
     std::unique_ptr<http_t, Close> http_;
     Clock::time_point lastUse_;
-    Clock::time_point silentUntil_;  // the server is taken for hanging until then
+    bool silent_ = false;  // the server did not answer in time
 };
 
 }  // namespace platform_linux::cups

@@ -12,6 +12,10 @@ namespace platform_linux::cups {
 
 namespace {
 
+using platform::Recovery;
+
+constexpr std::uint32_t lastServerError = 0x5FF;
+
 struct StatusText {
     ipp_status_t status;
     std::string_view text;
@@ -39,9 +43,25 @@ constexpr std::array statusTexts = {
     StatusText{IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED, "Die Anmeldung wurde abgebrochen."},
 };
 
+// Of the server's errors (RFC 8011, section B.1.5) those that lie in the request stay.
+bool mayPass(std::uint32_t code) {
+    switch (code) {
+        case IPP_STATUS_ERROR_NOT_POSSIBLE:  // too many jobs
+        case IPP_STATUS_ERROR_TIMEOUT:
+            return true;
+        case IPP_STATUS_ERROR_OPERATION_NOT_SUPPORTED:
+        case IPP_STATUS_ERROR_VERSION_NOT_SUPPORTED:
+        case IPP_STATUS_ERROR_JOB_CANCELED:
+        case IPP_STATUS_ERROR_MULTIPLE_JOBS_NOT_SUPPORTED:
+            return false;
+        default:
+            return code < firstIppStatus || (code >= IPP_STATUS_ERROR_INTERNAL && code <= lastServerError);
+    }
+}
+
 std::string advice(std::uint32_t code, const std::string& queue) {
     if (code < firstIppStatus || code == IPP_STATUS_ERROR_SERVICE_UNAVAILABLE) {
-        return "Bitte prüfen, ob der Druckdienst läuft („lpstat -r“), und erneut drucken.";
+        return "Bitte prüfen, ob der Druckdienst läuft („lpstat -r“).";
     }
     switch (code) {
         case IPP_STATUS_ERROR_NOT_FOUND:
@@ -55,7 +75,7 @@ std::string advice(std::uint32_t code, const std::string& queue) {
         case IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED:
             return "Bitte den Verwalter des Druckdienstes um die Berechtigung bitten.";
         default:
-            return "Bitte den Drucker prüfen („lpstat -l -p " + queue + "“) und erneut drucken.";
+            return "Bitte den Drucker prüfen („lpstat -l -p " + queue + "“).";
     }
 }
 
@@ -80,21 +100,22 @@ std::string statusText(std::uint32_t code) {
 }
 
 platform::SpoolerError failure(std::uint32_t code, const std::string& queue, const std::string& said) {
-    std::string detail = queue.empty() ? std::string("Der Druckdienst CUPS") : "Drucker „" + queue + "“";
     std::string meaning = statusText(code);
     if (code == ETIMEDOUT) {
         meaning = "Der Druckdienst CUPS antwortet nicht.";
     } else if (code < firstIppStatus) {
         meaning = "Der Druckdienst CUPS ist nicht erreichbar.";
+    } else if (meaning.empty()) {
+        meaning = "Fehler " + std::to_string(code) + ".";
     }
-    detail += ": " + (meaning.empty() ? "Fehler " + std::to_string(code) + "." : meaning);
+    std::string detail = (queue.empty() ? "" : "Drucker „" + queue + "“: ") + meaning;
     if (detail.back() != '.') {
         detail += '.';
     }
     if (!said.empty() && said != meaning) {
         detail += " CUPS meldet: „" + said + (said.ends_with('.') ? "“" : "“.");
     }
-    return {code, detail + ' ' + advice(code, queue)};
+    return {code, detail + ' ' + advice(code, queue), mayPass(code) ? Recovery::possible : Recovery::none};
 }
 
 }  // namespace platform_linux::cups

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <exception>
 #include <utility>
 
 #include "platform/linux/cups/bin_names.h"
@@ -111,15 +112,42 @@ Options CupsQueues::options(const std::string& queue, const QueueMedia& media, i
     return result;
 }
 
-int CupsQueues::submit(const QueueJob& job, int fileDescriptor) {
-    IppMessage request = makeRequest(IPP_OP_PRINT_JOB, job.queue);
+int CupsQueues::createJob(const QueueJob& job) {
+    IppMessage request = makeRequest(IPP_OP_CREATE_JOB, job.queue);
     ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "job-name", nullptr, jobName(job.title).c_str());
-    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr, "application/pdf");
     for (const auto& [name, value] : job.options) {
         cupsEncodeOption(request.get(), IPP_TAG_JOB, name.c_str(), value.c_str());
     }
-    const IppMessage answer = connection_->request(job.queue, std::move(request), fileDescriptor);
+    const IppMessage answer = connection_->request(job.queue, std::move(request));
     return number(answer.get(), "job-id", 0);
+}
+
+void CupsQueues::sendDocument(const std::string& queue, int job, int fileDescriptor) {
+    IppMessage request = makeJobRequest(IPP_OP_SEND_DOCUMENT, queue, job);
+    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr, "application/pdf");
+    ippAddBoolean(request.get(), IPP_TAG_OPERATION, "last-document", 1);
+    connection_->request(queue, std::move(request), fileDescriptor);
+}
+
+JobFate CupsQueues::fate(const std::string& queue, int job) {
+    try {
+        const IppMessage answer =
+            connection_->request(queue, makeJobRequest(IPP_OP_GET_JOB_ATTRIBUTES, queue, job, {"number-of-documents"}));
+        return number(answer.get(), "number-of-documents", 0) > 0 ? JobFate::withDocument : JobFate::withoutDocument;
+    } catch (const platform::SpoolerError& error) {
+        if (error.mayPass()) {
+            throw;
+        }
+        return JobFate::unknown;
+    }
+}
+
+void CupsQueues::cancel(const std::string& queue, int job) noexcept {
+    try {
+        connection_->request(queue, makeJobRequest(IPP_OP_CANCEL_JOB, queue, job));
+    } catch (const std::exception&) {
+        return;  // the server drops a job without a document by itself after a while
+    }
 }
 
 }  // namespace platform_linux::cups

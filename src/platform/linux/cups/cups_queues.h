@@ -17,7 +17,10 @@ public:
     QueueDevice device(const std::string& queue) override;
     Options options(const std::string& queue, const QueueMedia& media, int bin, int orientation, int colorMode,
                     const Options& saved) override;
-    int submit(const QueueJob& job, int fileDescriptor) override;
+    int createJob(const QueueJob& job) override;
+    void sendDocument(const std::string& queue, int job, int fileDescriptor) override;
+    JobFate fate(const std::string& queue, int job) override;
+    void cancel(const std::string& queue, int job) noexcept override;
 
 private:
     std::shared_ptr<Connection> connection_;

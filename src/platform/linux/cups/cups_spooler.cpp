@@ -52,28 +52,46 @@ std::vector<std::string> CupsSpooler::printerNames() {
              attribute = ippFindNextAttribute(answer.get(), "printer-name", IPP_TAG_NAME)) {
             result.emplace_back(ippGetString(attribute, 0, nullptr));
         }
-    } catch (const platform::SpoolerError&) {
-        result.clear();
+    } catch (const platform::SpoolerError& error) {
+        // CUPS says that it has no queues as an error.
+        if (error.mayPass()) {
+            throw;
+        }
     }
     return result;
+}
+
+// libcups waits its own time for each of its requests: it is let do so only where the server answers.
+http_t* CupsSpooler::answering() {
+    try {
+        connection_->request({}, makeRequest(IPP_OP_CUPS_GET_DEFAULT, {}, {"printer-name"}));
+    } catch (const platform::SpoolerError& error) {
+        if (error.code() < firstIppStatus) {
+            throw;
+        }
+        // An answer, if only that there is no default queue.
+    }
+    return connection_->connected({});
 }
 
 std::string CupsSpooler::defaultPrinter() {
     defaultQueue_.clear();
     defaultInstance_.clear();
+    // Knows the environment and the user's lpoptions, but gives nothing where those name no queue.
+    if (cups_dest_t* destination = cupsGetNamedDest(answering(), nullptr, nullptr)) {
+        defaultQueue_ = destination->name;
+        defaultInstance_ = destination->instance != nullptr ? destination->instance : "";
+        cupsFreeDests(1, destination);
+        return defaultQueue_;
+    }
     try {
-        // Knows the environment and the user's lpoptions, but gives nothing where those name no queue.
-        if (cups_dest_t* destination = cupsGetNamedDest(connection_->connected({}), nullptr, nullptr)) {
-            defaultQueue_ = destination->name;
-            defaultInstance_ = destination->instance != nullptr ? destination->instance : "";
-            cupsFreeDests(1, destination);
-        } else {
-            const IppMessage answer =
-                connection_->request({}, makeRequest(IPP_OP_CUPS_GET_DEFAULT, {}, {"printer-name"}));
-            defaultQueue_ = text(answer.get(), "printer-name");
+        const IppMessage answer = connection_->request({}, makeRequest(IPP_OP_CUPS_GET_DEFAULT, {}, {"printer-name"}));
+        defaultQueue_ = text(answer.get(), "printer-name");
+    } catch (const platform::SpoolerError& error) {
+        // CUPS says that it has no default queue as an error.
+        if (error.mayPass()) {
+            throw;
         }
-    } catch (const platform::SpoolerError&) {
-        return {};
     }
     return defaultQueue_;
 }
@@ -156,11 +174,16 @@ void CupsSpooler::showProperties(const std::string& queue) {
 
 bool CupsSpooler::serviceRunning() {
     try {
-        connection_->request({}, makeRequest(IPP_OP_CUPS_GET_DEFAULT, {}, {"printer-name"}));
+        answering();
         return true;
-    } catch (const platform::SpoolerError& error) {
-        return error.code() >= firstIppStatus;  // an answer, if only that there is no default queue
+    } catch (const platform::SpoolerError&) {
+        return false;
     }
+}
+
+bool CupsSpooler::answersAgain() {
+    connection_->askAgain();
+    return serviceRunning();
 }
 
 std::string CupsSpooler::errorText(std::uint32_t code) { return statusText(code); }

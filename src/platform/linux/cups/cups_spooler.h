@@ -18,6 +18,7 @@ public:
 
     bool hasPrinters() override { return !printerNames().empty(); }
     std::vector<std::string> printerNames() override;
+    std::string builtinPrinter() override { return {}; }
     // The queue that LPDEST or PRINTER or the user's lpoptions name; where they name none that there is, the server's
     // default. Where it is an instance of a queue, a document opened on it from then on has that instance's options.
     std::string defaultPrinter() override;
@@ -29,10 +30,13 @@ public:
     void showProperties(const std::string& queue) override;
     // Whether the scheduler answers.
     bool serviceRunning() override;
+    bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& queue, const std::string& title) override;
 
 private:
+    http_t* answering();
+
     std::shared_ptr<Connection> connection_;
     std::shared_ptr<QueueAccess> queues_;
     documents::DocumentFactory makeDocument_;

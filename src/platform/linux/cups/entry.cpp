@@ -1,3 +1,8 @@
+#include <cups/cups.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <string_view>
 #include <utility>
 
 #include "platform/linux/cups/connection.h"
@@ -15,6 +20,12 @@ public:
     explicit CupsServer(documents::DocumentFactory makeDocument)
         : spooler_(connection_, std::move(makeDocument)), jobs_(*connection_) {}
 
+    bool expected() override {
+        // Where nothing is named and the scheduler has no socket either, libcups falls back to this name.
+        constexpr const char* nobodySaid = "localhost";
+        return std::getenv("CUPS_SERVER") != nullptr || std::string_view(cupsServer()) != nobodySaid ||
+               ::access("/usr/sbin/cupsd", F_OK) == 0;
+    }
     platform::Spooler& spooler() override { return spooler_; }
     platform::PrintJobs& jobs() override { return jobs_; }
 

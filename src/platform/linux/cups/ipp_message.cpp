@@ -14,21 +14,39 @@ bool hasType(ipp_attribute_t* attribute, Types... types) {
     return ((tag == types) || ...);
 }
 
-}  // namespace
-
-IppMessage makeRequest(ipp_op_t operation, const std::string& queue, const std::vector<const char*>& attributes) {
-    IppMessage request(ippNewRequest(operation));
+// What a request is about comes first, then who asks (RFC 8011, section 4.1.5).
+void addQueue(ipp_t* request, const std::string& queue) {
     if (!queue.empty()) {
         std::array<char, HTTP_MAX_URI> uri{};
         httpAssembleURIf(HTTP_URI_CODING_ALL, uri.data(), static_cast<int>(uri.size()), "ipp", nullptr, "localhost", 0,
                          "/printers/%s", queue.c_str());
-        ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, uri.data());
+        ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_URI, "printer-uri", nullptr, uri.data());
     }
-    ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
+}
+
+void addAsker(ipp_t* request, const std::vector<const char*>& attributes) {
+    ippAddString(request, IPP_TAG_OPERATION, IPP_TAG_NAME, "requesting-user-name", nullptr, cupsUser());
     if (!attributes.empty()) {
-        ippAddStrings(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
+        ippAddStrings(request, IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "requested-attributes",
                       static_cast<int>(attributes.size()), nullptr, attributes.data());
     }
+}
+
+}  // namespace
+
+IppMessage makeRequest(ipp_op_t operation, const std::string& queue, const std::vector<const char*>& attributes) {
+    IppMessage request(ippNewRequest(operation));
+    addQueue(request.get(), queue);
+    addAsker(request.get(), attributes);
+    return request;
+}
+
+IppMessage makeJobRequest(ipp_op_t operation, const std::string& queue, int job,
+                          const std::vector<const char*>& attributes) {
+    IppMessage request(ippNewRequest(operation));
+    addQueue(request.get(), queue);
+    ippAddInteger(request.get(), IPP_TAG_OPERATION, IPP_TAG_INTEGER, "job-id", job);
+    addAsker(request.get(), attributes);
     return request;
 }
 

@@ -18,6 +18,10 @@ using IppMessage = std::unique_ptr<ipp_t, IppDelete>;
 // A request about a queue, or about the server where the name is empty; the attributes are those wanted in the answer.
 IppMessage makeRequest(ipp_op_t operation, const std::string& queue, const std::vector<const char*>& attributes = {});
 
+// A request about a job of a queue.
+IppMessage makeJobRequest(ipp_op_t operation, const std::string& queue, int job,
+                          const std::vector<const char*>& attributes = {});
+
 // Values of an answer. A missing attribute, or one of another type, is empty or the value given.
 ipp_attribute_t* find(ipp_t* message, const char* name);
 int count(ipp_t* message, const char* name);

@@ -14,7 +14,10 @@ class PrintServer {
 public:
     virtual ~PrintServer() = default;
 
-    // The queues; none where CUPS cannot be reached. Both are the server's and live as long.
+    // Whether a server is meant to be there: it is named in the environment or in client.conf, or installed here.
+    virtual bool expected() = 0;
+
+    // Both are the server's and live as long.
     virtual platform::Spooler& spooler() = 0;
     virtual platform::PrintJobs& jobs() = 0;
 };

@@ -36,6 +36,8 @@ struct QueueJob {
     Options options;  // job options under their standard names
 };
 
+enum class JobFate { unknown, withoutDocument, withDocument };
+
 // Every call throws platform::SpoolerError when CUPS or the queue refuses.
 class QueueAccess {
 public:
@@ -47,8 +49,14 @@ public:
     // with them what the user saved for the queue and the job does not say otherwise.
     virtual Options options(const std::string& queue, const QueueMedia& media, int bin, int orientation, int colorMode,
                             const Options& saved) = 0;
-    // Prints a PDF from the start of the descriptor; returns the job's number.
-    virtual int submit(const QueueJob& job, int fileDescriptor) = 0;
+    // Makes a job that has no document yet, of which nothing is printed; returns its number.
+    virtual int createJob(const QueueJob& job) = 0;
+    // Gives a job its document, a PDF, from the start of the descriptor; then it is printed.
+    virtual void sendDocument(const std::string& queue, int job, int fileDescriptor) = 0;
+    // What the server knows of a job.
+    virtual JobFate fate(const std::string& queue, int job) = 0;
+    // Drops a job, if the server lets it.
+    virtual void cancel(const std::string& queue, int job) noexcept = 0;
 };
 
 }  // namespace platform_linux::cups

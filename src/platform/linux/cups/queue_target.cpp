@@ -97,15 +97,15 @@ bool QueueTarget::separates(const PageOptions& previous, const PageOptions& next
 }
 
 std::unique_ptr<PdfOutput> QueueTarget::open() {
-    auto send = [this](const PageOptions& firstPage, int descriptor) {
+    auto makeJob = [this](const PageOptions& firstPage) {
         QueueJob job;
         job.queue = queue_;
         job.title = title_;
         job.options = queues_->options(queue_, media(firstPage), firstPage.paperBin, firstPage.orientation,
                                        firstPage.colorMode, saved_);
-        queues_->submit(job, descriptor);
+        return job;
     };
-    return std::make_unique<QueuedPdf>(queue_, std::move(send));
+    return std::make_unique<QueuedPdf>(queues_, queue_, std::move(makeJob));
 }
 
 }  // namespace platform_linux::cups

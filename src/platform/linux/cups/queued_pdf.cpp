@@ -1,5 +1,6 @@
 #include "platform/linux/cups/queued_pdf.h"
 
+#include <cups/ipp.h>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -9,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/cups/cups_error.h"
 #include "platform/linux/linux_error.h"
 
 namespace platform_linux::cups {
@@ -29,7 +31,8 @@ FileDescriptor makeWithoutName(const std::string& folder) {
 
 }  // namespace
 
-QueuedPdf::QueuedPdf(std::string queue, Send send) : queue_(std::move(queue)), send_(std::move(send)) {
+QueuedPdf::QueuedPdf(std::shared_ptr<QueueAccess> queues, std::string queue, MakeJob makeJob)
+    : queues_(std::move(queues)), queue_(std::move(queue)), makeJob_(std::move(makeJob)) {
     std::vector<std::string> folders = {"/tmp"};
     if (const char* folder = std::getenv("TMPDIR"); folder != nullptr && *folder == '/') {
         folders.insert(folders.begin(), folder);
@@ -46,6 +49,43 @@ QueuedPdf::QueuedPdf(std::string queue, Send send) : queue_(std::move(queue)), s
         throw runtime::Error(runtime::errPrinter, "Der Auftrag für den Drucker „" + queue_ + "“ hat keinen Platz: " +
                                                       errorReason(errno) + ". Andere Programme beenden.");
     }
+}
+
+void QueuedPdf::deliver(const documents::PageOptions& firstPage) {
+    if (sent_ && arrivedBefore()) {
+        sent_ = false;
+        return;
+    }
+    job_ = queues_->createJob(makeJob_(firstPage));
+    sent_ = true;
+    try {
+        queues_->sendDocument(queue_, job_, file_.get());
+    } catch (const platform::SpoolerError& error) {
+        if (error.code() >= firstIppStatus) {
+            // The server has answered: it did not take the document.
+            queues_->cancel(queue_, job_);
+            sent_ = false;
+        }
+        throw;
+    }
+    sent_ = false;
+}
+
+bool QueuedPdf::arrivedBefore() {
+    switch (queues_->fate(queue_, job_)) {
+        case JobFate::withDocument:
+            return true;
+        case JobFate::withoutDocument:
+            queues_->cancel(queue_, job_);
+            sent_ = false;
+            return false;
+        case JobFate::unknown:
+            break;
+    }
+    throw platform::SpoolerError(IPP_STATUS_ERROR_NOT_FOUND,
+                                 "Drucker „" + queue_ + "“: Der Auftrag Nr. " + std::to_string(job_) +
+                                     " wurde gesendet, die Antwort ging verloren, und der Druckdienst kennt ihn nicht "
+                                     "mehr. Bitte am Drucker nachsehen.");
 }
 
 runtime::Error QueuedPdf::failure(const runtime::Error& cause) {

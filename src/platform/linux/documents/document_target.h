@@ -28,8 +28,12 @@ public:
     // Before each page. Throws runtime::Error (errPrinter, errDiskFull) where the PDF has no place.
     virtual void pageBegins() = 0;
 
-    // The PDF is complete: hands it over, once. Throws runtime::Error or platform::SpoolerError; then it is dropped.
+    // The PDF is complete: hands it over, once. Throws runtime::Error or platform::SpoolerError; after the latter it
+    // may be called again.
     virtual void deliver(const PageOptions& firstPage) = 0;
+
+    // Whether deliver() failed in a way that lets nobody know what arrived.
+    virtual bool perhapsDelivered() const { return false; }
 
     // The error to throw for one that happened while the PDF was written; the PDF is dropped.
     virtual runtime::Error failure(const runtime::Error& cause) = 0;

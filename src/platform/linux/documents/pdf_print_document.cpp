@@ -1,7 +1,10 @@
 #include "platform/linux/documents/pdf_print_document.h"
 
+#include <algorithm>
 #include <utility>
 
+#include "platform/linux/files.h"
+#include "platform/spooler_error.h"
 #include "runtime/error.h"
 
 namespace platform_linux::documents {
@@ -59,6 +62,11 @@ void PdfPrintDocument::beginPage() {
     orGiveUp([this] {
         if (pdf_->pageCount() > 0 && target_->separates(page_, next_)) {
             finishPdf();
+            try {
+                deliver();
+            } catch (const platform::SpoolerError&) {
+                // Told at the end, if it has not been taken by then.
+            }
             startPdf();
         }
         page_ = next_;
@@ -88,15 +96,35 @@ void PdfPrintDocument::end() {
     if (state_.over()) {
         return;
     }
-    if (pdf_->pageCount() > 0) {
+    if (output_ && pdf_->pageCount() > 0) {
         orGiveUp([this] { finishPdf(); });
     }
+    deliver();
     abort();
+}
+
+bool PdfPrintDocument::perhapsHandedOver() const {
+    return std::any_of(finished_.begin(), finished_.end(),
+                       [](const Finished& finished) { return finished.output->perhapsDelivered(); });
+}
+
+std::vector<std::string> PdfPrintDocument::saveRest(const std::string& path) {
+    std::vector<std::string> files;
+    for (const Finished& finished : finished_) {
+        const std::string number = files.empty() ? "" : " (" + std::to_string(files.size() + 1) + ")";
+        const std::string file = path + number + ".pdf";
+        if (copyToNewFile(finished.output->descriptor(), file, privateFile) != 0) {
+            break;
+        }
+        files.push_back(file);
+    }
+    return files;
 }
 
 void PdfPrintDocument::abort() noexcept {
     state_.ended();
     output_.reset();
+    finished_.clear();
 }
 
 void PdfPrintDocument::startPdf() {
@@ -114,7 +142,16 @@ void PdfPrintDocument::finishPdf() {
     } catch (const runtime::Error& error) {
         throw output_->failure(error);
     }
-    output_->deliver(first_);
+    finished_.push_back({std::move(output_), first_, pdf_->pageCount()});
+}
+
+void PdfPrintDocument::deliver() {
+    while (!finished_.empty()) {
+        Finished& next = finished_.front();
+        next.output->deliver(next.firstPage);
+        pagesHandedOver_ += next.pages;
+        finished_.erase(finished_.begin());
+    }
 }
 
 template <typename Step>

@@ -36,8 +36,9 @@ LinuxPlatform::LinuxPlatform(int argumentCount, const char* const* arguments)
     : settings_(LinuxSettingsStore::usualPath()),
       system_(argumentCount, arguments, settings_),
       printing_(
-          {[this] { return system_.codePage(); }, std::string(runtime::programName) + " " + runtime::programVersion}),
-      ports_{system_, settings_, printing_.spooler(), printing_.jobs(), dialogs_, imageFiles_} {
+          {[this] { return system_.codePage(); }, std::string(runtime::programName) + " " + runtime::programVersion},
+          settings_),
+      ports_{system_, settings_, printing_.spooler(), printing_.jobs(), dialogs_, imageFiles_, userFiles_} {
     fillStandardDescriptors();
     ignoreSignal(SIGPIPE);
     ignoreSignal(SIGXFSZ);

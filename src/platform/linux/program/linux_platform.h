@@ -5,6 +5,7 @@
 #include "platform/linux/linux_image_files.h"
 #include "platform/linux/linux_settings_store.h"
 #include "platform/linux/linux_system.h"
+#include "platform/linux/linux_user_files.h"
 #include "platform/linux/spool/linux_printing.h"
 #include "platform/platform.h"
 
@@ -25,6 +26,7 @@ private:
     LinuxSystem system_;
     LinuxDialogs dialogs_;
     LinuxImageFiles imageFiles_;
+    LinuxUserFiles userFiles_;
     spool::LinuxPrinting printing_;
     platform::Platform ports_;
 };

@@ -19,6 +19,7 @@ public:
 
     bool hasPrinters() override { return true; }
     std::vector<std::string> printerNames() override { return {builtinPrinterName}; }
+    std::string builtinPrinter() override { return builtinPrinterName; }
     std::string defaultPrinter() override { return builtinPrinterName; }
     void setDefaultPrinter(const std::string& /*name*/) override {}
     platform::PrinterRecord printer(const std::string& name) override;
@@ -26,6 +27,7 @@ public:
     bool canAdminister(const std::string& /*name*/) override { return true; }
     void showProperties(const std::string& name) override;
     bool serviceRunning() override { return true; }
+    bool answersAgain() override { return true; }
     std::string errorText(std::uint32_t code) override;
     // A title "FOLDER\NAME.xxx" is printed into "NAME.pdf" in what is the current directory now.
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;

@@ -12,10 +12,11 @@ namespace platform_linux::spool {
 // Making one loads nothing.
 class LinuxPrinting {
 public:
-    explicit LinuxPrinting(documents::PdfOrigin origin, Modules modules = loadedModules())
+    // The settings are borrowed.
+    LinuxPrinting(documents::PdfOrigin origin, platform::SettingsStore& settings, Modules modules = loadedModules())
         : makeDocument_(documents::pdfDocuments(std::move(origin), std::move(modules.makePdf))),
           cups_([make = std::move(modules.makeServer), this] { return make(makeDocument_); }),
-          spooler_(cups_, makeDocument_),
+          spooler_(cups_, settings, makeDocument_),
           jobs_(cups_) {}
     LinuxPrinting(const LinuxPrinting&) = delete;
     LinuxPrinting& operator=(const LinuxPrinting&) = delete;

@@ -25,7 +25,16 @@ platform::Spooler& LinuxSpooler::of(const std::string& name) {
 std::vector<std::string> LinuxSpooler::printerNames() {
     std::vector<std::string> names;
     if (cups::PrintServer* server = cups_.get()) {
-        names = server->spooler().printerNames();
+        try {
+            names = server->spooler().printerNames();
+        } catch (const platform::SpoolerError&) {
+            if (seen_.queues() || server->expected()) {
+                throw;
+            }
+        }
+        if (!names.empty()) {
+            seen_.sawQueues();
+        }
     }
     names.emplace_back(builtinPrinterName);
     return names;
@@ -33,8 +42,21 @@ std::vector<std::string> LinuxSpooler::printerNames() {
 
 std::string LinuxSpooler::defaultPrinter() {
     cups::PrintServer* server = builtinByEnvironment() ? nullptr : cups_.get();
-    const std::string name = server != nullptr ? server->spooler().defaultPrinter() : std::string();
-    return name.empty() ? builtinPrinterName : name;
+    if (server == nullptr) {
+        return builtinPrinterName;
+    }
+    try {
+        const std::string queue = server->spooler().defaultPrinter();
+        const std::string name = queue.empty() ? builtinPrinterName : queue;
+        seen_.defaultPrinter(name);
+        return name;
+    } catch (const platform::SpoolerError& error) {
+        const std::string last = seen_.defaultPrinter();
+        if (last.empty() || isBuiltin(last)) {
+            return builtinPrinterName;
+        }
+        throw error.about("Drucker „" + last + "“");
+    }
 }
 
 void LinuxSpooler::setDefaultPrinter(const std::string& name) {
@@ -64,6 +86,11 @@ void LinuxSpooler::showProperties(const std::string& name) { of(name).showProper
 bool LinuxSpooler::serviceRunning() {
     cups::PrintServer* server = cups_.get();
     return server != nullptr && server->spooler().serviceRunning();
+}
+
+bool LinuxSpooler::answersAgain() {
+    cups::PrintServer* server = cups_.get();
+    return server != nullptr && server->spooler().answersAgain();
 }
 
 std::string LinuxSpooler::errorText(std::uint32_t code) {

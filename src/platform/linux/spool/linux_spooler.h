@@ -7,21 +7,23 @@
 
 #include "platform/linux/spool/builtin_spooler.h"
 #include "platform/linux/spool/lazy_print_server.h"
+#include "platform/linux/spool/seen_printers.h"
 #include "platform/spooler.h"
 
 namespace platform_linux::spool {
 
-// Without CUPS - not installed, or its scheduler is not running - there is the built-in printer alone, and that is no
-// error. It is the default printer where CUPS names none, and where LPDEST or PRINTER name it. Asking whether there are
-// printers loads nothing.
+// Where there is no CUPS - it is not installed, or never had a queue for this user - there is the built-in printer
+// alone, and that is no error; CUPS that does not answer is one. The built-in printer is the default where CUPS names
+// none, and where LPDEST or PRINTER name it. Asking whether there are printers loads nothing.
 class LinuxSpooler final : public platform::Spooler {
 public:
-    // The server is borrowed.
-    LinuxSpooler(LazyPrintServer& cups, documents::DocumentFactory makeDocument)
-        : cups_(cups), builtin_(std::move(makeDocument)) {}
+    // Server and settings are borrowed.
+    LinuxSpooler(LazyPrintServer& cups, platform::SettingsStore& settings, documents::DocumentFactory makeDocument)
+        : cups_(cups), seen_(settings), builtin_(std::move(makeDocument)) {}
 
     bool hasPrinters() override { return true; }
     std::vector<std::string> printerNames() override;
+    std::string builtinPrinter() override { return builtinPrinterName; }
     std::string defaultPrinter() override;
     // Of CUPS's queues, for this user. The built-in printer can only be what it is when CUPS names no default.
     void setDefaultPrinter(const std::string& name) override;
@@ -31,6 +33,7 @@ public:
     void showProperties(const std::string& name) override;
     // Whether the scheduler of CUPS answers; the built-in printer needs none.
     bool serviceRunning() override;
+    bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;
 
@@ -39,6 +42,7 @@ private:
     platform::Spooler& of(const std::string& name);
 
     LazyPrintServer& cups_;
+    SeenPrinters seen_;
     BuiltinSpooler builtin_;
 };
 

@@ -82,6 +82,7 @@ void GdiDocument::endPage() {
         fail(reasonOf(result));
     }
     state_.pageEnded();
+    ++pagesEnded_;
     if (std::exchange(modeChanged_, false)) {
         apply(mode_);
     }
@@ -111,8 +112,10 @@ void GdiDocument::end() {
         if (const int result = ::EndDoc(device_.get()); result <= 0) {
             const DWORD code = reasonOf(result);
             ::AbortDoc(device_.get());
+            brokenOff_ = pagesEnded_ > 0;
             throwDocumentFailure(code, driver_.printer());
         }
+        pagesHandedOver_ = pagesEnded_;
     }
 }
 
@@ -120,6 +123,7 @@ void GdiDocument::abort() noexcept {
     state_.ended();
     if (std::exchange(jobStarted_, false)) {
         ::AbortDoc(device_.get());
+        brokenOff_ = pagesEnded_ > 0;
     }
 }
 

@@ -26,6 +26,8 @@ public:
     void beginPage() override;
     void endPage() override;
     void end() override;
+    int pagesHandedOver() const override { return pagesHandedOver_; }
+    bool perhapsHandedOver() const override { return brokenOff_; }
     void abort() noexcept override;
 
 private:
@@ -57,6 +59,9 @@ private:
     Recorder recorder_;
     platform::drawing::DocumentState state_;
     bool jobStarted_ = false;
+    int pagesEnded_ = 0;  // of the job
+    int pagesHandedOver_ = 0;
+    bool brokenOff_ = false;    // after pages that the printer may have begun to print
     bool modeChanged_ = false;  // while a page was open
 };
 

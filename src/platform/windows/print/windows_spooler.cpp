@@ -38,8 +38,8 @@ std::vector<std::string> WindowsSpooler::printerNames() {
     DWORD count = 0;
     while (::EnumPrintersW(localAndConnected, nullptr, quickLevel, memory.data(), static_cast<DWORD>(memory.size()),
                            &needed, &count) == FALSE) {
-        if (::GetLastError() != ERROR_INSUFFICIENT_BUFFER || needed <= memory.size()) {
-            return {};
+        if (const DWORD code = lastError(); code != ERROR_INSUFFICIENT_BUFFER || needed <= memory.size()) {
+            throw failure(code, {});
         }
         memory.resize(needed);
     }
@@ -100,6 +100,15 @@ void WindowsSpooler::showProperties(const std::string& name) {
 }
 
 bool WindowsSpooler::serviceRunning() { return spoolerServiceRunning(); }
+
+bool WindowsSpooler::answersAgain() {
+    try {
+        printerNames();
+        return true;
+    } catch (const platform::SpoolerError&) {
+        return false;
+    }
+}
 
 std::string WindowsSpooler::errorText(std::uint32_t code) { return code == ERROR_SUCCESS ? "" : systemText(code); }
 

@@ -17,6 +17,7 @@ public:
     bool hasPrinters() override;
     // Those of this machine and those that the user is connected to.
     std::vector<std::string> printerNames() override;
+    std::string builtinPrinter() override { return {}; }
     std::string defaultPrinter() override;
     void setDefaultPrinter(const std::string& name) override;
     platform::PrinterRecord printer(const std::string& name) override;
@@ -24,6 +25,7 @@ public:
     bool canAdminister(const std::string& name) override;
     void showProperties(const std::string& name) override;
     bool serviceRunning() override;
+    bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;
 };

@@ -8,6 +8,7 @@
 #include "platform/windows/windows_image_files.h"
 #include "platform/windows/windows_settings_store.h"
 #include "platform/windows/windows_system.h"
+#include "platform/windows/windows_user_files.h"
 
 namespace platform_windows::program {
 
@@ -22,7 +23,8 @@ private:
     print::WindowsPrintJobs jobs_;
     WindowsDialogs dialogs_;
     WindowsImageFiles imageFiles_;
-    platform::Platform ports_{system_, settings_, spooler_, jobs_, dialogs_, imageFiles_};
+    WindowsUserFiles userFiles_;
+    platform::Platform ports_{system_, settings_, spooler_, jobs_, dialogs_, imageFiles_, userFiles_};
 };
 
 }  // namespace platform_windows::program

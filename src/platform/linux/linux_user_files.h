@@ -1,0 +1,16 @@
+// The port UserFiles on Linux: below $XDG_DATA_HOME, otherwise ".local/share" in the user's home.
+#pragma once
+
+#include "platform/user_files.h"
+
+namespace platform_linux {
+
+class LinuxUserFiles final : public platform::UserFiles {
+public:
+    std::vector<std::string> folders(const std::string& name) override;
+    void create(const std::string& path, std::string_view content) override;
+    void replace(const std::string& path, std::string_view content) override;
+    void remove(const std::string& path) noexcept override;
+};
+
+}  // namespace platform_linux
