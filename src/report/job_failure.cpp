@@ -14,12 +14,12 @@ using runtime::Error;
 std::string becomeOf(const JobEnd& end) {
     switch (end.fate) {
         case JobEnd::Fate::notAccepted:
-            return "abgebrochen,";
+            return "abgebrochen";
         case JobEnd::Fate::notPrinted:
-            return end.pagesPrinted > 0 ? "nur bis Seite " + std::to_string(end.pagesPrinted) + " gedruckt,"
-                                        : "nicht gedruckt,";
+            return end.pagesPrinted > 0 ? "nur bis Seite " + std::to_string(end.pagesPrinted) + " gedruckt"
+                                        : "nicht gedruckt";
         case JobEnd::Fate::perhapsPrinted:
-            return "vielleicht gedruckt,";
+            return "vielleicht gedruckt";
         case JobEnd::Fate::printed:
             return "gedruckt, aber";
     }
@@ -94,14 +94,15 @@ void JobFailure::offerLog() {
 
 // Log and boxes have no room for the detail, and say nothing of where the job is.
 void JobFailure::tellUser(const Error& error, const JobEnd& end, const std::string& whereabouts) {
-    std::string text = "Druckauftrag '" + sDateiname_ + "' " + becomeOf(end) + " Fehler " +
-                       std::to_string(error.number()) + ": " + error.message();
-    if (!whereabouts.empty()) {
-        text += (text.ends_with('.') ? " " : ". ") + whereabouts;
-    }
-    session_.platform.dialogs.diagnostic(text);
-    if (end.fate != JobEnd::Fate::printed) {
-        session_.platform.dialogs.notify(text);
+    const std::string job = "Druckauftrag '" + sDateiname_ + "' " + becomeOf(end);
+    std::string reason = "Fehler " + std::to_string(error.number()) + ": " + error.message();
+    reason += reason.ends_with('.') || whereabouts.empty() ? "" : ".";
+    const std::string blank = whereabouts.empty() ? "" : " ";
+    const bool printed = end.fate == JobEnd::Fate::printed;
+    session_.platform.dialogs.diagnostic(job + (printed ? " " : ", ") + reason + blank + whereabouts);
+    if (!printed) {
+        // A notification may be cut off: what can be read later, beside the job, comes last.
+        session_.platform.dialogs.notify(job + (whereabouts.empty() ? ", " : ". ") + whereabouts + blank + reason);
     }
 }
 

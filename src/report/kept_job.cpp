@@ -7,6 +7,7 @@
 #include "runtime/datetime.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace report {
 
@@ -125,7 +126,7 @@ std::string KeptJob::description(const std::string& headline, const JobEnd& end,
     const std::string folder = system.currentDirectory();
     std::string text = headline + "\r\n\r\n";
     text += field("Zeit", runtime::dateTimeText(system.localTime(), session_.locale()));
-    text += field("Druckdatei", order_.sDateiname);
+    text += field("Druckdatei", runtime::shown(order_.sDateiname));
     text += field("Ordner", folder);
     text += field("Drucker", end.printer.empty() ? order_.sDruckerTreiber : end.printer);
     text += field("Grund", end.reason);

@@ -4,7 +4,9 @@ Besides the environment of support.py: KRVWINPR_WINDOWS names the Windows progra
 KRVWINPR_PREFIX the Wine prefix."""
 
 import os
+import pathlib
 import re
+import shutil
 import subprocess
 import tempfile
 import unittest
@@ -58,6 +60,13 @@ class WindowsTest(JobTest):
         self.native, self.job = Job(self), Job(self)
         self.job.encoding = "cp1252"
         self.wine("reg", "delete", PRODUCT_KEY, "/f", check=False)  # where it is
+        for folder in self.kept():
+            shutil.rmtree(folder)
+
+    @staticmethod
+    def kept():
+        """The folder of kept jobs, where there is one."""
+        return list(pathlib.Path(PREFIX).glob("drive_c/users/*/AppData/Local/KRVWinPr/Nicht gedruckt"))
 
     def write(self, name, data):
         for job in (self.native, self.job):
@@ -65,9 +74,13 @@ class WindowsTest(JobTest):
 
     def run_windows(self, *arguments):
         """The texts of the message boxes of a run."""
-        before = self.boxes.seek(0, os.SEEK_END)
+        self.before = self.boxes.seek(0, os.SEEK_END)
         self.errors = self.wine(PROGRAM, *arguments)
-        self.boxes.seek(before)
+        return [line for line in self.shown() if not line.startswith("[")]
+
+    def shown(self):
+        """What was shown since the last run began: boxes, and messages in the notification area in brackets."""
+        self.boxes.seek(self.before)
         return self.boxes.read().splitlines()
 
     def printed(self, *arguments, queue=QUEUE):
@@ -168,6 +181,19 @@ class Program(WindowsTest):
         self.job.write("A.OUT", "eins\f^TR3zwei\f")
         self.assertEqual([[word.text for word in page] for page in words_of(self.printed_pdf("A.OUT"))], [["eins"]])
         self.assertRegex(self.errors, r"Fehler 380: .*„Schacht3“ .* ist „99“; .*„Laser“: .*257 \(Fach 1\), 258 \(")
+        # The job is kept, and the way to print it works.
+        place = r"\KRVWinPr\Nicht gedruckt"
+        self.cups.wait_until(lambda: any(line.startswith("[") for line in self.shown()), "the notification")
+        self.assertRegex("\n".join(self.shown()), rf"nur bis Seite 1 gedruckt.*„A \(1\).OUT“ .*{re.escape(place)}")
+        folder, = self.kept()
+        self.assertEqual((folder / "A (1).OUT").read_bytes(), b"eins\f^TR3zwei\f")
+        command, = [line for line in (folder / "A (1).OUT.txt").read_text("utf-8-sig").splitlines() if "cd /d" in line]
+        self.wine("reg", "add", KEY, "/v", "Schacht3", "/d", "258", "/f")
+        (self.job.folder / "NOCHMAL.BAT").write_bytes(command.encode("cp850"))
+        before = len(self.cups.jobs(QUEUE))
+        self.wine("cmd", "/c", "NOCHMAL.BAT")
+        again = self.cups.wait_for_jobs(QUEUE, before + 1)[before]
+        self.assertEqual((again.title, len(self.cups.jobs(QUEUE))), ("A (1).OUT", before + 1))
 
     def test_an_unknown_printer_means_the_default_one_and_wait_writes_the_file_when_the_queue_is_empty(self):
         self.job.write("A.OUT", "x")
