@@ -19,6 +19,16 @@ constexpr const char* folderName = "Nicht gedruckt";
 constexpr const char* textEnding = ".txt";
 constexpr std::size_t longestName = 200;  // bytes, so that number and endings find room
 
+// The print file's own name, without what no name should have.
+std::string cleanName(const std::string& path) {
+    std::string name = runtime::mended(runtime::fileNameOf(path));
+    constexpr unsigned char firstPrintable = 0x20;
+    constexpr unsigned char deleteCharacter = 0x7F;
+    std::replace_if(
+        name.begin(), name.end(), [](unsigned char c) { return c < firstPrintable || c == deleteCharacter; }, '_');
+    return name;
+}
+
 // "RECHNUNG (2).OUT"
 std::string numberedName(const std::string& fileName, int number) {
     const std::size_t dot = fileName.rfind('.');
@@ -97,7 +107,7 @@ std::string KeptJob::whereabouts() const {
 
 void KeptJob::create(const std::string& folder, std::string_view printText) {
     constexpr int mostNumbers = 100000;
-    const std::string fileName(runtime::fileNameOf(order_.sDateiname));
+    const std::string fileName = cleanName(order_.sDateiname);
     for (int number = 1; number <= mostNumbers; ++number) {
         const std::string name = numberedName(fileName, number);
         try {

@@ -172,7 +172,7 @@ class Job:
         self.check(run)
         after = self.contents()
         for name in before.keys() | after.keys():
-            if name != "KRVWINPR.OK" and not name.endswith(".LOG"):
+            if name.upper() != "KRVWINPR.OK" and not name.endswith(".LOG"):
                 made = name not in before and name.endswith(".pdf") and not name.startswith(".")
                 self.test.assertTrue(made or before.get(name, 0) == after.get(name, 0), f"{name}: {run.errors}")
         return run

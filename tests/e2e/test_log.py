@@ -172,7 +172,7 @@ class DebugLog(JobTest):
         for text in (r"sDateiname='A\x0A> \xFC.OUT', sGrafikname='b\x1B[2J.bmp'", r">   A\x0A> \xFC.OUT gelesen",
                      r"Grafik 1,2,g\x81\x1B.bmp", r"Dateiname: g\x81\x1B.bmp"):
             self.assertIn(text, log)
-        for text in (r"'A\x0A> \xFC.OUT' abgebrochen, Fehler 53: Datei nicht gefunden: b\x1B[2J.bmp",
+        for text in (r"'A\x0A> \xFC.OUT' nicht gedruckt, Fehler 53: Datei nicht gefunden: b\x1B[2J.bmp",
                      r"Grafikdatei b\x1B[2J.bmp auf.", r"Bilddatei g\x81\x1B.bmp nicht gefunden"):
             self.assertIn(text, errors)
 

@@ -35,6 +35,9 @@ constexpr std::string_view explanation =
 #   ColorMode=0, 1 oder 2      0 = wie der Treiber, 1 = schwarzweiß, 2 = farbig
 #   IgnorePaperSize=1          Papiergröße des Druckers nicht umstellen (0 = umstellen)
 #
+# Unter [HKCU\Software\Velmora\KRVWinPr\3.0]:
+#   Wartezeit=60               so viele Sekunden wird auf einen Druckdienst gewartet, der nicht antwortet (0 bis 3600)
+#
 # Laufwerke in den Pfaden von Korvano (Druckdateien, Bilder, Hintergründe), unter
 # [HKCU\Software\Velmora\KRVWinPr\3.0\Laufwerke]:
 #   C=/home/korvano/dos        C:\BILDER\LOGO.BMP ist /home/korvano/dos/BILDER/LOGO.BMP; ohne Eintrag /BILDER/LOGO.BMP
