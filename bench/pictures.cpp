@@ -19,6 +19,8 @@
 #include <string_view>
 #include <vector>
 
+#include "pictures/bmp_file.h"
+#include "pictures/pcx_file.h"
 #include "pictures/picture_file.h"
 #include "runtime/error.h"
 
@@ -26,10 +28,9 @@ namespace {
 
 class NoOthers : public platform::ImageFiles {
 public:
+    platform::PictureInfo inspect(std::string_view) override { throw runtime::Error(runtime::errInvalidPicture); }
     platform::Picture decode(std::string_view) override { throw runtime::Error(runtime::errInvalidPicture); }
-    std::string encode(const platform::Picture&, std::string_view) override {
-        throw runtime::Error(runtime::errInvalidPicture);
-    }
+    std::string inverted(std::string_view) override { throw runtime::Error(runtime::errInvalidPicture); }
 };
 
 // A file in memory.
@@ -140,15 +141,18 @@ int run(const std::vector<std::string>& arguments) {
     NoOthers others;
     const MappedFile file(arguments[1].c_str());
     const std::string_view original = file.content();
+    if (arguments[0] == "invert") {
+        std::ofstream(arguments.at(2), std::ios::binary) << pictures::invertedFile(original, others);
+        return 0;
+    }
     platform::Picture picture = pictures::decodePicture(original, others);
     if (arguments[0] == "pnm") {
         writePnm(picture);
         return 0;
     }
-    if (arguments[0] == "invert") {
-        pictures::invert(picture);
-    }
-    std::ofstream(arguments.at(2), std::ios::binary) << pictures::encodePicture(picture, original, others);
+    std::ofstream(arguments.at(2), std::ios::binary)
+        << (pictures::isBmp(original) ? pictures::encodeBmp(picture, original)
+                                      : pictures::encodePcx(picture, original));
     return 0;
 }
 

@@ -46,7 +46,8 @@ void PrintGraphic(session::Session& session, const std::string& sDateiname, cons
     const auto printer = printer::choosePrinter(session, printer::installedPrinter(spooler, sDruckerTreiber),
                                                 std::string(runtime::fileNameOf(sDateiname)));
     const PixelSize page = pageSize(*printer);
-    const auto picture = PictureCache(session.platform.system, session.platform.imageFiles).load(sDateiname);
+    PictureCache pictures(session.platform.system, session.platform.imageFiles);
+    const auto picture = pictures.load(sDateiname)->picture();
     const PixelSize size = fit({picture->width, picture->height}, page);
     printer->Print(" ");
     printer->Canvas().drawPicture(picture, 0, 0, size.width, size.height);

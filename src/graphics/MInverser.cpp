@@ -1,6 +1,6 @@
 #include "graphics/MInverser.h"
 
-#include "graphics/picture_cache.h"
+#include "graphics/picture_reading.h"
 #include "pictures/picture_file.h"
 
 namespace graphics::MInverser {
@@ -8,10 +8,9 @@ namespace graphics::MInverser {
 void InvertGraphic(session::Session& session, const std::string& sDateiname) {
     platform::System& system = session.platform.system;
     platform::ImageFiles& others = session.platform.imageFiles;
-    const std::string original = system.readFile(sDateiname);
-    platform::Picture picture = decodeFile(sDateiname, original, others);
-    pictures::invert(picture);
-    system.rewriteFile(sDateiname, pictures::encodePicture(picture, original, others));
+    const std::string original = readPictureFile(system, sDateiname);
+    const std::string inverted = naming(sDateiname, [&] { return pictures::invertedFile(original, others); });
+    system.rewriteFile(sDateiname, inverted);
 }
 
 }  // namespace graphics::MInverser

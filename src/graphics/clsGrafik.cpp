@@ -46,6 +46,8 @@ void orPrintingError(Step step) {
 
 std::string clsGrafik::Masseinheit() const { return runtime::upperCase(masseinheit_); }
 
+std::shared_ptr<const platform::Picture> clsGrafik::Bild() const { return bild_ ? bild_->picture() : nullptr; }
+
 std::string clsGrafik::macroFolder() const {
     return runtime::AddBackslash(session_->platform.system.currentDirectory()) + "LASER\\";
 }
@@ -75,16 +77,17 @@ void clsGrafik::load() {
     log.line(">         Dateiname: ", runtime::shown(bildname_));
     const bool inverted = wantsInversion();
     const auto picture = pictures_->load(bildname_, inverted ? Colors::inverted : Colors::asInFile);
+    const platform::PictureInfo& info = picture->info();
     const runtime::Locale& locale = session_->locale();
-    log.line(">         Auflösung (X, Y, Depth): ", resolutionText(picture->dpiX, locale), ", ",
-             resolutionText(picture->dpiY, locale), ", ", std::to_string(picture->bitsPerPixel));
+    log.line(">         Auflösung (X, Y, Depth): ", resolutionText(info.dpiX, locale), ", ",
+             resolutionText(info.dpiY, locale), ", ", std::to_string(info.bitsPerPixel));
     if (inverted) {
         log.line(">         Bild invertieren");
     }
     log.line(">         Bild laden");
     bild_ = picture;
-    width_ = naturalSize(picture->width, system.screenDpiX());
-    height_ = naturalSize(picture->height, system.screenDpiY());
+    width_ = naturalSize(info.width, system.screenDpiX());
+    height_ = naturalSize(info.height, system.screenDpiY());
 }
 
 bool clsGrafik::wantsInversion() const {
@@ -154,7 +157,7 @@ clsGrafik::Area clsGrafik::areaAt(const GraphicTarget& ziel, float x, float y) c
 }
 
 void clsGrafik::paint(const GraphicTarget& ziel, const Area& area, std::string& message) const {
-    ziel.printer.PaintPicture(bild_, area.left, area.top, area.width, area.height);
+    ziel.printer.PaintPicture(Bild(), area.left, area.top, area.width, area.height);
     const auto text = [this](float value) { return runtime::singleText(value, session_->locale()); };
     message += std::string(" ") + (Masseinheit() == centimetres ? "cm" : "Inch") +
                (absolutPos_ ? " absolut" : " relativ") + ", (x;y; width;height Twips): " + text(area.left) + ";" +

@@ -62,8 +62,8 @@ public:
     const std::string& Bildname() const { return bildname_; }
     void Bildname(std::string path) { bildname_ = std::move(path); }
 
-    // Null where there is none.
-    const std::shared_ptr<const platform::Picture>& Bild() const { return bild_; }
+    // Null where there is none. It is decoded when it is first asked for; throws what CheckedPicture::picture() throws.
+    std::shared_ptr<const platform::Picture> Bild() const;
 
     // Natural size in hundredths of a millimetre: a pixel of the picture is one of the screen.
     float Width() const { return width_; }
@@ -106,7 +106,7 @@ private:
     float xPos_ = 0;
     std::uint8_t makro_ = 0;
     std::string bildname_;
-    std::shared_ptr<const platform::Picture> bild_;
+    std::shared_ptr<CheckedPicture> bild_;
     float width_ = 0;
     float height_ = 0;
 };

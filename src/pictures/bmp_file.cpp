@@ -120,7 +120,7 @@ void encodePalette(const platform::Picture& picture, BmpHeader& header, std::str
 
 void encodeRuns(const platform::Picture& picture, const BmpHeader& header, std::string& content) {
     platform::Picture before = makePicture(header.width, header.height, header.bitsPerPixel);
-    const std::size_t end = decodeBmpRuns(content, header, before);
+    const std::size_t end = decodeBmpRuns(content, header, &before);
     const std::size_t sizeBefore = content.size();
     const std::string runs = encodeBmpRuns(picture, header.topDown);
     content.replace(header.pixelsAt, end - header.pixelsAt, runs);
@@ -135,11 +135,18 @@ void encodeRuns(const platform::Picture& picture, const BmpHeader& header, std::
 
 bool isBmp(std::string_view content) { return content.starts_with("BM"); }
 
+platform::PictureInfo inspectBmp(std::string_view content) {
+    const BmpHeader header = readBmpHeader(content);
+    if (header.runLengths) {
+        decodeBmpRuns(content, header, nullptr);
+    }
+    return header.info();
+}
+
 platform::Picture decodeBmp(std::string_view content) {
     const BmpHeader header = readBmpHeader(content);
     platform::Picture picture = makePicture(header.width, header.height, header.pictureBits());
-    picture.dpiX = header.dpiX;
-    picture.dpiY = header.dpiY;
+    static_cast<platform::PictureInfo&>(picture) = header.info();
     if (header.bitsPerPixel > 8) {
         decodeColors(content, header, picture);
         return picture;
@@ -148,7 +155,7 @@ platform::Picture decodeBmp(std::string_view content) {
         picture.palette[number] = colorAt(content, header.paletteAt + number * header.colorSize);
     }
     if (header.runLengths) {
-        decodeBmpRuns(content, header, picture);
+        decodeBmpRuns(content, header, &picture);
     } else {
         decodeRows(content, header, picture);
     }

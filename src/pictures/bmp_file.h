@@ -11,6 +11,9 @@ namespace pictures {
 
 bool isBmp(std::string_view content);
 
+// Throws what decodeBmp() throws, without taking memory for the pixels.
+platform::PictureInfo inspectBmp(std::string_view content);
+
 // A number beyond the file's palette is black; pixels that run lengths leave out are number 0. The fourth byte of 32
 // bits counts only where a mask says that it is alpha; then the picture lies on white. errInvalidPicture for files that
 // are damaged or cut off: half a letterhead is worse than a message.

@@ -7,6 +7,8 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/picture.h"
+
 namespace pictures {
 
 // Where the fields stand that are written as well as read; all but the last from the beginning of the file.
@@ -50,6 +52,7 @@ struct BmpHeader {
     }
     // The depth of the picture in memory.
     int pictureBits() const { return bitsPerPixel <= 8 ? bitsPerPixel : 24; }
+    platform::PictureInfo info() const { return {width, height, pictureBits(), dpiX, dpiY}; }
 };
 
 // Reads and checks the header of a file that begins with "BM". What it returns is true of the file: the size is one

@@ -21,16 +21,17 @@ std::uint8_t swapNibbles(std::uint8_t byte) { return static_cast<std::uint8_t>(b
 // Where the next pixel goes.
 class Canvas {
 public:
-    Canvas(platform::Picture& picture, const BmpHeader& header)
-        : picture_(picture),
-          topDown_(header.topDown),
-          rowEnd_(static_cast<int>(header.rowSize()) * (8 / header.bitsPerPixel)) {}
+    // Without a picture nothing is drawn, only checked.
+    Canvas(platform::Picture* picture, const BmpHeader& header)
+        : picture_(picture), header_(header), rowEnd_(static_cast<int>(header.rowSize()) * (8 / header.bitsPerPixel)) {}
 
     // Pixels that all are the byte or, with 4 bits, are its halves in turn.
     void fill(int count, std::uint8_t byte) {
         std::uint8_t* row = take(count);
         const int seen = visible(count);
-        if (picture_.bitsPerPixel == 8) {
+        if (row == nullptr) {
+            // only checked
+        } else if (header_.bitsPerPixel == 8) {
             std::memset(row + x_, byte, static_cast<std::size_t>(seen));
         } else {
             fillNibbles(row, seen, byte);
@@ -41,7 +42,9 @@ public:
     void copy(int count, const std::uint8_t* bytes) {
         std::uint8_t* row = take(count);
         const int seen = visible(count);
-        if (picture_.bitsPerPixel == 8) {
+        if (row == nullptr) {
+            // only checked
+        } else if (header_.bitsPerPixel == 8) {
             std::memcpy(row + x_, bytes, static_cast<std::size_t>(seen));
         } else {
             for (int i = 0; i < seen; ++i) {
@@ -53,27 +56,27 @@ public:
 
     void nextRow() {
         x_ = 0;
-        y_ = std::min(y_ + 1, picture_.height);
+        y_ = std::min(y_ + 1, header_.height);
     }
 
     void moveBy(int right, int on) {
-        if (right > rowEnd_ - x_ || on > picture_.height - y_) {
+        if (right > rowEnd_ - x_ || on > header_.height - y_) {
             refusePicture("BMP", "ist beschädigt: Sie springt aus dem Bild hinaus");
         }
         x_ += right;
         y_ += on;
     }
 
-    bool full() const { return y_ >= picture_.height || (y_ == picture_.height - 1 && x_ >= picture_.width); }
+    bool full() const { return y_ >= header_.height || (y_ == header_.height - 1 && x_ >= header_.width); }
 
 private:
-    int visible(int count) const { return std::clamp(picture_.width - x_, 0, count); }
+    int visible(int count) const { return std::clamp(header_.width - x_, 0, count); }
 
     std::uint8_t* take(int count) {
-        if (y_ >= picture_.height || count > rowEnd_ - x_) {
+        if (y_ >= header_.height || count > rowEnd_ - x_) {
             refusePicture("BMP", "ist beschädigt: Eine Folge von Bildpunkten ragt über das Bild hinaus");
         }
-        return rowOf(picture_, topDown_ ? y_ : picture_.height - 1 - y_);
+        return picture_ == nullptr ? nullptr : rowOf(*picture_, header_.topDown ? y_ : header_.height - 1 - y_);
     }
 
     static void put(std::uint8_t* row, int x, int value) {
@@ -95,8 +98,8 @@ private:
         }
     }
 
-    platform::Picture& picture_;
-    bool topDown_;
+    platform::Picture* picture_;
+    const BmpHeader& header_;
     int rowEnd_;
     int x_ = 0;
     int y_ = 0;
@@ -175,7 +178,7 @@ void unpackRow(const platform::Picture& picture, int y, std::vector<std::uint8_t
 
 }  // namespace
 
-std::size_t decodeBmpRuns(std::string_view content, const BmpHeader& header, platform::Picture& picture) {
+std::size_t decodeBmpRuns(std::string_view content, const BmpHeader& header, platform::Picture* picture) {
     Canvas canvas(picture, header);
     const std::size_t end = content.size();
     std::size_t at = header.pixelsAt;

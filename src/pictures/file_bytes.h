@@ -18,6 +18,7 @@ public:
         : content_(content), kind_(kind), order_(order) {}
 
     std::size_t size() const { return content_.size(); }
+    bool mostFirst() const { return order_ == ByteOrder::mostFirst; }
 
     void require(std::uint64_t position, std::uint64_t count) const {
         if (position > content_.size() || count > content_.size() - position) {

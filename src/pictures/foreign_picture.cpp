@@ -34,7 +34,10 @@ ForeignPicture inspect(std::string_view content) {
 }  // namespace
 
 ForeignPicture inspectForeignPicture(std::string_view content) {
-    const ForeignPicture file = inspect(content);
+    ForeignPicture file = inspect(content);
+    if (file.stored.width == 0) {
+        file.stored = {0, 0, file.width, file.height, file.bitsPerPixel};
+    }
     checkPictureSize(file.width, file.height, file.bitsPerPixel);
     return file;
 }

@@ -5,12 +5,28 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "platform/picture.h"
 
 namespace pictures {
 
 enum class ForeignKind { png, jpeg, gif, tiff };
+
+struct ByteRange {
+    std::size_t start = 0;
+    std::size_t length = 0;
+};
+
+// What a decoder gives. completed() makes the Picture of it: GIF, where it is a part of the screen; TIFF, where it has
+// to be turned.
+struct StoredPixels {
+    std::int64_t left = 0;
+    std::int64_t top = 0;
+    std::int64_t width = 0;
+    std::int64_t height = 0;
+    int bitsPerPixel = 0;
+};
 
 // What the file says about its first picture.
 struct ForeignPicture {
@@ -21,13 +37,26 @@ struct ForeignPicture {
     int bitsPerPixel = 0;
     bool palette = false;       // up to 8 bits: pixels are numbers in the file's palette, otherwise shades of grey
     bool transparency = false;  // there are pixels whose colour has to be laid on white
-    bool inks = false;          // JPEG: of four inks
+    bool inks = false;          // JPEG, TIFF: of four inks
     double dpiX = 0;            // as Picture has them
     double dpiY = 0;
+    int bitsPerSample = 0;  // TIFF: as in the file; and how many samples a pixel has
+    int samples = 0;
+    StoredPixels stored = {};
+    int orientation = 1;            // TIFF: the tag of that name, from 1 to 8
     std::uint32_t compression = 0;  // TIFF: the tag of that name
     // GIF: how many bytes end with the first picture, and the colour that is transparent; -1 for none.
     std::size_t end = 0;
     int transparentColor = -1;
+    // Where the file can be inverted without its pixels: bytes that are colours, each to be complemented; TIFF: the
+    // byte whose last bit says whether shades of grey begin with white or with black.
+    std::vector<ByteRange> colorTables = {};
+    std::size_t greyDirectionAt = 0;
+    bool furtherPictures = false;  // TIFF
+
+    platform::PictureInfo info() const {
+        return {static_cast<int>(width), static_cast<int>(height), bitsPerPixel, dpiX, dpiY};
+    }
 };
 
 // Goes through the structure of the whole file, without decoding. Throws errInvalidPicture for content that is of none

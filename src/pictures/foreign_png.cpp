@@ -85,6 +85,8 @@ ForeignPicture inspectPng(std::string_view content) {
             readHeader(bytes, data, file);
         } else if (type == "pHYs" && length == 9) {
             readResolution(bytes, data, file);
+        } else if (type == "PLTE" && file.palette) {
+            file.colorTables = {{static_cast<std::size_t>(data), length}};
         } else if (type == "tRNS" && !hasData) {
             readTransparency(file);
         }

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 
 #include "pictures/file_bytes.h"
 #include "pictures/foreign_kinds.h"
@@ -18,6 +19,7 @@ enum Tag : std::uint32_t {
     compression = 259,
     photometricInterpretation = 262,
     stripOffsets = 273,
+    orientation = 274,
     samplesPerPixel = 277,
     stripByteCounts = 279,
     xResolution = 282,
@@ -27,10 +29,11 @@ enum Tag : std::uint32_t {
     tileLength = 323,
     tileOffsets = 324,
     tileByteCounts = 325,
+    colorMap = 320,
     extraSamples = 338,
     firstPrivate = 32768,
 };
-enum Photometric : std::uint32_t { whiteIsZero = 0, blackIsZero = 1, paletteColor = 3 };
+enum Photometric : std::uint32_t { whiteIsZero = 0, blackIsZero = 1, paletteColor = 3, separated = 5 };
 enum Type : std::uint32_t { byteType = 1, shortType = 3, longType = 4, rationalType = 5 };
 
 // Bytes of a value of each type.
@@ -90,6 +93,12 @@ public:
         return divisor != 0 ? static_cast<double>(bytes_.number32(entry.values)) / divisor : 0;
     }
 
+    bool isLast() const { return bytes_.number32(start_ + 2 + std::uint64_t{count_} * entrySize) == 0; }
+    // Where the less significant byte of a value of sixteen bits is.
+    std::size_t lowByteAt(const Entry& entry, std::uint32_t index) const {
+        return static_cast<std::size_t>(entry.values) + std::size_t{2} * index + (bytes_.mostFirst() ? 1 : 0);
+    }
+
 private:
     static constexpr std::uint64_t entrySize = 12;
 
@@ -131,9 +140,51 @@ void readDepth(const Directory& directory, ForeignPicture& file) {
     const bool grey = single && (photometric == whiteIsZero || photometric == blackIsZero);
     file.palette = samples == 1 && photometric == paletteColor && bits <= 8;
     file.transparency = extra > 0;
+    file.bitsPerSample = static_cast<int>(bits);
+    file.samples = static_cast<int>(samples);
     file.bitsPerPixel = 24;
     if (grey || file.palette) {
         file.bitsPerPixel = bits > 8 || file.transparency ? 8 : static_cast<int>(bits);
+    }
+}
+
+// A number that is none of the eight means nothing.
+void readOrientation(const Directory& directory, ForeignPicture& file) {
+    constexpr std::uint32_t upright = 1;
+    constexpr std::uint32_t last = 8;
+    constexpr std::uint32_t firstOnItsSide = 5;
+    const std::uint32_t value = directory.value(orientation, upright);
+    file.stored = {0, 0, file.width, file.height, file.bitsPerPixel};
+    file.orientation = static_cast<int>(value >= upright && value <= last ? value : upright);
+    if (value >= firstOnItsSide && value <= last) {
+        std::swap(file.width, file.height);
+        std::swap(file.dpiX, file.dpiY);
+    }
+}
+
+// Some programs state the colours in eight bits, not in sixteen.
+void readColorMap(const Directory& directory, ForeignPicture& file) {
+    const Entry map = directory.find(colorMap);
+    bool wide = false;
+    for (std::uint32_t i = 0; i < map.count && map.type == shortType; ++i) {
+        wide = wide || directory.value(map, i) > 255;
+        file.colorTables.push_back({directory.lowByteAt(map, i), 1});
+    }
+    if (wide) {
+        file.colorTables = {{static_cast<std::size_t>(map.values), std::size_t{2} * map.count}};
+    }
+}
+
+// What inverting the file has to know.
+void readColors(const Directory& directory, ForeignPicture& file) {
+    const Entry photometric = directory.find(photometricInterpretation);
+    const std::uint32_t kind = directory.value(photometricInterpretation, whiteIsZero);
+    file.furtherPictures = !directory.isLast();
+    file.inks = kind == separated;
+    if (file.palette) {
+        readColorMap(directory, file);
+    } else if (photometric.type == shortType && kind <= blackIsZero && directory.value(samplesPerPixel, 1) == 1) {
+        file.greyDirectionAt = directory.lowByteAt(photometric, 0);
     }
 }
 
@@ -159,6 +210,8 @@ ForeignPicture inspectTiff(std::string_view content) {
     file.compression = directory.value(compression, 1);
     readDepth(directory, file);
     readResolution(directory, file);
+    readOrientation(directory, file);
+    readColors(directory, file);
     if (const int bits = file.bitsPerPixel; bits != 1 && bits != 2 && bits != 4 && bits != 8 && bits != 24) {
         refuseForeign(file.kind, "hat " + std::to_string(bits) + " Bits je Bildpunkt");
     }

@@ -64,12 +64,23 @@ void repeatUpTo(std::vector<platform::Color>& palette, std::size_t count) {
 
 }  // namespace
 
+platform::PictureInfo inspectPcx(std::string_view content) {
+    const PcxHeader header = readPcxHeader(content);
+    Lines lines(content, header);
+    for (int row = 0; row < header.height; ++row) {
+        lines.next();
+    }
+    if (!header.isColors()) {
+        readPcxPalette(content, header, lines.end());
+    }
+    return header.info();
+}
+
 platform::Picture decodePcx(std::string_view content) {
     const PcxHeader header = readPcxHeader(content);
     const bool alpha = findAlpha(content, header);
     platform::Picture picture = makePicture(header.width, header.height, header.pictureBits());
-    picture.dpiX = header.dpiX;
-    picture.dpiY = header.dpiY;
+    static_cast<platform::PictureInfo&>(picture) = header.info();
     const PcxPlanes planes(header);
     Lines lines(content, header);
     for (int row = 0; row < header.height; ++row) {

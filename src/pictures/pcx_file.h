@@ -9,6 +9,9 @@
 
 namespace pictures {
 
+// Throws what decodePcx() throws, without taking memory for the pixels.
+platform::PictureInfo inspectPcx(std::string_view content);
+
 // Alpha lies on white; alpha that is 0 everywhere was forgotten and does not count. errInvalidPicture for files that
 // are damaged or cut off.
 platform::Picture decodePcx(std::string_view content);

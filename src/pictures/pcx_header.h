@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <string_view>
 
+#include "platform/picture.h"
+
 namespace pictures {
 
 inline constexpr std::size_t pcxHeaderSize = 128;
@@ -34,6 +36,7 @@ struct PcxHeader {
     std::size_t usedBytes() const;
     // The depth of the picture in memory: that of the numbers, or the next one that there is.
     int pictureBits() const;
+    platform::PictureInfo info() const { return {width, height, pictureBits(), dpiX, dpiY}; }
 };
 
 bool isPcx(std::string_view content);

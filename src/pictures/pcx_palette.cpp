@@ -102,16 +102,16 @@ Palette headerPalette(std::string_view content, const PcxHeader& header, int ver
     return hasTable ? colorsAt(content, pcxPaletteAt, numbers(header)) : standardPalette(header);
 }
 
-// Where the 256 colours begin; 0 where there are none.
+// Where the 256 colours begin; 0 where there are none. With the mark, but not all of them, the file is cut off.
 std::size_t largePaletteAt(std::string_view content, std::size_t pixelsEnd) {
-    if (content.size() <= largePaletteSize) {
-        return 0;
-    }
-    const std::size_t last = content.size() - largePaletteSize - 1;
+    const std::size_t last = content.size() - std::min(content.size(), largePaletteSize + 1);
     for (const std::size_t mark : {pixelsEnd, last}) {
-        if (mark >= pixelsEnd && mark <= last && content[mark] == largePaletteMark) {
+        if (mark >= pixelsEnd && content.size() - mark > largePaletteSize && content[mark] == largePaletteMark) {
             return mark + 1;
         }
+    }
+    if (content.find(largePaletteMark, std::max(pixelsEnd, last)) != std::string_view::npos) {
+        refusePicture("PCX", "ist unvollständig: Ihre Farbtabelle ist abgeschnitten");
     }
     return 0;
 }

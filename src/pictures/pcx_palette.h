@@ -19,7 +19,8 @@ namespace pictures {
 // zero. With one bit, 0 is black and 1 is white, as the format has it; where the header has two different colours those
 // count, unless its table is the standard one, which programs leave there without meaning it.
 //
-// 256 colours stand behind a byte 12, right behind the pixels or at the end of the file. Without them numbers are grey.
+// 256 colours stand behind a byte 12, right behind the pixels or at the end of the file. Without them numbers are grey;
+// where fewer stand behind a byte 12, the file is cut off: errInvalidPicture.
 std::vector<platform::Color> readPcxPalette(std::string_view content, const PcxHeader& header, std::size_t pixelsEnd);
 
 // Makes the palette the one of the file. It changes nothing where it is that already, and the version to 5 only where

@@ -57,14 +57,21 @@ void replaceNumbers(platform::Picture& picture, const Numbers& numbers) {
 
 }  // namespace
 
+platform::PictureInfo inspectPicture(std::string_view content, platform::ImageFiles& others) {
+    return isBmp(content) ? inspectBmp(content) : isPcx(content) ? inspectPcx(content) : others.inspect(content);
+}
+
 platform::Picture decodePicture(std::string_view content, platform::ImageFiles& others) {
     return isBmp(content) ? decodeBmp(content) : isPcx(content) ? decodePcx(content) : others.decode(content);
 }
 
-std::string encodePicture(const platform::Picture& picture, std::string_view original, platform::ImageFiles& others) {
-    return isBmp(original)   ? encodeBmp(picture, original)
-           : isPcx(original) ? encodePcx(picture, original)
-                             : others.encode(picture, original);
+std::string invertedFile(std::string_view content, platform::ImageFiles& others) {
+    if (!isBmp(content) && !isPcx(content)) {
+        return others.inverted(content);
+    }
+    platform::Picture picture = decodePicture(content, others);
+    invert(picture);
+    return isBmp(content) ? encodeBmp(picture, content) : encodePcx(picture, content);
 }
 
 void invert(platform::Picture& picture) {

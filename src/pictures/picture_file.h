@@ -10,15 +10,20 @@
 
 namespace pictures {
 
+// What decodePicture() will give, told from the structure of the whole file; its pixels take no memory. Throws what
+// that throws, but for damage that only decoding meets.
+platform::PictureInfo inspectPicture(std::string_view content, platform::ImageFiles& others);
+
 // The first picture in the content of a file, whatever the file's name says. errInvalidPicture, as platform::ImageFiles
 // has it.
 platform::Picture decodePicture(std::string_view content, platform::ImageFiles& others);
 
-// A file of the same kind, depth, resolution and compression as the original, the picture's pixels in place of its own.
-std::string encodePicture(const platform::Picture& picture, std::string_view original, platform::ImageFiles& others);
-
 // Turns every colour into its opposite, twice into the first again. Where the palette holds the opposite of each of its
 // colours the pixels change, otherwise the palette does.
 void invert(platform::Picture& picture);
+
+// The file with each colour turned into its opposite, everything else as it is. errInvalidPicture, as
+// platform::ImageFiles has it.
+std::string invertedFile(std::string_view content, platform::ImageFiles& others);
 
 }  // namespace pictures

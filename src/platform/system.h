@@ -33,6 +33,9 @@ public:
     // errDeviceIo, errOutOfMemory.
     virtual std::string readFile(const std::string& path) = 0;
 
+    // Size of a file in bytes; 0 where there is none or it is unknown, and readFile() says why. Never throws.
+    virtual std::uint64_t fileSize(const std::string& path) = 0;
+
     // Creates or replaces the file of that name, whatever the case of its letters, in one step: it appears with its
     // whole content or not at all. Only where its folder allows that to nobody is a file that may be written itself
     // written over.

@@ -16,7 +16,7 @@ void Background::draw(printer::Printer& printer) {
     if (!picture_) {
         picture_ = pictures_.load(sGrafikname_);
     }
-    printer.PaintPicture(picture_, 0, 0, printer.ScaleWidth(), printer.ScaleHeight());
+    printer.PaintPicture(picture_->picture(), 0, 0, printer.ScaleWidth(), printer.ScaleHeight());
 }
 
 }  // namespace report

@@ -19,14 +19,14 @@ public:
     bool wanted() const;
 
     // Draws the picture over the whole printable area. It is loaded once, but its file must be there for every page:
-    // errFileNotFound. Otherwise throws what PictureCache::load() throws.
+    // errFileNotFound. Otherwise throws what the picture throws.
     void draw(printer::Printer& printer);
 
 private:
     session::Session& session_;
     graphics::PictureCache& pictures_;
     std::string sGrafikname_;
-    std::shared_ptr<const platform::Picture> picture_;
+    std::shared_ptr<graphics::CheckedPicture> picture_;
 };
 
 }  // namespace report

@@ -103,8 +103,10 @@ HplaserIni::HplaserIni(session::Session& session, graphics::PictureCache& pictur
       profile_(session.platform.system.openProfile(runtime::AddBackslash(session.platform.system.currentDirectory()) +
                                                    fileName)) {
     if (const std::string failure = profile_->failure(); !failure.empty()) {
-        session_.tellOnce("HPLASER.INI ist nicht lesbar: " + failure +
-                          ". Gedruckt wird ohne die Grafiken und Einstellungen darin.");
+        const std::string text =
+            "HPLASER.INI ist nicht lesbar: " + failure + ". Gedruckt wird ohne die Grafiken und Einstellungen darin.";
+        session_.tellOnce(text);
+        session_.platform.dialogs.notify(text);
     }
 }
 

@@ -1,5 +1,6 @@
 """Pictures on the pages of the real program, and the commands for a single one."""
 
+import os
 import unittest
 
 from page_picture import BLUE, GREEN, RED, YELLOW, PagePicture, bmp
@@ -62,6 +63,11 @@ class Pages(JobTest):
             run = self.job.run("A.OUT", "KEINEGRAFIK", PRINTER, "/DEBUG", prefix=WITHOUT_PRIVILEGES)
             self.assertRegex(run.errors, f"(?s){reason}")
             self.assertEqual((self.job.pdfs(), self.job.read("KRVWINPR.OK")), (["A.pdf"], OK_TEXT))
+        picture = self.job.write("LASER/KRVWin.M1", bmp(96, 48, RED))
+        os.truncate(picture, 3 << 30)
+        little = ["prlimit", f"--as={1 << 30}"]
+        self.assertIn("ist 3072 MiB groß", self.job.run("A.OUT", "KEINEGRAFIK", PRINTER, prefix=little).errors)
+        self.assertIn("ist 3072 MiB groß", self.job.start("/INVERT", "LASER/KRVWin.M1", prefix=little).finish(60).errors)
 
 
 class SinglePicture(JobTest):
@@ -89,8 +95,9 @@ class SinglePicture(JobTest):
         picture = bmp(200, 200, RED)
         for content, number, room in ((picture, 61, 160), (b"kein Bild", 481, 1000)):
             path = self.job.write("GRAFIK.BMP", content)
-            self.assertIn(f"Laufzeitfehler '{number}'",
-                          self.invert("GRAFIK.BMP", prefix=on_disk(self.job.folder, f"size={room}k")))
+            errors = self.invert("GRAFIK.BMP", prefix=on_disk(self.job.folder, f"size={room}k"))
+            self.assertIn(f"Laufzeitfehler '{number}'", errors)
+            self.assertNotIn("drucken", errors)
             self.assertEqual((path.read_bytes(), self.job.names()), (content, ["GRAFIK.BMP"]))
 
     def test_a_single_picture_fills_the_page_as_far_as_its_shape_allows(self):

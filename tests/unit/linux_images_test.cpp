@@ -8,6 +8,7 @@ namespace support {
 
 std::unique_ptr<platform::ImageFiles> makeImageFiles() { return std::make_unique<platform_linux::LinuxImageFiles>(); }
 bool canDecode(std::string_view) { return true; }
+bool canInvert(std::string_view name) { return !name.starts_with("inks"); }
 bool canKeepAll() { return true; }
 
 }  // namespace support

@@ -1,6 +1,9 @@
 // BMP and PCX files. In every variant that other programs write they are tested in tests/e2e/test_picture_files.py.
 #include <array>
+#include <tuple>
 
+#include "pictures/bmp_file.h"
+#include "pictures/pcx_file.h"
 #include "pictures/picture_size.h"
 #include "unit/support/adapter_test.h"
 #include "unit/support/pixels.h"
@@ -11,17 +14,22 @@ using support::faultOf;
 
 class NoOthers : public platform::ImageFiles {
 public:
+    platform::PictureInfo inspect(std::string_view content) override { return decode(content); }
     platform::Picture decode(std::string_view) override { throw runtime::Error(runtime::errInvalidPicture, "andere"); }
-    std::string encode(const platform::Picture&, std::string_view) override { return "andere"; }
+    std::string inverted(std::string_view) override { return "andere"; }
 } others;
 
 platform::Picture decode(std::string_view content) { return pictures::decodePicture(content, others); }
 
 std::string encode(const platform::Picture& picture, std::string_view original) {
-    return pictures::encodePicture(picture, original, others);
+    return pictures::isBmp(original) ? pictures::encodeBmp(picture, original) : pictures::encodePcx(picture, original);
 }
 
-std::string inverted(std::string_view content) { return support::inverted({decode, encode}, content); }
+std::string inverted(std::string_view content) { return pictures::invertedFile(content, others); }
+
+std::tuple<int, int, int, double, double> infoOf(const platform::PictureInfo& info) {
+    return {info.width, info.height, info.bitsPerPixel, info.dpiX, info.dpiY};
+}
 
 // The pixels of each row, "/" between rows: a letter for black (k), white, red, green, blue, cyan, magenta and yellow,
 // the number in hexadecimal digits for other colours.
@@ -189,6 +197,7 @@ TEST(PictureFiles, OfEveryVariantAreReadAndWrittenAsTheyWere) {
          }) {
         SCOPED_TRACE(name);
         EXPECT_EQ(lettersOf(decode(file)), colors);
+        EXPECT_EQ(infoOf(pictures::inspectPicture(file, others)), infoOf(decode(file)));
         EXPECT_EQ(faultOf({decode, encode}, file), "");
         const std::string again = encode(decode(file), file);
         if (again.starts_with("BM")) {
@@ -199,11 +208,10 @@ TEST(PictureFiles, OfEveryVariantAreReadAndWrittenAsTheyWere) {
         }
         // Refused, or the same where only what no pixel needs is missing.
         for (std::size_t length = 0; !whole && length < file.size(); ++length) {
-            try {
-                EXPECT_EQ(lettersOf(decode(file.substr(0, length))), colors) << length << " bytes";
-            } catch (const runtime::Error& error) {
-                EXPECT_EQ(error.number(), runtime::errInvalidPicture);
-            }
+            const std::string part = file.substr(0, length);
+            const int refusal = support::errorOf([&] { pictures::inspectPicture(part, others); });
+            EXPECT_EQ(refusal, support::errorOf([&] { decode(part); }));
+            EXPECT_TRUE(refusal == runtime::errInvalidPicture || lettersOf(decode(part)) == colors) << length;
         }
     }
     const auto resolution = [](const std::string& file) { return std::pair(decode(file).dpiX, decode(file).dpiY); };
@@ -235,8 +243,12 @@ TEST(PictureFiles, WithHeadersThatLieAreRefused) {
         EXPECT_EQ(support::errorOf([&] { decode(file); }, &detail), runtime::errInvalidPicture) << name;
         EXPECT_NE(detail.find("Bild"), std::string::npos) << name << ": " << detail;
     }
+    const std::string cut = Pcx{5, 8, 1, 3, 1, 4, "010203 00"_hex, {}, large};
+    for (std::size_t missing = 1; missing < large.size(); ++missing) {
+        EXPECT_EQ(support::errorOf([&] { decode(cut.substr(0, cut.size() - missing)); }), runtime::errInvalidPicture);
+    }
     for (const std::string_view other : {"", "B", "\x89PNG", "\x0A\x01\x01\x08 and so on", "\x0A"}) {
-        EXPECT_EQ(encode({}, other), "andere");
+        EXPECT_EQ(inverted(other), "andere");
     }
 }
 

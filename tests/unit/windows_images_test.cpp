@@ -14,6 +14,11 @@ std::unique_ptr<platform::ImageFiles> makeImageFiles() {
 bool canDecode(std::string_view name) {
     return !windows_support::onWine() || (name != "grey2.tif" && name != "jpeg.tif" && name != "planes.tif");
 }
+// The system has no grey with opacity, and writes TIFF files of one picture, upright.
+bool canInvert(std::string_view name) {
+    return !name.starts_with("inks") && !name.starts_with("grey-alpha") && name != "grey-transparent.png" &&
+           name != "pages.tif" && name != "turned-colors.tif";
+}
 bool canKeepAll() { return !windows_support::onWine(); }
 
 }  // namespace support

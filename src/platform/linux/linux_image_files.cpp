@@ -1,5 +1,6 @@
 #include "platform/linux/linux_image_files.h"
 
+#include "pictures/foreign_picture.h"
 #include "pictures/within_memory.h"
 #include "platform/linux/images/image_codecs.h"
 #include "platform/linux/module.h"
@@ -7,12 +8,16 @@
 
 namespace platform_linux {
 
+platform::PictureInfo LinuxImageFiles::inspect(std::string_view content) {
+    return pictures::inspectForeignPicture(content).info();
+}
+
 platform::Picture LinuxImageFiles::decode(std::string_view content) {
     return pictures::withinMemory([&, this] { return codecs().decode(content); });
 }
 
-std::string LinuxImageFiles::encode(const platform::Picture& picture, std::string_view original) {
-    return pictures::withinMemory([&, this] { return codecs().encode(picture, original); });
+std::string LinuxImageFiles::inverted(std::string_view content) {
+    return pictures::withinMemory([&, this] { return codecs().inverted(content); });
 }
 
 platform::ImageFiles& LinuxImageFiles::codecs() {

@@ -7,12 +7,13 @@
 
 namespace platform_linux {
 
-// Everything is done by the module "images", which is loaded at first use. Where that fails, the picture is refused
+// Pixels are the module's "images", which is loaded when the first are needed. Where that fails, the picture is refused
 // with the loader's reason.
 class LinuxImageFiles : public platform::ImageFiles {
 public:
+    platform::PictureInfo inspect(std::string_view content) override;
     platform::Picture decode(std::string_view content) override;
-    std::string encode(const platform::Picture& picture, std::string_view original) override;
+    std::string inverted(std::string_view content) override;
 
 private:
     platform::ImageFiles& codecs();

@@ -124,6 +124,13 @@ std::string LinuxSystem::readFile(const std::string& path) {
     return content;
 }
 
+std::uint64_t LinuxSystem::fileSize(const std::string& path) {
+    const ResolvedPath file = findPath(nativePath(path));
+    struct stat status {};
+    const bool known = file.error == 0 && ::stat(file.path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    return known ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
 void LinuxSystem::writeFile(const std::string& path, std::string_view content) {
     const std::string file = orThrow(findFileToReplace(nativePath(path)));
     if (const int error = replaceFile(file, content, {.orInPlace = true}); error != 0) {

@@ -23,6 +23,7 @@ public:
     std::string programFileName() override;
     std::string currentDirectory() override;
     std::string readFile(const std::string& path) override;
+    std::uint64_t fileSize(const std::string& path) override;
     void writeFile(const std::string& path, std::string_view content) override;
     void rewriteFile(const std::string& path, std::string_view content) override;
     void appendFile(const std::string& path, std::string_view content) override;

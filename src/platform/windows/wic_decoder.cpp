@@ -16,27 +16,6 @@ using pictures::ForeignPicture;
 using platform::Color;
 using platform::Picture;
 
-ComObject<IWICBitmapFrameDecode> openFrame(const WicFactory& factory, const ForeignPicture& file,
-                                           std::string_view content, const WicCheck& check) {
-    const auto stream = received<IWICStream>([&](IWICStream** to) { return factory.get().CreateStream(to); }, check);
-    // The stream is only read.
-    auto* bytes = reinterpret_cast<BYTE*>(const_cast<char*>(content.data()));
-    check(stream->InitializeFromMemory(bytes, static_cast<DWORD>(content.size())));
-    const auto decoder = received<IWICBitmapDecoder>(
-        [&](IWICBitmapDecoder** to) { return factory.get().CreateDecoder(containerOf(file.kind), nullptr, to); },
-        check);
-    check(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand));
-    auto frame =
-        received<IWICBitmapFrameDecode>([&](IWICBitmapFrameDecode** to) { return decoder->GetFrame(0, to); }, check);
-    UINT width = 0;
-    UINT height = 0;
-    check(frame->GetSize(&width, &height));
-    if (width != file.width || height != file.height) {
-        pictures::refuseDamaged(file.kind);
-    }
-    return frame;
-}
-
 std::vector<Color> paletteOf(const WicFactory& factory, IWICBitmapSource& source, int bits, const WicCheck& check) {
     const auto palette =
         received<IWICPalette>([&](IWICPalette** to) { return factory.get().CreatePalette(to); }, check);
@@ -113,22 +92,43 @@ void mixColors(IWICBitmapSource& source, const PixelFormat& format, Picture& pic
 
 }  // namespace
 
+ComObject<IWICBitmapFrameDecode> openWicFrame(const WicFactory& factory, const ForeignPicture& file,
+                                              std::string_view content, const WicCheck& check) {
+    const auto stream = received<IWICStream>([&](IWICStream** to) { return factory.get().CreateStream(to); }, check);
+    // The stream is only read.
+    auto* bytes = reinterpret_cast<BYTE*>(const_cast<char*>(content.data()));
+    check(stream->InitializeFromMemory(bytes, static_cast<DWORD>(content.size())));
+    const auto decoder = received<IWICBitmapDecoder>(
+        [&](IWICBitmapDecoder** to) { return factory.get().CreateDecoder(containerOf(file.kind), nullptr, to); },
+        check);
+    check(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand));
+    auto frame =
+        received<IWICBitmapFrameDecode>([&](IWICBitmapFrameDecode** to) { return decoder->GetFrame(0, to); }, check);
+    UINT width = 0;
+    UINT height = 0;
+    check(frame->GetSize(&width, &height));
+    if (width != file.stored.width || height != file.stored.height) {
+        pictures::refuseDamaged(file.kind);
+    }
+    return frame;
+}
+
 Picture decodeByWic(const WicFactory& factory, const ForeignPicture& file, std::string_view content) {
     const WicCheck check(file.kind);
-    const auto frame = openFrame(factory, file, content, check);
+    const auto frame = openWicFrame(factory, file, content, check);
     WICPixelFormatGUID format{};
     check(frame->GetPixelFormat(&format));
     const auto is = [&format](const GUID& other) { return ::IsEqualGUID(format, other) != 0; };
 
-    const int bits = file.bitsPerPixel;
-    Picture picture = pictures::makePicture(file.width, file.height, bits);
+    const int bits = file.stored.bitsPerPixel;
+    Picture picture = pictures::makePicture(file.stored.width, file.stored.height, bits);
     if (file.palette && (is(indexedFormat(bits)) || is(indexedFormat(8)))) {
         picture.palette = paletteOf(factory, *frame, bits, check);
         is(indexedFormat(bits)) ? copyRows(*frame, picture, check) : packNumbers(*frame, picture, check);
         return picture;
     }
     if (file.palette) {
-        picture = pictures::makePicture(file.width, file.height, 24);
+        picture = pictures::makePicture(file.stored.width, file.stored.height, 24);
     } else if (bits <= 8) {
         picture.palette = pictures::greyPalette(bits);
     }

@@ -4,10 +4,8 @@
 #include <ocidl.h>
 
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "pictures/colors.h"
+#include "pictures/inversion.h"
 
 namespace platform_windows {
 
@@ -15,17 +13,12 @@ namespace {
 
 using pictures::ForeignKind;
 using pictures::ForeignPicture;
-using platform::Picture;
 
 // TIFF 6.0 and its supplements, the tag "Compression".
-BYTE tiffCompression(const ForeignPicture& original, int bitsPerPixel) {
+BYTE tiffCompression(const ForeignPicture& original) {
     switch (original.compression) {
         case 1:
             return WICTiffCompressionNone;
-        case 3:
-            return bitsPerPixel == 1 ? WICTiffCompressionCCITT3 : WICTiffCompressionLZW;
-        case 4:
-            return bitsPerPixel == 1 ? WICTiffCompressionCCITT4 : WICTiffCompressionLZW;
         case 8:
         case 32946:
             return WICTiffCompressionZIP;
@@ -44,11 +37,11 @@ void setOption(IPropertyBag2& options, std::wstring name, const VARIANT& value) 
     options.Write(1, &property, &copy);
 }
 
-void setOptions(IPropertyBag2& options, const Picture& picture, const ForeignPicture& original) {
+void setOptions(IPropertyBag2& options, const ForeignPicture& original) {
     VARIANT value{};
     if (original.kind == ForeignKind::tiff) {
         value.vt = VT_UI1;
-        value.bVal = tiffCompression(original, picture.bitsPerPixel);
+        value.bVal = tiffCompression(original);
         setOption(options, L"TiffCompressionMethod", value);
     }
     if (original.kind == ForeignKind::jpeg) {
@@ -62,94 +55,28 @@ void setOptions(IPropertyBag2& options, const Picture& picture, const ForeignPic
     }
 }
 
-ComObject<IWICPalette> paletteFor(const WicFactory& factory, const Picture& picture, const WicCheck& check) {
-    std::vector<WICColor> colors;
-    for (const platform::Color& color : picture.palette) {
-        constexpr WICColor solid = 0xFF000000;
-        colors.push_back(solid | static_cast<WICColor>(color.red) << 16 | static_cast<WICColor>(color.green) << 8 |
-                         color.blue);
+void writeFrame(const WicFactory& factory, IWICBitmapFrameEncode& frame, WicPixels& pixels,
+                const ForeignPicture& original, const WicCheck& check) {
+    const auto width = static_cast<UINT>(original.stored.width);
+    const auto height = static_cast<UINT>(original.stored.height);
+    check(frame.SetSize(width, height));
+    if (original.dpiX > 0 && original.dpiY > 0) {
+        check(frame.SetResolution(original.dpiX, original.dpiY));
     }
-    auto palette = received<IWICPalette>([&](IWICPalette** to) { return factory.get().CreatePalette(to); }, check);
-    check(palette->InitializeCustom(colors.data(), static_cast<UINT>(colors.size())));
-    return palette;
-}
-
-// The pixels as the system has them.
-struct SystemPixels {
-    GUID format{};
-    std::size_t stride = 0;
-    std::vector<std::uint8_t> bytes;
-};
-
-std::uint8_t numberAt(const std::uint8_t* row, int x, int bits) {
-    const int position = x * bits;
-    return static_cast<std::uint8_t>(row[position / 8] >> (8 - bits - position % 8) & ((1 << bits) - 1));
-}
-
-SystemPixels withWholeBytes(const Picture& picture) {
-    SystemPixels pixels{indexedFormat(8), static_cast<std::size_t>(picture.width), {}};
-    const std::uint8_t* row = picture.pixels.data();
-    for (int y = 0; y < picture.height; ++y, row += picture.stride()) {
-        for (int x = 0; x < picture.width; ++x) {
-            pixels.bytes.push_back(numberAt(row, x, picture.bitsPerPixel));
-        }
-    }
-    return pixels;
-}
-
-SystemPixels systemPixels(const Picture& picture, ForeignKind kind) {
-    const int bits = picture.bitsPerPixel;
-    if (kind == ForeignKind::gif) {
-        return withWholeBytes(picture);
-    }
-    SystemPixels pixels{GUID_WICPixelFormat24bppBGR, picture.stride(), picture.pixels};
-    if (bits <= 8) {
-        const bool grey = picture.palette == pictures::greyPalette(bits);
-        pixels.format = grey ? greyFormat(bits) : indexedFormat(bits);
-        return pixels;
-    }
-    for (std::size_t i = 0; i + 2 < pixels.bytes.size(); i += 3) {
-        std::swap(pixels.bytes[i], pixels.bytes[i + 2]);
-    }
-    return pixels;
-}
-
-ComObject<IWICBitmapSource> converted(const WicFactory& factory, ComObject<IWICBitmapSource> source, const GUID& format,
-                                      IWICPalette* palette, const WicCheck& check) {
-    auto converter = received<IWICFormatConverter>(
-        [&](IWICFormatConverter** to) { return factory.get().CreateFormatConverter(to); }, check);
-    check(converter->Initialize(source.get(), format, WICBitmapDitherTypeNone, palette, 0, WICBitmapPaletteTypeCustom));
-    return converter;
-}
-
-void writeFrame(const WicFactory& factory, IWICBitmapFrameEncode& frame, const Picture& picture, ForeignKind kind,
-                const WicCheck& check) {
-    check(frame.SetSize(static_cast<UINT>(picture.width), static_cast<UINT>(picture.height)));
-    if (picture.dpiX > 0 && picture.dpiY > 0) {
-        check(frame.SetResolution(picture.dpiX, picture.dpiY));
-    }
-    SystemPixels pixels = systemPixels(picture, kind);
     WICPixelFormatGUID format = pixels.format;
     check(frame.SetPixelFormat(&format));
-    auto bitmap = received<IWICBitmap>(
+    if (::IsEqualGUID(format, pixels.format) == 0) {
+        pictures::refuseInversion(original.kind, "Farben, die Windows nicht ebenso speichern kann,");
+    }
+    const auto bitmap = received<IWICBitmap>(
         [&](IWICBitmap** to) {
             return factory.get().CreateBitmapFromMemory(
-                static_cast<UINT>(picture.width), static_cast<UINT>(picture.height), pixels.format,
-                static_cast<UINT>(pixels.stride), static_cast<UINT>(pixels.bytes.size()), pixels.bytes.data(), to);
+                width, height, pixels.format, static_cast<UINT>(pixels.bytes.size() / height),
+                static_cast<UINT>(pixels.bytes.size()), pixels.bytes.data(), to);
         },
         check);
     pixels.bytes = {};
-    ComObject<IWICPalette> palette;
-    if (picture.bitsPerPixel <= 8) {
-        palette = paletteFor(factory, picture, check);
-        check(bitmap->SetPalette(palette.get()));
-        check(frame.SetPalette(palette.get()));
-    }
-    ComObject<IWICBitmapSource> source = std::move(bitmap);
-    if (::IsEqualGUID(format, pixels.format) == 0) {
-        source = converted(factory, std::move(source), format, palette.get(), check);
-    }
-    check(frame.WriteSource(source.get(), nullptr));
+    check(frame.WriteSource(bitmap.get(), nullptr));
 }
 
 std::string contentOf(IStream& stream, const WicCheck& check) {
@@ -165,7 +92,7 @@ std::string contentOf(IStream& stream, const WicCheck& check) {
 
 }  // namespace
 
-std::string encodeByWic(const WicFactory& factory, const Picture& picture, const ForeignPicture& original) {
+std::string encodeByWic(const WicFactory& factory, WicPixels pixels, const ForeignPicture& original) {
     const WicCheck check(original.kind);
     const auto stream =
         received<IStream>([](IStream** to) { return ::CreateStreamOnHGlobal(nullptr, TRUE, to); }, check);
@@ -183,10 +110,10 @@ std::string encodeByWic(const WicFactory& factory, const Picture& picture, const
         },
         check);
     if (options) {
-        setOptions(*options, picture, original);
+        setOptions(*options, original);
     }
     check(frame->Initialize(options.get()));
-    writeFrame(factory, *frame, picture, original.kind, check);
+    writeFrame(factory, *frame, pixels, original, check);
     check(frame->Commit());
     check(encoder->Commit());
     return contentOf(*stream, check);

@@ -1,16 +1,22 @@
 // Picture files by the system's encoders.
 #pragma once
 
+#include <cstdint>
 #include <string>
+#include <vector>
 
 #include "platform/windows/wic_factory.h"
 
 namespace platform_windows {
 
-// A file of the same kind as the original. TIFF: with the compression of the original where the system has it and it
-// can hold the picture, otherwise LZW. Where the system cannot write the picture's depth, the next larger one that it
-// can. Throws what WicCheck throws.
-std::string encodeByWic(const WicFactory& factory, const platform::Picture& picture,
-                        const pictures::ForeignPicture& original);
+// Pixels as the system has them, without gaps between rows.
+struct WicPixels {
+    GUID format{};
+    std::vector<std::uint8_t> bytes;
+};
+
+// A file of the kind, size and resolution of the original. TIFF: with its compression where the system has it,
+// otherwise LZW. Throws what WicCheck throws, and errInvalidPicture where the system cannot write such pixels.
+std::string encodeByWic(const WicFactory& factory, WicPixels pixels, const pictures::ForeignPicture& original);
 
 }  // namespace platform_windows

@@ -1,8 +1,13 @@
 #include "platform/windows/windows_image_files.h"
 
+#include <optional>
+#include <utility>
+
+#include "pictures/inversion.h"
+#include "pictures/stored_pixels.h"
 #include "pictures/within_memory.h"
 #include "platform/windows/wic_decoder.h"
-#include "platform/windows/wic_encoder.h"
+#include "platform/windows/wic_inverter.h"
 
 namespace platform_windows {
 
@@ -12,12 +17,14 @@ using platform::Picture;
 WindowsImageFiles::WindowsImageFiles() = default;
 WindowsImageFiles::~WindowsImageFiles() = default;
 
+platform::PictureInfo WindowsImageFiles::inspect(std::string_view content) {
+    return pictures::inspectForeignPicture(content).info();
+}
+
 Picture WindowsImageFiles::decode(std::string_view content) {
     return pictures::withinMemory([&, this] {
         const ForeignPicture file = pictures::inspectForeignPicture(content);
-        Picture picture = decodeByWic(factory(), file, content);
-        picture.dpiX = file.dpiX;
-        picture.dpiY = file.dpiY;
+        Picture picture = pictures::completed(decodeByWic(factory(), file, content), file);
         if (file.kind == pictures::ForeignKind::jpeg && !file.inks) {
             picture.jpeg = content;
         }
@@ -25,9 +32,12 @@ Picture WindowsImageFiles::decode(std::string_view content) {
     });
 }
 
-std::string WindowsImageFiles::encode(const Picture& picture, std::string_view original) {
-    return pictures::withinMemory(
-        [&, this] { return encodeByWic(factory(), picture, pictures::inspectForeignPicture(original)); });
+std::string WindowsImageFiles::inverted(std::string_view content) {
+    return pictures::withinMemory([&, this] {
+        const ForeignPicture file = pictures::inspectForeignPicture(content);
+        std::optional<std::string> result = pictures::withInvertedTables(content, file);
+        return result ? std::move(*result) : invertByWic(factory(), file, content);
+    });
 }
 
 const WicFactory& WindowsImageFiles::factory() {

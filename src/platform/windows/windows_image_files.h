@@ -15,8 +15,9 @@ public:
     WindowsImageFiles();
     ~WindowsImageFiles() override;
 
+    platform::PictureInfo inspect(std::string_view content) override;
     platform::Picture decode(std::string_view content) override;
-    std::string encode(const platform::Picture& picture, std::string_view original) override;
+    std::string inverted(std::string_view content) override;
 
 private:
     const WicFactory& factory();

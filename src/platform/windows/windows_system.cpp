@@ -85,6 +85,18 @@ std::string WindowsSystem::readFile(const std::string& path) {
     return content;
 }
 
+std::uint64_t WindowsSystem::fileSize(const std::string& path) {
+    try {
+        constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+        const FileHandle file(::CreateFileW(nativePath(path).c_str(), FILE_READ_ATTRIBUTES, shareAll, nullptr,
+                                            OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+        LARGE_INTEGER size{};
+        return file && ::GetFileSizeEx(file.get(), &size) != 0 ? static_cast<std::uint64_t>(size.QuadPart) : 0;
+    } catch (const runtime::Error&) {
+        return 0;
+    }
+}
+
 void WindowsSystem::writeFile(const std::string& path, std::string_view content) {
     const std::wstring file = nativePath(path);
     check(replaceFile(file, content), file);

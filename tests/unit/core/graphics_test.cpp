@@ -46,7 +46,7 @@ TEST_F(GraphicsTest, OnlyMacroFilesAreInvertedAndAFileLoadedTwiceIsOnePicture) {
         const auto picture = addFile(path, makro).Bild();
         EXPECT_EQ(picture->pixels[0] == 255, inverted) << path;
         EXPECT_EQ(picture, addFile(path, makro).Bild());
-        EXPECT_EQ(picture == pictures.load(path), !inverted);
+        EXPECT_EQ(picture == pictures.load(path)->picture(), !inverted);
     }
     EXPECT_EQ(set.Count(), 10U);
     EXPECT_EQ(set.Item(10).Bildname(), "D:\\KRVWin.Maus.bmp");
@@ -135,6 +135,45 @@ TEST_F(PlacementTest, WhatCannotBePrintedIsSaid) {
     grafik.ScaleFaktor(1);
     grafik.PrintGrafik2(where, message);
     EXPECT_TRUE(message.starts_with(" keine gültige Bilddatei! Inch relativ, (x;y; width;height Twips): 100;200;"));
+}
+
+TEST_F(PlacementTest, PicturesAreDecodedWhenShownAndMayTakeOnlySoMuch) {
+    constexpr std::uint64_t mebibyte = 1024 * 1024;
+    host.system.sizes["riese.bmp"] = 3000 * mebibyte;
+    host.system.files["riese.bmp"] = "logo.bmp";
+    EXPECT_EQ(failureText([&] { addFile("riese.bmp"); }), "-2147194502 KRVWINPR.CLSGRAFIK: Ungültiges Bild\r\n(481)");
+    // Two of 480 million bytes fit, a third does not.
+    for (const char* file : {"a.bmp", "b.bmp", "c.bmp"}) {
+        host.addPicture(file, 1, 1);
+        static_cast<platform::PictureInfo&>(host.imageFiles.pictures[file]) = {16000, 10000, 24, 0, 0};
+        addFile(file);
+    }
+    EXPECT_EQ(set.Item(1).Width(), 16000 * 2540 / 96.F);
+    EXPECT_EQ(host.imageFiles.decoded, 0);
+    for (const std::size_t shown : {1U, 2U, 1U}) {
+        set.Item(shown).PrintGrafik(where, message);
+    }
+    EXPECT_EQ(host.imageFiles.decoded, 2);
+    const runtime::Error error = failureOf([&] { set.Item(3).PrintGrafik(where, message); });
+    EXPECT_EQ(error.description(), "Fehler in clsGrafik_PrintGrafik 7 Nicht genügend Speicher");
+    EXPECT_TRUE(error.detail().starts_with("'c.bmp'; "));
+}
+
+TEST_F(PlacementTest, AFileThatGoesAwayIsPrintedFromMemoryOrMissed) {
+    for (const std::size_t size :
+         {graphics::CheckedPicture::mostKeptBytes, graphics::CheckedPicture::mostKeptBytes + 1}) {
+        const std::string content(size, 'x');
+        host.imageFiles.pictures[content] = ::pictures::makePicture(1, 1, 24);
+        for (const bool same : {true, false}) {
+            host.system.files["a.bmp"] = content;
+            graphics::clsGrafik& grafik = addFile("a.bmp");
+            host.system.files["a.bmp"].back() = same ? 'x' : 'y';
+            const runtime::Error error = failureOf([&] { grafik.PrintGrafik(where, message); });
+            EXPECT_EQ(error.number() == 0, same || size == graphics::CheckedPicture::mostKeptBytes);
+            EXPECT_EQ(error.detail().empty(), error.number() == 0);
+            set = {};
+        }
+    }
 }
 
 // Two graphics in the first set, one in the second, told from each other by their width.

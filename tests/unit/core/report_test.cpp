@@ -231,6 +231,7 @@ TEST_F(ReportTest, WhatIsMissingInPrintIsToldOnceForAJob) {
                "Bilddatei nichts.bmp nicht gefunden; gedruckt wird ohne diese Grafik.",
                "Barcodes werden nicht gedruckt: Sie sind -0,0001 Zoll hoch. Bitte den Wert ändern (BarcodeHeight in "
                "[Font] von hplaser.ini)."}));
+    EXPECT_EQ(host.dialogs.notifications, Lines{host.dialogs.diagnostics[0]});
     for (const char* height : {"1e999", "1e300"}) {
         values[{"Font", "BarcodeHeight"}] = height;
         report("^BC1,1,A\\");

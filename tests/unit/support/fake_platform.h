@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "pictures/picture_file.h"
 #include "pictures/picture_size.h"
 #include "platform/platform.h"
 #include "runtime/error.h"
@@ -34,16 +35,28 @@ class FakeImageFiles : public platform::ImageFiles {
 public:
     std::map<std::string, platform::Picture, std::less<>> pictures;
 
+    int decoded = 0;  // how often
+
+    platform::PictureInfo inspect(std::string_view content) override { return find(content); }
     platform::Picture decode(std::string_view content) override {
-        if (!pictures.contains(content)) {
+        ++decoded;
+        return find(content);
+    }
+    std::string inverted(std::string_view content) override {
+        platform::Picture picture = decode(content);
+        ::pictures::invert(picture);
+        const std::string result = std::string(content) + "'";
+        pictures[result] = picture;
+        return result;
+    }
+
+private:
+    const platform::Picture& find(std::string_view content) const {
+        const auto found = pictures.find(content);
+        if (found == pictures.end()) {
             throw runtime::Error(runtime::errInvalidPicture, "kein Bild");
         }
-        return pictures.find(content)->second;
-    }
-    std::string encode(const platform::Picture& picture, std::string_view original) override {
-        const std::string content = std::string(original) + "'";
-        pictures[content] = picture;
-        return content;
+        return found->second;
     }
 };
 
@@ -53,7 +66,8 @@ public:
     std::map<std::string, std::string> files;
     MemoryProfile profile;  // content of whatever settings file exists
     std::set<std::string> unwritable;
-    std::map<std::string, int> failures;  // files that cannot be read, and the number of their error
+    std::map<std::string, std::uint64_t> sizes;  // of files whose content does not say it
+    std::map<std::string, int> failures;         // files that cannot be read, and the number of their error
     runtime::DateTime now{2026, 11, 21, 13, 45, 7, 0};
     runtime::Locale userLocale;
     int screenDpi = 96;
@@ -70,6 +84,9 @@ public:
             throw runtime::Error(failure == failures.end() ? runtime::errFileNotFound : failure->second, path);
         }
         return files[path];
+    }
+    std::uint64_t fileSize(const std::string& path) override {
+        return sizes.contains(path) ? sizes[path] : files.contains(path) ? files[path].size() : 0;
     }
     void writeFile(const std::string& path, std::string_view content) override {
         checkWritable(path);

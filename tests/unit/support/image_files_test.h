@@ -14,9 +14,10 @@ namespace support {
 // The system's own.
 std::unique_ptr<platform::ImageFiles> makeImageFiles();
 
-// Whether they decode this file of make_pictures.sh, and whether they write each file with the depth and compression of
-// its original and as well as it goes.
+// Whether they decode and invert this file of make_pictures.sh, and whether they write each file with the compression
+// of its original and as well as it goes.
 bool canDecode(std::string_view name);
+bool canInvert(std::string_view name);
 bool canKeepAll();
 
 // The content of a file of make_pictures.sh.

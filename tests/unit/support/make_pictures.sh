@@ -9,7 +9,7 @@ rm -f -- *.png *.jpg *.gif *.tif *.ppm *.pgm *.pbm
 png() { pnmtopng "$@" 2>/dev/null; }
 convert -size 61x43 -seed 1 plasma:red-blue -depth 8 color.ppm
 ppmtopgm color.ppm >grey.pgm
-pgmtopbm -threshold grey.pgm >black.pbm
+pgmtopbm grey.pgm >black.pbm
 pgmramp -lr 61 43 >alpha.pgm
 for bits in 1 2 4 8 16; do
     pamdepth $(((1 << bits) - 1)) grey.pgm 2>/dev/null | png -force >"grey$bits.png"
@@ -38,6 +38,15 @@ convert color.ppm -colorspace CMYK inks.jpg
 convert color.ppm -colors 8 -interlace GIF interlaced.gif
 convert colors4.ppm -alpha set -region 18x18+3+3 -channel A -evaluate set 0 transparent.gif
 convert colors16.ppm grey.pgm animated.gif
+convert colors16.ppm -fill white -draw 'point 20,20' -crop 30x20+9+7 framed.gif
+convert colors200.ppm -crop 40x20+21+23 framed-colors.gif
+
+number=2
+for side in TopRight BottomRight BottomLeft LeftTop RightTop RightBottom LeftBottom; do
+    convert black.pbm -orient $side "turned$number.tif"
+    number=$((number + 1))
+done
+convert color.ppm -orient RightTop -compress LZW -units PixelsPerInch -density 300x150 turned-colors.tif
 
 convert black.pbm -compress Group4 -units PixelsPerInch -density 300 group4.tif
 convert black.pbm -compress Fax fax.tif
@@ -65,5 +74,8 @@ convert black.pbm -define tiff:tile-geometry=32x32 -depth 1 -type bilevel -compr
 convert color.ppm grey.pgm pages.tif
 
 for file in *.png *.jpg *.gif *.tif; do
-    convert "${file}[0]" -background white -alpha remove -alpha off -depth 8 -type TrueColor "ppm:$file.ppm"
+    show=(-background white -flatten -alpha off -depth 8 -type TrueColor)
+    [[ $file == *.gif ]] || show=(-auto-orient +repage "${show[@]}") # only GIF files have a screen
+    convert "${file}[0]" "${show[@]}" "ppm:$file.ppm"
+    convert "${file}[0]" -channel RGB -negate +channel "${show[@]}" "ppm:$file.not.ppm"
 done

@@ -30,7 +30,8 @@ inline const std::vector<PictureFile> pictureFiles = [] {
         "fax.tif 1;grey1.tif 1;white1.tif 1;grey2.tif 2;grey4.tif 4;grey8.tif 8;grey16.tif 8;grey-alpha.tif 8 1;"
         "palette1.tif 1;palette4.tif 4;palette8.tif 8;strips.tif 24 0 0 304.8 152.4;lzw.tif 24;zip.tif 24;"
         "jpeg.tif 24 3 12;planes.tif 24;rgb16.tif 24;rgb-alpha.tif 24 2;inks.tif 24 2;tiles.tif 24;grey-tiles.tif 8;"
-        "bit-tiles.tif 1;pages.tif 24");
+        "bit-tiles.tif 1;pages.tif 24;framed.gif 4;framed-colors.gif 24;turned2.tif 1;turned3.tif 1;turned4.tif 1;"
+        "turned5.tif 1;turned6.tif 1;turned7.tif 1;turned8.tif 1;turned-colors.tif 24 0 0 150 300");
     std::vector<PictureFile> files;
     for (std::string row; std::getline(table, row, ';');) {
         PictureFile& file = files.emplace_back();

@@ -14,8 +14,6 @@ using platform::Picture;
 
 struct Destroy {
     void operator()(PIX* pix) const { pixDestroy(&pix); }
-    void operator()(PIXCMAP* colors) const { pixcmapDestroy(&colors); }
-    void operator()(std::uint8_t* bytes) const { lept_free(bytes); }
 };
 using OwnedPix = std::unique_ptr<PIX, Destroy>;
 
@@ -48,27 +46,6 @@ void readPalette(PIXCMAP* colors, Picture& picture) {
     }
 }
 
-// Nothing where there is no memory.
-OwnedPix pixOf(const Picture& picture) {
-    OwnedPix pix(pixCreate(picture.width, picture.height, picture.bitsPerPixel));
-    std::unique_ptr<PIXCMAP, Destroy> colors(pixcmapCreate(picture.bitsPerPixel));
-    if (!pix || !colors) {
-        return nullptr;
-    }
-    for (const platform::Color& color : picture.palette) {
-        pixcmapAddColor(colors.get(), color.red, color.green, color.blue);
-    }
-    pixSetColormap(pix.get(), colors.release());
-    std::uint32_t* words = pixGetData(pix.get());
-    const std::uint8_t* from = picture.pixels.data();
-    for (int y = 0; y < picture.height; ++y, words += pixGetWpl(pix.get())) {
-        for (std::size_t x = 0; x < picture.stride(); ++x) {
-            words[x / bytesPerWord] |= std::uint32_t{*from++} << (24 - 8 * (x % bytesPerWord));
-        }
-    }
-    return pix;
-}
-
 }  // namespace
 
 Picture decodeGif(const pictures::ForeignPicture& file, std::string_view content) {
@@ -76,11 +53,11 @@ Picture decodeGif(const pictures::ForeignPicture& file, std::string_view content
     // Further pictures of an animation would be decoded, too.
     const std::string first = std::string(content.substr(0, file.end)) + ';';
     const OwnedPix pix(pixReadMemGif(reinterpret_cast<const std::uint8_t*>(first.data()), first.size()));
-    if (!pix || pixGetColormap(pix.get()) == nullptr || pixGetDepth(pix.get()) != file.bitsPerPixel ||
-        pixGetWidth(pix.get()) != file.width || pixGetHeight(pix.get()) != file.height) {
+    if (!pix || pixGetColormap(pix.get()) == nullptr || pixGetDepth(pix.get()) != file.stored.bitsPerPixel ||
+        pixGetWidth(pix.get()) != file.stored.width || pixGetHeight(pix.get()) != file.stored.height) {
         pictures::refuseDamaged(ForeignKind::gif);
     }
-    Picture picture = pictures::makePicture(file.width, file.height, file.bitsPerPixel);
+    Picture picture = pictures::makePicture(file.stored.width, file.stored.height, file.stored.bitsPerPixel);
     readPalette(pixGetColormap(pix.get()), picture);
     if (const auto index = static_cast<std::size_t>(file.transparentColor);
         file.transparentColor >= 0 && index < picture.palette.size()) {
@@ -88,19 +65,6 @@ Picture decodeGif(const pictures::ForeignPicture& file, std::string_view content
     }
     readPixels(pix.get(), picture);
     return picture;
-}
-
-std::string encodeGif(const Picture& picture) {
-    setMsgSeverity(L_SEVERITY_NONE);
-    const OwnedPix pix = pixOf(picture);
-    std::uint8_t* bytes = nullptr;
-    std::size_t size = 0;
-    const bool written = pix && pixWriteMemGif(&bytes, &size, pix.get()) == 0;
-    const std::unique_ptr<std::uint8_t, Destroy> owner(bytes);
-    if (!written) {
-        throw std::bad_alloc();
-    }
-    return {reinterpret_cast<const char*>(bytes), size};
 }
 
 }  // namespace platform_linux::images

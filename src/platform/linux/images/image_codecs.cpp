@@ -1,6 +1,12 @@
 #include "platform/linux/images/image_codecs.h"
 
+#include <optional>
+#include <utility>
+
 #include "pictures/foreign_picture.h"
+#include "pictures/inversion.h"
+#include "pictures/picture_file.h"
+#include "pictures/stored_pixels.h"
 #include "platform/linux/images/codecs.h"
 
 namespace platform_linux::images {
@@ -23,27 +29,33 @@ platform::Picture decodeKind(const pictures::ForeignPicture& file, std::string_v
 
 }  // namespace
 
-platform::Picture ImageCodecs::decode(std::string_view content) {
-    const pictures::ForeignPicture file = pictures::inspectForeignPicture(content);
-    platform::Picture picture = decodeKind(file, content);
-    picture.dpiX = file.dpiX;
-    picture.dpiY = file.dpiY;
-    return picture;
+platform::PictureInfo ImageCodecs::inspect(std::string_view content) {
+    return pictures::inspectForeignPicture(content).info();
 }
 
-std::string ImageCodecs::encode(const platform::Picture& picture, std::string_view original) {
-    const pictures::ForeignPicture file = pictures::inspectForeignPicture(original);
+platform::Picture ImageCodecs::decode(std::string_view content) {
+    const pictures::ForeignPicture file = pictures::inspectForeignPicture(content);
+    return pictures::completed(decodeKind(file, content), file);
+}
+
+std::string ImageCodecs::inverted(std::string_view content) {
+    const pictures::ForeignPicture file = pictures::inspectForeignPicture(content);
+    if (std::optional<std::string> result = pictures::withInvertedTables(content, file)) {
+        return std::move(*result);
+    }
     switch (file.kind) {
         case pictures::ForeignKind::png:
-            return encodePng(picture);
-        case pictures::ForeignKind::jpeg:
-            return encodeJpeg(picture, original);
+            return pictures::withInvertedPngPixels(content, encodeInvertedPng(content));
+        case pictures::ForeignKind::jpeg: {
+            platform::Picture picture = decode(content);
+            pictures::invert(picture);
+            return encodeJpeg(picture, content);
+        }
         case pictures::ForeignKind::gif:
-            return encodeGif(picture);
         case pictures::ForeignKind::tiff:
             break;
     }
-    return encodeTiff(picture, file);
+    return invertTiff(content);
 }
 
 }  // namespace platform_linux::images

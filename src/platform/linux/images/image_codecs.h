@@ -13,8 +13,9 @@ using ImageFilesFactory = std::unique_ptr<platform::ImageFiles> (*)();
 // Throws std::bad_alloc, too.
 class ImageCodecs : public platform::ImageFiles {
 public:
+    platform::PictureInfo inspect(std::string_view content) override;
     platform::Picture decode(std::string_view content) override;
-    std::string encode(const platform::Picture& picture, std::string_view original) override;
+    std::string inverted(std::string_view content) override;
 };
 
 }  // namespace platform_linux::images

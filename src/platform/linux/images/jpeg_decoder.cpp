@@ -34,7 +34,7 @@ Picture decodeJpeg(const pictures::ForeignPicture& file, std::string_view conten
         info.out_color_space = info.num_components == 1 ? JCS_GRAYSCALE : info.num_components == 4 ? JCS_CMYK : JCS_RGB;
         jpeg_start_decompress(&info);
     });
-    Picture picture = pictures::makePicture(file.width, file.height, file.bitsPerPixel);
+    Picture picture = pictures::makePicture(file.stored.width, file.stored.height, file.stored.bitsPerPixel);
     const bool inks = file.inks;
     if (info.output_width != static_cast<unsigned>(picture.width) ||
         info.output_height != static_cast<unsigned>(picture.height) ||

@@ -1,18 +1,12 @@
-#include <png.h>
-
-#include <cmath>
 #include <vector>
 
-#include "pictures/colors.h"
+#include "pictures/inversion.h"
 #include "platform/linux/images/codecs.h"
-#include "platform/linux/images/guarded.h"
-#include "runtime/error.h"
+#include "platform/linux/images/png_reader.h"
 
 namespace platform_linux::images {
 
 namespace {
-
-using platform::Picture;
 
 class Writer {
 public:
@@ -28,44 +22,27 @@ public:
     Writer& operator=(const Writer&) = delete;
     ~Writer() { png_destroy_write_struct(&png_, &info_); }
 
-    std::string write(const Picture& picture) {
-        std::vector<png_color> palette;
-        for (const platform::Color& color : picture.palette) {
-            palette.push_back({color.red, color.green, color.blue});
-        }
-        if (!completes(jump_, [&, this] { writeAll(picture, palette.data()); })) {
+    // Not interlaced: rows written one after the other say nothing else than rows in passes.
+    std::string write(const PngReader& like, const std::vector<std::uint8_t>& raster) {
+        if (!completes(jump_, [&, this] { writeAll(like, raster); })) {
             throw std::bad_alloc();  // nothing else can go wrong in memory
         }
         return std::move(result_);
     }
 
 private:
-    void writeAll(const Picture& picture, const png_color* palette) {
+    void writeAll(const PngReader& like, const std::vector<std::uint8_t>& raster) {
         png_set_write_fn(png_, this, onWrite, nullptr);
         png_set_user_limits(png_, PNG_UINT_31_MAX, PNG_UINT_31_MAX);
-        const int bits = picture.bitsPerPixel;
-        const bool grey = bits <= 8 && picture.palette == pictures::greyPalette(bits);
-        const int type = bits == 24 ? PNG_COLOR_TYPE_RGB : grey ? PNG_COLOR_TYPE_GRAY : PNG_COLOR_TYPE_PALETTE;
-        png_set_IHDR(png_, info_, static_cast<png_uint_32>(picture.width), static_cast<png_uint_32>(picture.height),
-                     bits == 24 ? 8 : bits, type, PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
-                     PNG_FILTER_TYPE_DEFAULT);
-        if (type == PNG_COLOR_TYPE_PALETTE) {
-            png_set_PLTE(png_, info_, palette, static_cast<int>(picture.palette.size()));
-        }
-        if (picture.dpiX > 0 && picture.dpiY > 0) {
-            png_set_pHYs(png_, info_, perMetre(picture.dpiX), perMetre(picture.dpiY), PNG_RESOLUTION_METER);
-        }
+        png_set_IHDR(png_, info_, like.width(), like.height(), like.bitDepth(), like.colorType(), PNG_INTERLACE_NONE,
+                     PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
         png_write_info(png_, info_);
-        for (int y = 0; y < picture.height; ++y) {
-            png_write_row(png_, picture.pixels.data() + static_cast<std::size_t>(y) * picture.stride());
+        for (std::size_t at = 0; at < raster.size(); at += like.rowBytes()) {
+            png_write_row(png_, raster.data() + at);
         }
         png_write_end(png_, info_);
     }
 
-    static png_uint_32 perMetre(double dpi) {
-        constexpr double metresPerInch = 0.0254;
-        return static_cast<png_uint_32>(std::lround(dpi / metresPerInch));
-    }
     static Writer& self(png_structp png) { return *static_cast<Writer*>(png_get_error_ptr(png)); }
     [[noreturn]] static void onError(png_structp png, png_const_charp) { std::longjmp(self(png).jump_, 1); }
     static void onWarning(png_structp, png_const_charp) {}
@@ -89,6 +66,18 @@ private:
 
 }  // namespace
 
-std::string encodePng(const Picture& picture) { return Writer().write(picture); }
+std::string encodeInvertedPng(std::string_view content) {
+    PngReader reader(content);
+    reader.readHeader(PngPixels::asInFile);
+    std::vector<std::uint8_t> raster(reader.rowBytes() * reader.height());
+    reader.readRows(raster, reader.height());
+    const auto samples = static_cast<std::size_t>(reader.channels());
+    const bool alpha = (reader.colorType() & PNG_COLOR_MASK_ALPHA) != 0;
+    pictures::invertSamples(raster.data(), raster.size(),
+                            {.samples = samples,
+                             .colors = samples - (alpha ? 1 : 0),
+                             .bytesPerSample = reader.bitDepth() == 16 ? std::size_t{2} : std::size_t{1}});
+    return Writer().write(reader, raster);
+}
 
 }  // namespace platform_linux::images

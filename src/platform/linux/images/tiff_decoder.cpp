@@ -224,12 +224,12 @@ void decodeColors(TIFF* tiff, Picture& picture) {
 }  // namespace
 
 Picture decodeTiff(const ForeignPicture& file, std::string_view content) {
-    TiffStream stream(content);
+    TiffStream stream(content, TiffStream::Use::read);
     const OwnedTiff tiff = stream.open();
     if (!tiff) {
         refuse();
     }
-    Picture picture = pictures::makePicture(file.width, file.height, file.bitsPerPixel);
+    Picture picture = pictures::makePicture(file.stored.width, file.stored.height, file.stored.bitsPerPixel);
     if (picture.bitsPerPixel < 24) {
         decodeNumbers(tiff.get(), file, picture);
     } else {

@@ -15,7 +15,7 @@ TiffStream& streamOf(thandle_t handle) { return *static_cast<TiffStream*>(handle
 OwnedTiff TiffStream::open() {
     TIFFSetErrorHandler(nullptr);
     TIFFSetWarningHandler(nullptr);
-    return OwnedTiff(TIFFClientOpen("", reading_ ? "r" : "w", this, onRead, onWrite, onSeek, onClose, onSize,
+    return OwnedTiff(TIFFClientOpen("", reading_ ? "r" : "r+", this, onRead, onWrite, onSeek, onClose, onSize,
                                     reading_ ? onMap : nullptr, onUnmap));
 }
 

@@ -14,18 +14,20 @@ struct CloseTiff {
 };
 using OwnedTiff = std::unique_ptr<TIFF, CloseTiff>;
 
-// Bytes of a file: given ones for reading, its own for writing. Must outlive what is opened on it.
+// Bytes of a file: given ones for reading, a copy of its own for changing them. Must outlive what is opened on it.
 class TiffStream {
 public:
-    TiffStream() = default;
-    explicit TiffStream(std::string_view content) : content_(content), reading_(true) {}
+    enum class Use { read, change };
+
+    TiffStream(std::string_view content, Use use)
+        : content_(content), written_(use == Use::change ? content : std::string_view()), reading_(use == Use::read) {}
     TiffStream(const TiffStream&) = delete;
     TiffStream& operator=(const TiffStream&) = delete;
 
     // Nothing where the library refuses the file.
     OwnedTiff open();
 
-    // What was written so far, once it has been closed.
+    // The changed file, once it has been closed.
     std::string takeWritten() { return std::move(written_); }
     // Whether there was no memory for all that was to be written.
     bool isFull() const { return full_; }

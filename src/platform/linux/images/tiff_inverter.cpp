@@ -1,0 +1,120 @@
+#include <algorithm>
+#include <new>
+#include <vector>
+
+#include "pictures/inversion.h"
+#include "pictures/picture_size.h"
+#include "platform/linux/images/codecs.h"
+#include "platform/linux/images/tiff_stream.h"
+
+namespace platform_linux::images {
+
+namespace {
+
+using pictures::ForeignKind;
+using pictures::SampleLayout;
+
+std::uint16_t shortField(TIFF* tiff, std::uint32_t tag) {
+    std::uint16_t value = 0;
+    return TIFFGetFieldDefaulted(tiff, tag, &value) != 0 ? value : std::uint16_t{0};
+}
+
+[[noreturn]] void refuse() { pictures::refuseDamaged(ForeignKind::tiff); }
+
+struct Samples {
+    SampleLayout layout;
+    bool planes = false;  // one behind the other, each with one sample of every pixel
+};
+
+// JPEG inside gives and takes red, green and blue, whatever it stores.
+bool isColors(std::uint16_t photometric, std::uint16_t compression) {
+    return photometric == PHOTOMETRIC_RGB || (photometric == PHOTOMETRIC_YCBCR && compression == COMPRESSION_JPEG);
+}
+
+Samples samplesOf(TIFF* tiff) {
+    const std::uint16_t photometric = shortField(tiff, TIFFTAG_PHOTOMETRIC);
+    const std::uint16_t bits = shortField(tiff, TIFFTAG_BITSPERSAMPLE);
+    const std::uint16_t format = shortField(tiff, TIFFTAG_SAMPLEFORMAT);
+    std::uint16_t extraCount = 0;
+    const std::uint16_t* extra = nullptr;
+    if (TIFFGetField(tiff, TIFFTAG_EXTRASAMPLES, &extraCount, &extra) == 0) {
+        extraCount = 0;
+    }
+    const bool grey = photometric == PHOTOMETRIC_MINISBLACK || photometric == PHOTOMETRIC_MINISWHITE;
+    const bool colors = isColors(photometric, shortField(tiff, TIFFTAG_COMPRESSION));
+    Samples samples;
+    samples.layout.samples = shortField(tiff, TIFFTAG_SAMPLESPERPIXEL);
+    samples.layout.colors = colors ? 3 : 1;
+    samples.layout.bytesPerSample = bits / 8;
+    samples.layout.multiplied = extraCount > 0 && extra[0] == EXTRASAMPLE_ASSOCALPHA;
+    samples.planes = shortField(tiff, TIFFTAG_PLANARCONFIG) == PLANARCONFIG_SEPARATE && samples.layout.samples > 1;
+    const bool numbers = format == SAMPLEFORMAT_UINT || format == SAMPLEFORMAT_VOID;
+    if ((!grey && !colors) || (bits != 8 && bits != 16) || !numbers ||
+        samples.layout.samples != samples.layout.colors + extraCount || (samples.planes && samples.layout.multiplied)) {
+        pictures::refuseInversion(ForeignKind::tiff, "Farben einer Art, die selten vorkommt,");
+    }
+    return samples;
+}
+
+void prepareJpeg(TIFF* tiff) {
+    if (shortField(tiff, TIFFTAG_COMPRESSION) == COMPRESSION_JPEG) {
+        constexpr int quality = 95;
+        TIFFSetField(tiff, TIFFTAG_JPEGCOLORMODE, JPEGCOLORMODE_RGB);
+        TIFFSetField(tiff, TIFFTAG_JPEGQUALITY, quality);
+        // Each piece brings its own tables: those of the file are for what was there before.
+        TIFFSetField(tiff, TIFFTAG_JPEGTABLESMODE, 0);
+    }
+}
+
+void invertPieces(TIFF* from, TIFF* to) {
+    const Samples samples = samplesOf(from);
+    const bool tiled = TIFFIsTiled(from) != 0;
+    const std::uint32_t count = tiled ? TIFFNumberOfTiles(from) : TIFFNumberOfStrips(from);
+    const tmsize_t size = tiled ? TIFFTileSize(from) : TIFFStripSize(from);
+    if (size <= 0 || size > 2 * pictures::mostPictureBytes || count == 0) {
+        refuse();
+    }
+    std::vector<std::uint8_t> piece(static_cast<std::size_t>(size));
+    const SampleLayout plane{.samples = 1, .colors = 1, .bytesPerSample = samples.layout.bytesPerSample};
+    const std::uint32_t perPlane = count / static_cast<std::uint32_t>(samples.planes ? samples.layout.samples : 1);
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const tmsize_t got = tiled ? TIFFReadEncodedTile(from, i, piece.data(), size)
+                                   : TIFFReadEncodedStrip(from, i, piece.data(), size);
+        if (got <= 0) {
+            refuse();
+        }
+        if (!samples.planes || i / perPlane < samples.layout.colors) {
+            pictures::invertSamples(piece.data(), static_cast<std::size_t>(got),
+                                    samples.planes ? plane : samples.layout);
+        }
+        if ((tiled ? TIFFWriteEncodedTile(to, i, piece.data(), got) : TIFFWriteEncodedStrip(to, i, piece.data(), got)) <
+            0) {
+            pictures::refuseInversion(ForeignKind::tiff, "Farben, die hier nicht ebenso komprimiert werden können,");
+        }
+    }
+    if (TIFFFlush(to) == 0) {
+        throw std::bad_alloc();
+    }
+}
+
+}  // namespace
+
+std::string invertTiff(std::string_view content) {
+    TiffStream source(content, TiffStream::Use::read);
+    TiffStream copy(content, TiffStream::Use::change);
+    const OwnedTiff from = source.open();
+    OwnedTiff to = copy.open();
+    if (!from || !to) {
+        refuse();
+    }
+    prepareJpeg(from.get());
+    prepareJpeg(to.get());
+    invertPieces(from.get(), to.get());
+    to.reset();
+    if (copy.isFull()) {
+        throw std::bad_alloc();
+    }
+    return copy.takeWritten();
+}
+
+}  // namespace platform_linux::images
