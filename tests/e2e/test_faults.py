@@ -14,6 +14,9 @@ import unittest
 from support import (CAN_MOUNT, LOG_LINE, NAMESPACE, OK_TEXT, OWN_VALUES, PRINTER, PRINTER_KEY, PRODUCT_KEY, PROGRAM,
                      SLOW, WITHOUT_PRIVILEGES, JobTest, needs_namespace, on_disk)
 
+# What starts a command where there is no /proc.
+WITHOUT_PROC = [*NAMESPACE, "sh", "-c", 'mount -t tmpfs tmpfs /proc && exec "$@"', "sh"]
+
 
 class Surroundings(JobTest):
     def test_what_cannot_be_read_is_refused_with_the_reason(self):
@@ -46,14 +49,13 @@ class Surroundings(JobTest):
 
     @needs_namespace
     def test_modules_come_from_the_programs_folder_alone(self):
-        without_proc = [*NAMESPACE, "sh", "-c", 'mount -t tmpfs tmpfs /proc && exec "$@"', "sh"]
         relative = [*NAMESPACE, "sh", "-c", 'mount -t tmpfs tmpfs /proc && shift && exec "$0" "$@"',
                     os.path.relpath(PROGRAM, self.job.folder)]
         self.job.write("A.OUT", "Seite")
         self.job.write("krvwinpr-pdf.so", "")
         run = self.job.run("A.OUT", prefix=relative)
         self.assertRegex(run.errors, "findet seinen eigenen Ordner nicht")
-        self.assertEqual(self.job.run("A.OUT", prefix=without_proc).errors, "")
+        self.assertEqual(self.job.run("A.OUT", prefix=WITHOUT_PROC).errors, "")
         self.assertEqual(self.job.lines("A.pdf"), [["Seite"]])
 
     def test_random_bytes(self):
@@ -177,6 +179,15 @@ class Rights(JobTest):
                     self.assertRegex(job.run("A.OUT", *arguments, prefix=prefix).errors, errors)
                     self.assertEqual(job.names(), ["A.OUT"])
 
+        # What the host has put there it can have written over.
+        job = self.new_job()
+        job.write("KRVWINPR.OK", "alt, und viel länger als die Zeile, die hineingehört")
+        job.write("A.OUT", "Seite")
+        self.addCleanup(job.folder.chmod, 0o755)
+        job.folder.chmod(0o555)
+        job.run("A.OUT", prefix=WITHOUT_PRIVILEGES)
+        self.assertEqual(job.read("KRVWINPR.OK"), OK_TEXT)
+
     def test_names_that_are_taken_by_folders(self):
         for name, arguments, pdfs in (("KRVWINPR.OK", [], ["A.pdf"]), ("KRVWinPr.LOG", ["/DEBUG"], [])):
             with self.subTest(name):
@@ -240,6 +251,21 @@ class SeveralJobs(JobTest):
                 job.assert_sound(name, 40)
             self.assertEqual(job.log().count("> Programm regulär beendet!"), 6)
             self.assert_settings_whole(4)
+
+    @needs_namespace
+    def test_a_job_that_is_told_to_end_leaves_no_unfinished_file(self):
+        self.job.write("A.OUT", b"".join(b"Seite %d\r\n" % number * 20 + b"\f" for number in range(20_000)))
+        self.job.write("KRVWINPR.OK", "")
+        for number in (signal.SIGTERM, signal.SIGHUP):
+            # Without /proc a file that has no name cannot be given one, so it has a hidden one from the beginning.
+            run = self.job.start("A.OUT", prefix=WITHOUT_PROC)
+            end = time.monotonic() + 30
+            while len(self.job.names()) < 3 and time.monotonic() < end:
+                time.sleep(0.001)
+            run.send_signal(number)
+            run.finish(20)
+            self.assertEqual(run.returncode, -number, "it was still printing")
+            self.assertEqual(self.job.names(), ["A.OUT", "KRVWINPR.OK"])
 
     def test_a_killed_job_leaves_nothing_that_looks_finished(self):
         text = b"".join(b"Seite %d\r\n" % number * 20 + b"\f" for number in range(20_000))

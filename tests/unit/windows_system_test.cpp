@@ -3,6 +3,7 @@
 #include "platform/windows/windows_user_files.h"
 
 #include <array>
+#include <chrono>
 #include <thread>
 
 #include "platform/windows/files.h"
@@ -51,6 +52,22 @@ TEST_F(WindowsSystemTest, PathsLongerThanTheSystemsOldLimitWork) {
     for (const std::string& path : {R"(C:\a\)" + name, R"(\\srv\share\)" + name}) {
         EXPECT_EQ(shownPath(nativePath(path)), path);
     }
+}
+
+TEST_F(WindowsSystemTest, RemovesWhatKilledProcessesLeft) {
+    const std::set<std::string> kept = {"krvwinpr-neu.tmp", "krvwinpr-offen.tmp", "krvwinpr.tmp"};
+    for (const std::string& name : {*kept.begin(), *kept.rbegin(), std::string("krvwinpr-offen.tmp"),
+                                    std::string("krvwinpr-4711-0.tmp"), std::string("krvwinpr-alt.tmp")}) {
+        put(folder / name, "");
+        std::filesystem::last_write_time(
+            pathOf(folder / name),
+            std::filesystem::file_time_type::clock::now() - std::chrono::hours{name == "krvwinpr-neu.tmp" ? 1 : 30});
+    }
+    const FileHandle open = openShared(folder / "krvwinpr-offen.tmp", GENERIC_READ, FILE_SHARE_DELETE, OPEN_EXISTING);
+    system.writeFile(file, "x");
+    std::set<std::string> names = folder.names();
+    EXPECT_EQ(names.erase("KRVWINPR.OK"), 1U);
+    EXPECT_EQ(names, kept);
 }
 
 TEST_F(WindowsSystemTest, SaysWhichFileFailedAndWhy) {

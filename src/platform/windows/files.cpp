@@ -5,15 +5,12 @@
 
 #include "platform/windows/handle.h"
 #include "platform/windows/system_error.h"
+#include "platform/windows/unfinished_file.h"
 #include "platform/windows/wide_text.h"
 
 namespace platform_windows {
 
 namespace {
-
-// What begins a path of any length, and one on a server.
-constexpr std::wstring_view longPath = LR"(\\?\)";
-constexpr std::wstring_view longShare = LR"(\\?\UNC\)";
 
 constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
@@ -22,13 +19,13 @@ struct Opened {
     DWORD error = 0;
 };
 
+// With its separator.
+std::wstring folderOf(const std::wstring& path) { return path.substr(0, path.find_last_of(LR"(\/)") + 1); }
+
 bool hasAttribute(const std::wstring& path, DWORD attribute) {
     const DWORD attributes = ::GetFileAttributesW(path.c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute) != 0;
 }
-
-// "\\.\NUL" and its like; "CON" in any folder becomes one of them.
-bool isDevice(const std::wstring& path) { return path.starts_with(LR"(\\.\)"); }
 
 Opened openFile(const std::wstring& path, DWORD access, DWORD disposition) {
     Opened result;
@@ -108,11 +105,9 @@ DWORD setSize(HANDLE file, LONGLONG size) {
 class TemporaryFile {
 public:
     explicit TemporaryFile(const std::wstring& target) {
-        constexpr int attempts = 100;  // names left behind by processes that died
-        const std::wstring folder = target.substr(0, target.find_last_of(LR"(\/)") + 1);
-        const std::wstring name = folder + L"krvwinpr-" + std::to_wstring(::GetCurrentProcessId()) + L"-";
+        constexpr int attempts = 3;
         for (int i = 0; i < attempts && !opened_.file; ++i) {
-            path_ = name + std::to_wstring(i) + L".tmp";
+            path_ = folderOf(target) + unfinishedName();
             opened_ = openFile(path_, GENERIC_WRITE, CREATE_NEW);
             if (opened_.error != 0 && opened_.error != ERROR_FILE_EXISTS) {
                 break;
@@ -213,39 +208,6 @@ DWORD overwrite(const std::wstring& path, std::string_view content) {
 
 }  // namespace
 
-std::wstring nativePath(const std::string& path) {
-    std::wstring given = widen(path);
-    if (given.empty() || given.find(L'\0') != std::wstring::npos) {
-        throwFileError(ERROR_INVALID_NAME, path.substr(0, path.find('\0')));
-    }
-    if (given.starts_with(longPath)) {
-        return given;
-    }
-    std::wstring whole(MAX_PATH, L'\0');
-    DWORD length = ::GetFullPathNameW(given.c_str(), MAX_PATH, whole.data(), nullptr);
-    if (length >= MAX_PATH) {
-        whole.resize(length);
-        length = ::GetFullPathNameW(given.c_str(), length, whole.data(), nullptr);
-    }
-    if (length == 0) {
-        throwFileError(::GetLastError(), path);
-    }
-    whole.resize(length);
-    // Short enough for the temporary file beside it, too.
-    constexpr std::size_t longest = MAX_PATH - 40;
-    if (whole.size() <= longest || isDevice(whole)) {
-        return whole;
-    }
-    return whole.starts_with(LR"(\\)") ? std::wstring(longShare) + whole.substr(2) : std::wstring(longPath) + whole;
-}
-
-std::string shownPath(std::wstring_view path) {
-    if (path.starts_with(longShare)) {
-        return R"(\\)" + narrow(path.substr(longShare.size()));
-    }
-    return narrow(path.starts_with(longPath) ? path.substr(longPath.size()) : path);
-}
-
 DWORD readWholeFile(const std::wstring& path, std::string& content) {
     const Opened opened = openFile(path, GENERIC_READ, OPEN_EXISTING);
     if (opened.error != 0) {
@@ -287,14 +249,13 @@ DWORD replaceFile(const std::wstring& path, std::string_view content, Durability
     if (hasAttribute(path, FILE_ATTRIBUTE_READONLY)) {
         return ERROR_ACCESS_DENIED;
     }
-    TemporaryFile file(path);
-    if (file.error() != 0) {
-        return file.error();
+    DWORD error = 0;
+    {
+        TemporaryFile file(path);
+        error = file.error() != 0 ? file.error() : file.write(content, durability);
+        error = error != 0 ? error : whileHeldOpen(path, [&] { return file.moveTo(path); });
     }
-    if (const DWORD error = file.write(content, durability); error != 0) {
-        return error;
-    }
-    const DWORD error = whileHeldOpen(path, [&] { return file.moveTo(path); });
+    removeLeftovers(folderOf(path));
     return isHeldOpen(error, path) ? overwrite(path, content) : error;
 }
 

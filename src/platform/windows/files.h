@@ -15,6 +15,9 @@ namespace platform_windows {
 // Throws runtime::Error for what can be no path.
 std::wstring nativePath(const std::string& path);
 
+// "\\.\NUL" and its like; "CON" in any folder becomes one of them.
+bool isDevice(const std::wstring& path);
+
 // A native path as users write it.
 std::string shownPath(std::wstring_view path);
 
@@ -25,8 +28,9 @@ enum class Durability { processEnd, powerFailure };
 
 // The file of that name has the whole content afterwards or, where that fails, is as it was before. It is written
 // beside its place and then moved there. Where another program keeps the old file open in a way that forbids this for
-// longer than half a second, the old file itself is given the new content: whoever reads it at that moment may see a
-// mixture, but there is room for all of it beforehand.
+// longer than half a second, or the folder takes no new file, the old file itself is given the new content: whoever
+// reads it at that moment may see a mixture, but there is room for all of it beforehand. Removes what killed processes
+// left in the folder.
 DWORD replaceFile(const std::wstring& path, std::string_view content, Durability durability = Durability::processEnd);
 
 // The file of that name, which exists, has another content afterwards or is as it was before. A link is followed. Name,
