@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -81,6 +82,11 @@ public:
     // Device names in the system's order. Throws SpoolerError where there should be printers and the spooler does not
     // answer.
     virtual std::vector<std::string> printerNames() = 0;
+
+    // Makes a printer usable that the system has discovered by itself and offers in its own dialogs, but has not
+    // installed, and gives its device name; nothing where there is none that is called so, in any case of letters.
+    // Takes 2 seconds to look, so it is for names that no installed printer has.
+    virtual std::optional<std::string> discover(const std::string& name) = 0;
 
     // The printer that the program brings along, one of printerNames(), whether or not anything answers; empty where
     // there is none.

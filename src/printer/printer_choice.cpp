@@ -19,10 +19,13 @@ std::optional<std::string> installedPrinter(platform::Spooler& spooler, const st
     try {
         const std::vector<std::string> names = spooler.printerNames();
         const auto found = std::find_if(names.begin(), names.end(), isWanted);
-        return found != names.end() ? std::optional(*found) : std::nullopt;
+        if (found != names.end()) {
+            return *found;
+        }
     } catch (const platform::SpoolerError& error) {
         throw error.about("Drucker „" + name + "“");
     }
+    return spooler.discover(name);
 }
 
 std::unique_ptr<Printer> choosePrinter(session::Session& session, const std::optional<std::string>& installed,

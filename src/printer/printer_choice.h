@@ -11,6 +11,7 @@
 namespace printer {
 
 // The first installed printer, in the system's order, whose name equals the given one but for the case of letters.
+// Where none has it, the printer of that name that the system discovers by itself, which may take 2 seconds and more.
 // Nothing for an empty name and for one that no printer has. The program's own printer is found without asking anybody.
 // Throws platform::SpoolerError, which names the printer, where the spooler should know and does not answer.
 std::optional<std::string> installedPrinter(platform::Spooler& spooler, const std::string& name);

@@ -44,6 +44,7 @@ int main(int count, char** arguments) {
     const std::map<std::string, std::function<void()>> calls = {
         {"names", [&] { std::ranges::copy(spooler.printerNames(), lines); }},
         {"default", [&] { std::cout << spooler.defaultPrinter() << '\n'; }},
+        {"discover", [&] { std::cout << spooler.discover(name).value_or("(none)") << '\n'; }},
         {"set-default", [&] { spooler.setDefaultPrinter(name); }},
         {"record", [&] { printRecord(spooler.printer(name)); }},
         {"bins", [&] { std::ranges::transform(spooler.paperBins(name), lines, binText); }},

@@ -67,8 +67,14 @@ TEST_F(ReportTest, TheNamedPrinterGetsTheJob) {
     EXPECT_EQ(document().pages[2].options.at(PageOption::paperBin), 1);
     EXPECT_EQ(host.system.files.at(okFile), "Alles OK, Korvano kann weitermachen!\r\n");
     EXPECT_EQ(host.settings.commits, 1);
-    // An unknown one means the default printer.
+    EXPECT_EQ(host.spooler.looksFor, Lines()) << "an installed one needs no search";
+    // An unknown one is looked for when the host has its file, and otherwise means the default printer.
+    host.spooler.discoverable["Flur links"] = "Flur_links";
+    host.spooler.onDiscover = [this] { EXPECT_TRUE(host.system.files.contains(okFile)); };
+    EXPECT_EQ(report("x", "", "Flur links"), "Flur_links: / x OK");
     EXPECT_EQ(report("x", "keinegrafik", "Tinte"), "Fax: / x OK");
+    report("x");
+    EXPECT_EQ(host.spooler.looksFor, (Lines{"Flur links", "Tinte"}));
     EXPECT_EQ(lastBox(), "");
 }
 

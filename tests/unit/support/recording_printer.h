@@ -157,6 +157,9 @@ public:
     std::vector<std::string> names{"Laser 1"};
     std::string byDefault = "Laser 1";
     std::vector<platform::PaperBin> bins;
+    std::map<std::string, std::string> discoverable;  // device names by what they are called
+    std::vector<std::string> looksFor;                // what discover() was asked for
+    std::function<void()> onDiscover;
     RecordingDevice device;
     platform::PrinterRecord record;
     std::uint32_t failWith = 0;     // every call that names a printer fails with this code
@@ -175,6 +178,14 @@ public:
         return byDefault;
     }
     bool answersAgain() override { return silentFor == 0 || --silentFor == 0; }
+    std::optional<std::string> discover(const std::string& name) override {
+        looksFor.push_back(name);
+        if (onDiscover) {
+            onDiscover();
+        }
+        const auto found = discoverable.find(name);
+        return found != discoverable.end() ? std::optional(found->second) : std::nullopt;
+    }
     void setDefaultPrinter(const std::string& name) override {
         check();
         byDefault = name;

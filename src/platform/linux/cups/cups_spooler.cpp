@@ -2,7 +2,9 @@
 
 #include <cups/cups.h>
 
+#include <chrono>
 #include <limits>
+#include <thread>
 #include <utility>
 
 #include "platform/linux/cups/cups_error.h"
@@ -16,6 +18,11 @@ namespace platform_linux::cups {
 namespace {
 
 namespace attribute_flag = platform::printer_attribute;
+using namespace std::chrono_literals;
+
+constexpr auto discoveryLimit = 2s;
+constexpr auto setUpLimit = 8s;
+constexpr auto setUpPoll = 50ms;
 
 bool serverIsLocal() {
     const std::string server = cupsServer();
@@ -72,6 +79,42 @@ http_t* CupsSpooler::answering() {
         // An answer, if only that there is no default queue.
     }
     return connection_->connected({});
+}
+
+std::optional<std::string> CupsSpooler::discover(const std::string& name) {
+    const auto found = discoveredPrinter(name, discoveryLimit);
+    if (!found) {
+        return std::nullopt;
+    }
+    makeQueue(*found);
+    // The server asks the printer what it can do; until then the queue takes no job.
+    const auto end = std::chrono::steady_clock::now() + setUpLimit;
+    while (!acceptsJobs(found->queue)) {
+        if (std::chrono::steady_clock::now() > end) {
+            throw failure(IPP_STATUS_ERROR_NOT_ACCEPTING_JOBS, found->queue, "");
+        }
+        std::this_thread::sleep_for(setUpPoll);
+    }
+    return found->queue;
+}
+
+void CupsSpooler::makeQueue(const DiscoveredPrinter& printer) {
+    IppMessage request = makeRequest(IPP_OP_CUPS_CREATE_LOCAL_PRINTER, printer.queue);
+    ippAddString(request.get(), IPP_TAG_PRINTER, IPP_TAG_NAME, "printer-name", nullptr, printer.queue.c_str());
+    ippAddString(request.get(), IPP_TAG_PRINTER, IPP_TAG_TEXT, "printer-info", nullptr, printer.info.c_str());
+    ippAddString(request.get(), IPP_TAG_PRINTER, IPP_TAG_URI, "device-uri", nullptr, printer.uri.c_str());
+    try {
+        connection_->request({}, std::move(request));
+    } catch (const platform::SpoolerError& error) {
+        if (error.code() != IPP_STATUS_ERROR_NOT_POSSIBLE) {  // which says that there is the queue already
+            throw;
+        }
+    }
+}
+
+bool CupsSpooler::acceptsJobs(const std::string& queue) {
+    constexpr const char* accepting = "printer-is-accepting-jobs";
+    return boolean(connection_->attributes(queue, {accepting}).get(), accepting).value_or(false);
 }
 
 std::string CupsSpooler::defaultPrinter() {

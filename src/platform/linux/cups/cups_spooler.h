@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "platform/linux/cups/connection.h"
+#include "platform/linux/cups/discovery.h"
 #include "platform/linux/cups/queue_access.h"
 #include "platform/linux/documents/document_factory.h"
 #include "platform/spooler.h"
@@ -19,6 +20,8 @@ public:
     bool hasPrinters() override { return !printerNames().empty(); }
     std::vector<std::string> printerNames() override;
     std::string builtinPrinter() override { return {}; }
+    // The printers that speak IPP Everywhere; the queue is one that the server removes by itself some time after use.
+    std::optional<std::string> discover(const std::string& name) override;
     // The queue that LPDEST or PRINTER or the user's lpoptions name; where they name none that there is, the server's
     // default. Where it is an instance of a queue, a document opened on it from then on has that instance's options.
     std::string defaultPrinter() override;
@@ -36,6 +39,8 @@ public:
 
 private:
     http_t* answering();
+    void makeQueue(const DiscoveredPrinter& printer);
+    bool acceptsJobs(const std::string& queue);
 
     std::shared_ptr<Connection> connection_;
     std::shared_ptr<QueueAccess> queues_;

@@ -20,6 +20,7 @@ public:
     bool hasPrinters() override { return true; }
     std::vector<std::string> printerNames() override { return {builtinPrinterName}; }
     std::string builtinPrinter() override { return builtinPrinterName; }
+    std::optional<std::string> discover(const std::string& /*name*/) override { return std::nullopt; }
     std::string defaultPrinter() override { return builtinPrinterName; }
     void setDefaultPrinter(const std::string& /*name*/) override {}
     platform::PrinterRecord printer(const std::string& name) override;

@@ -40,6 +40,11 @@ std::vector<std::string> LinuxSpooler::printerNames() {
     return names;
 }
 
+std::optional<std::string> LinuxSpooler::discover(const std::string& name) {
+    cups::PrintServer* server = cups_.get();
+    return server != nullptr ? server->spooler().discover(name) : std::nullopt;
+}
+
 std::string LinuxSpooler::defaultPrinter() {
     cups::PrintServer* server = builtinByEnvironment() ? nullptr : cups_.get();
     if (server == nullptr) {

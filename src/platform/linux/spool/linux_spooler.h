@@ -24,6 +24,7 @@ public:
     bool hasPrinters() override { return true; }
     std::vector<std::string> printerNames() override;
     std::string builtinPrinter() override { return builtinPrinterName; }
+    std::optional<std::string> discover(const std::string& name) override;
     std::string defaultPrinter() override;
     // Of CUPS's queues, for this user. The built-in printer can only be what it is when CUPS names no default.
     void setDefaultPrinter(const std::string& name) override;

@@ -18,6 +18,8 @@ public:
     // Those of this machine and those that the user is connected to.
     std::vector<std::string> printerNames() override;
     std::string builtinPrinter() override { return {}; }
+    // Windows installs what it discovers.
+    std::optional<std::string> discover(const std::string& /*name*/) override { return std::nullopt; }
     std::string defaultPrinter() override;
     void setDefaultPrinter(const std::string& name) override;
     platform::PrinterRecord printer(const std::string& name) override;
