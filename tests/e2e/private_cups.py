@@ -92,6 +92,8 @@ class PrivateCups:
             (root / name).mkdir(parents=True)
         for name in ("filter", "daemon", "monitor"):
             (root / "bin" / name).symlink_to(f"/usr/lib/cups/{name}")
+        for name in ("ipp", "ipps"):
+            (root / "bin/backend" / name).symlink_to(f"/usr/lib/cups/backend/{name}")
         shutil.copy(HERE / "record", root / "bin/backend")
         # CUPS runs a backend that only its owner may run as root, any other as the user of the filters.
         (root / "bin/backend/record").chmod(0o700 if os.geteuid() == 0 else 0o755)
