@@ -12,6 +12,12 @@ endforeach()
 set_property(TEST e2e.queues e2e.everywhere APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TARGET_FILE:krv-printers>")
 set_tests_properties(e2e.everywhere PROPERTIES SKIP_RETURN_CODE 77)
 
+# What lets the program's memory end, for the tests of faults.
+add_library(krv-no-memory MODULE e2e/faults/no_memory.cpp)
+set_target_properties(krv-no-memory PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
+target_link_libraries(krv-no-memory PRIVATE ${CMAKE_DL_LIBS})
+set_property(TEST e2e.faults APPEND PROPERTY ENVIRONMENT "KRVWINPR_NO_MEMORY=$<TARGET_FILE:krv-no-memory>")
+
 # The desktop's notification service for the tests of messages.
 add_executable(krv-notifications e2e/desktop/notifications.cpp)
 target_link_libraries(krv-notifications PRIVATE PkgConfig::DBUS)

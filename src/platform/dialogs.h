@@ -31,6 +31,9 @@ public:
     // Shows a short message, plain text, on the user's desktop, without a box and without waiting for anybody; dropped
     // where there is no desktop. Never throws.
     virtual void notify(const std::string& text) = 0;
+
+    // Says that there is not enough memory, without taking any; what stands for a message that cannot be made any more.
+    virtual void outOfMemory() noexcept = 0;
 };
 
 }  // namespace platform

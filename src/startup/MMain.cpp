@@ -8,6 +8,7 @@
 #include "graphics/MGrafikdruck.h"
 #include "graphics/MInverser.h"
 #include "report/DoReport.h"
+#include "report/completion.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
@@ -50,17 +51,25 @@ Switches takeSwitches(clsArguments& arguments, session::DebugLog& log) {
     return switches;
 }
 
+bool isCommand(const std::string& mode) {
+    return mode == "/DRUCKERAUSWAHL" || mode == "/VORSCHAU" || mode == "/INVERT" || mode == "/PRINTGRAPHIC";
+}
+
 class StartUp {
 public:
     explicit StartUp(platform::Platform& platform) : session_(platform), log_(session_.log) {}
 
-    void run();
+    // Says by the flag when a report is about to begin, which lets the host go itself from then on.
+    void run(bool& reportBegun);
+
+    // Lets a host go that waits for a report which could not even begin.
+    void giveUpReport();
 
 private:
     void writeHeader();
     void recordProgram();
     void logEnvironment(const Switches& switches);
-    void dispatch(const clsArguments& arguments, const Switches& switches);
+    void dispatch(const clsArguments& arguments, const Switches& switches, bool& reportBegun);
     void showUsage();
     void selectPrinter();
     void notYet(const std::string& what);
@@ -73,16 +82,24 @@ private:
     std::string exePath_;
 };
 
-void StartUp::run() {
+void StartUp::run(bool& reportBegun) {
     clsArguments arguments(system().commandTail());
     const Switches switches = takeSwitches(arguments, log_);
     writeHeader();
     recordProgram();
     logEnvironment(switches);
-    dispatch(arguments, switches);
+    dispatch(arguments, switches, reportBegun);
     session_.storeSettings();
     log_.line("> Programm regulär beendet!");
     log_.write("");
+}
+
+void StartUp::giveUpReport() {
+    clsArguments arguments(system().commandTail());
+    const Switches switches = takeSwitches(arguments, log_);
+    if (switches.blnWait && arguments.Count() > 0 && !isCommand(runtime::upperCase(arguments.Item(1)))) {
+        report::MPrint::WriteOKFile(session_);
+    }
 }
 
 void StartUp::writeHeader() {
@@ -120,7 +137,7 @@ void StartUp::logEnvironment(const Switches& switches) {
     log_.line("> TwoPass: ", switches.blnTwoPass ? "Ja" : "Nein");
 }
 
-void StartUp::dispatch(const clsArguments& arguments, const Switches& switches) {
+void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, bool& reportBegun) {
     if (arguments.Count() == 0) {
         log_.line("> keine Argumente");
         showUsage();
@@ -145,6 +162,7 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches) 
         log_.line("> Grafikdruckende");
     } else {
         log_.line("> Reportbeginn");
+        reportBegun = true;
         report::MPrint::DoReport(
             session_, {arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait, switches.blnTwoPass},
             [this] { session_.platform.dialogs.processEvents(); });
@@ -186,17 +204,45 @@ void showLastMessage(platform::Platform& platform, const runtime::Error& error) 
                                 Buttons::ok, Icon::critical, session::Program{}.title);
 }
 
+// Whether the program ran to its end, or to an error of its own, which is shown; otherwise there was no memory for
+// that, or something failed that nobody thought of, which has been told as far as it can be.
+bool ran(platform::Platform& platform, bool& reportBegun) {
+    try {
+        StartUp(platform).run(reportBegun);
+        return true;
+    } catch (const runtime::Error& error) {
+        showLastMessage(platform, error);
+        return error.number() != runtime::errOutOfMemory;
+    } catch (const std::bad_alloc&) {
+        platform.dialogs.outOfMemory();
+    } catch (const std::exception& error) {
+        showLastMessage(platform, runtime::Error(runtime::errInternal, error.what()));
+    } catch (...) {
+        showLastMessage(platform, runtime::Error(runtime::errInternal));
+    }
+    return false;
+}
+
 }  // namespace
 
 void Main(platform::Platform& platform) noexcept {
+    bool reportBegun = false;
+    bool whole = false;
     try {
-        StartUp(platform).run();
-    } catch (const runtime::Error& error) {
-        showLastMessage(platform, error);
-    } catch (const std::bad_alloc&) {
-        showLastMessage(platform, runtime::Error(runtime::errOutOfMemory));
-    } catch (const std::exception& error) {
-        showLastMessage(platform, runtime::Error(runtime::errInternal, error.what()));
+        whole = ran(platform, reportBegun);
+    } catch (...) {
+        platform.dialogs.outOfMemory();
+    }
+    if (!whole && !reportBegun) {
+        giveUp(platform);
+    }
+}
+
+void giveUp(platform::Platform& platform) noexcept {
+    try {
+        StartUp(platform).giveUpReport();
+    } catch (...) {
+        platform.dialogs.outOfMemory();
     }
 }
 

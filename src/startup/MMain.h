@@ -9,4 +9,7 @@ namespace startup::MMain {
 // Never throws; the process's exit code is 0 whatever happens.
 void Main(platform::Platform& platform) noexcept;
 
+// What remains of that where it could not even begin, for want of memory: a host that waits for a report is let go.
+void giveUp(platform::Platform& platform) noexcept;
+
 }  // namespace startup::MMain

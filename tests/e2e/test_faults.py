@@ -161,6 +161,40 @@ class LittleRoom(JobTest):
                 self.assertEqual(str(job.settings) in run.errors, not whole, run.errors)
 
 
+@unittest.skipIf(SLOW, "the sanitizers have allocators of their own")
+class LittleMemory(JobTest):
+    """Wherever memory ends, the program ends by itself, prints whole pages or says that it did not."""
+
+    def run_job(self, *arguments, **options):
+        self.new_job().sample_letter()
+        return self.job.run("BRIEF.OUT", *arguments, **options).errors
+
+    def test_each_allocation_in_turn(self):
+        preload = {"LD_PRELOAD": os.environ["KRVWINPR_NO_MEMORY"]}
+        self.run_job("HINTERGR.PCX", "", "/DEBUG")
+        lines, outcomes = [sorted(page) for page in self.job.lines("BRIEF.pdf")], set()
+        for arguments in (["HINTERGR.PCX", "", "/DEBUG"], ["KEINEGRAFIK", PRINTER, "/WAIT"], ["FEHLT.PCX"]):
+            self.run_job(*arguments, KRV_COUNT="../count", **preload)
+            count = int((self.job.folder / "../count").read_text())
+            self.assertGreater(count, 200)
+            for number in range(1, count, max(1, count // 40)):
+                with self.subTest(arguments=arguments, number=number):
+                    errors = self.run_job(*arguments, KRV_FAIL=str(number), **preload)
+                    whole = self.job.pdfs() and [sorted(page) for page in self.job.lines("BRIEF.pdf")] == lines
+                    self.assertTrue(whole or errors)
+                    outcomes.add((bool(whole), "Nicht genügend Speicher" in errors))
+        self.assertLessEqual({(True, False), (False, True)}, outcomes)
+
+    def test_a_limit_to_all_memory(self):
+        outcomes = set()
+        for size in (20, 60, 100, 400):
+            limit = (size << 20, size << 20)
+            errors = self.run_job("", PRINTER, "/WAIT", limits=lambda: resource.setrlimit(resource.RLIMIT_AS, limit))
+            self.assertEqual((self.job.read("KRVWINPR.OK"), bool(errors)), (OK_TEXT, not self.job.pdfs()))
+            outcomes.add("Nicht genügend Speicher" in errors)
+        self.assertEqual(outcomes, {True, False})
+
+
 class Rights(JobTest):
     def test_a_folder_that_cannot_be_written(self):
         for reason in ("Berechtigung", *(["schreibgeschützt"] if CAN_MOUNT else [])):

@@ -22,7 +22,8 @@ std::array<int, 5> shape(hb_font_t* font, unsigned glyph) {
 
 TEST(PdfFont, LeadsEveryByteToItsShape) {
     const auto codePage = platform_linux::dosCodePage(850);
-    const auto found = FontFinder().find("Courier New", false, true, false);
+    FontFinder finder;
+    const auto& found = finder.find("Courier New", false, true, false);
     const std::optional<FontFile> file = FontFile::open(found.at(0).path, found.at(0).index);
     ASSERT_TRUE(file);
     ByteGlyphs glyphs{};

@@ -8,7 +8,10 @@
 
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <csignal>
+#include <cstdlib>
+#include <string_view>
 
 #include "platform/linux/file_descriptor.h"
 
@@ -21,24 +24,36 @@ void leaveNoCore() {
     ::setrlimit(RLIMIT_CORE, &noCore);
 }
 
-[[noreturn]] void runChild(const std::function<int()>& function, int reportTo) {
+// The last byte of a report, which says that it is whole.
+constexpr char whole = '\n';
+
+bool send(std::string_view text, int descriptor) {
+    while (!text.empty()) {
+        const ssize_t count = ::write(descriptor, text.data(), text.size());
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        text.remove_prefix(count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return true;
+}
+
+[[noreturn]] void runChild(const std::function<std::string()>& function, int reportTo) {
     leaveNoCore();
     if (const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) {
         ::dup2(nowhere, STDERR_FILENO);
     }
     try {
-        const int result = function();
-        const bool told = ::write(reportTo, &result, sizeof result) == sizeof result;
-        ::_exit(told ? 0 : 1);
+        ::_exit(send(function() + whole, reportTo) ? 0 : 1);
     } catch (...) {
         ::_exit(1);
     }
 }
 
-// Whether there is something to read, or the other end was closed, before the limit.
-bool waitFor(int descriptor, std::chrono::milliseconds limit) {
-    using Clock = std::chrono::steady_clock;
-    const Clock::time_point end = Clock::now() + limit;
+using Clock = std::chrono::steady_clock;
+
+// Whether there is something to read, or the other end was closed, before the end of the time.
+bool waitFor(int descriptor, Clock::time_point end) {
     int ready = -1;
     do {
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now());
@@ -47,6 +62,43 @@ bool waitFor(int descriptor, std::chrono::milliseconds limit) {
     } while (ready < 0 && errno == EINTR);
     return ready > 0;
 }
+
+std::optional<std::string> receive(int descriptor, Clock::time_point end) {
+    std::string text;
+    std::array<char, PIPE_BUF> part{};
+    while (waitFor(descriptor, end)) {
+        const ssize_t count = ::read(descriptor, part.data(), part.size());
+        if (count == 0 && text.ends_with(whole)) {
+            text.pop_back();
+            return text;
+        }
+        if (count == 0 || (count < 0 && errno != EINTR)) {
+            break;
+        }
+        text.append(part.data(), count > 0 ? static_cast<std::size_t>(count) : 0);
+    }
+    return std::nullopt;
+}
+
+void waitForEndOf(pid_t child) {
+    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
+    }
+}
+
+// A child that does not outlive the object, whatever it is doing.
+class Child {
+public:
+    explicit Child(pid_t number) : number_(number) {}
+    Child(const Child&) = delete;
+    Child& operator=(const Child&) = delete;
+    ~Child() {
+        ::kill(number_, SIGKILL);
+        waitForEndOf(number_);
+    }
+
+private:
+    pid_t number_;
+};
 
 void letGoOfEverything() {
     constexpr unsigned int highestDescriptor = ~0U;
@@ -80,33 +132,31 @@ void endAfter(std::chrono::seconds limit) {
     ::_exit(0);
 }
 
-void waitForEndOf(pid_t child) {
-    while (::waitpid(child, nullptr, 0) < 0 && errno == EINTR) {
-    }
-}
-
 }  // namespace
 
-std::optional<int> forkedCall(const std::function<int()>& function, std::chrono::milliseconds limit) {
+std::optional<std::string> forkedText(const std::function<std::string()>& function, std::chrono::milliseconds limit) {
+    const Clock::time_point end = Clock::now() + limit;
     std::array<int, 2> ends{};
     if (::pipe2(ends.data(), O_CLOEXEC) != 0) {
         return std::nullopt;
     }
     const FileDescriptor reading(ends[0]);
     FileDescriptor writing(ends[1]);
-    const pid_t child = ::fork();
-    if (child == 0) {
+    const pid_t number = ::fork();
+    if (number == 0) {
         runChild(function, writing.get());
     }
-    if (child < 0) {
+    if (number < 0) {
         return std::nullopt;
     }
+    const Child child(number);
     writing.close();
-    int result = 0;
-    const bool told = waitFor(reading.get(), limit) && ::read(reading.get(), &result, sizeof result) == sizeof result;
-    ::kill(child, SIGKILL);
-    waitForEndOf(child);
-    return told ? std::optional<int>(result) : std::nullopt;
+    return receive(reading.get(), end);
+}
+
+std::optional<int> forkedCall(const std::function<int()>& function, std::chrono::milliseconds limit) {
+    const auto text = forkedText([&function] { return std::to_string(function()); }, limit);
+    return text ? std::optional(std::atoi(text->c_str())) : std::nullopt;
 }
 
 // The child in between ends at once, so that the process is nobody's here and leaves no trace when it ends.

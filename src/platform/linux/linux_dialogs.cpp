@@ -47,23 +47,6 @@ std::unique_ptr<qt::Desktop> openDesktop() {
     }
 }
 
-// Gives up rather than wait for a reader that does not read.
-void writeToStandardError(std::string_view text) {
-    constexpr int patience = 1000;  // milliseconds
-    while (!text.empty()) {
-        pollfd output{STDERR_FILENO, POLLOUT, 0};
-        if (::poll(&output, 1, patience) <= 0 || (output.revents & POLLOUT) == 0) {
-            return;
-        }
-        const ssize_t count = ::write(STDERR_FILENO, text.data(), std::min<std::size_t>(text.size(), PIPE_BUF));
-        if (count > 0) {
-            text.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            return;
-        }
-    }
-}
-
 // Keeps a reader that has gone away from ending the process, where nobody has seen to that yet.
 class NoBrokenPipeSignal {
 public:
@@ -79,6 +62,24 @@ public:
 private:
     struct sigaction before_ {};
 };
+
+// Gives up rather than wait for a reader that does not read.
+void writeToStandardError(std::string_view text) {
+    constexpr int patience = 1000;  // milliseconds
+    const NoBrokenPipeSignal quiet;
+    while (!text.empty()) {
+        pollfd output{STDERR_FILENO, POLLOUT, 0};
+        if (::poll(&output, 1, patience) <= 0 || (output.revents & POLLOUT) == 0) {
+            return;
+        }
+        const ssize_t count = ::write(STDERR_FILENO, text.data(), std::min<std::size_t>(text.size(), PIPE_BUF));
+        if (count > 0) {
+            text.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            return;
+        }
+    }
+}
 
 // Owner of what a started program gets along: no terminal, no pipe of ours that somebody may wait for the end of, and
 // the usual signals.
@@ -133,6 +134,16 @@ std::string absolute(const std::string& path) {
 
 }  // namespace
 
+// None of the port's functions throws, whatever it takes to make a message.
+template <typename Function>
+void LinuxDialogs::withMemory(Function function) noexcept {
+    try {
+        function();
+    } catch (...) {
+        outOfMemory();
+    }
+}
+
 qt::Desktop* LinuxDialogs::desktop() {
     if (!desktop_) {
         desktop_ = openDesktop();
@@ -142,11 +153,16 @@ qt::Desktop* LinuxDialogs::desktop() {
 
 Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platform::Icon icon,
                                 const std::string& title) {
-    if (qt::Desktop* windows = desktop()) {
-        return windows->messageBox(text, buttons, icon, title.empty() ? std::string(runtime::programName) : title);
-    }
-    diagnostic(platform::messages::unseenBox(text, buttons, title));
-    return platform::messages::unseenAnswer(buttons);
+    Answer answer = platform::messages::unseenAnswer(buttons);
+    withMemory([&] {
+        if (qt::Desktop* windows = desktop()) {
+            answer =
+                windows->messageBox(text, buttons, icon, title.empty() ? std::string(runtime::programName) : title);
+        } else {
+            diagnostic(platform::messages::unseenBox(text, buttons, title));
+        }
+    });
+    return answer;
 }
 
 void LinuxDialogs::processEvents() {
@@ -156,20 +172,21 @@ void LinuxDialogs::processEvents() {
 }
 
 void LinuxDialogs::showTextFile(const std::string& path) {
-    const ResolvedPath file = findPath(path);
-    if (file.error != 0) {
-        diagnostic("Die Datei " + path + " ist nicht vorhanden.");
-        return;
-    }
-    const std::string whole = absolute(file.path);
-    if (!desktopNamed() || !openInEditor(whole)) {
-        diagnostic("Bitte lesen Sie die Datei " + whole);
-    }
+    withMemory([&] {
+        const ResolvedPath file = findPath(path);
+        const std::string whole = absolute(file.path);
+        if (file.error != 0) {
+            diagnostic("Die Datei " + path + " ist nicht vorhanden.");
+        } else if (!desktopNamed() || !openInEditor(whole)) {
+            diagnostic("Bitte lesen Sie die Datei " + whole);
+        }
+    });
 }
 
 void LinuxDialogs::diagnostic(const std::string& line) {
-    const NoBrokenPipeSignal quiet;
-    writeToStandardError(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\n");
+    withMemory([&] {
+        writeToStandardError(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\n");
+    });
 }
 
 void LinuxDialogs::notify(const std::string& text) {
@@ -184,5 +201,7 @@ void LinuxDialogs::notify(const std::string& text) {
         },
         limit);
 }
+
+void LinuxDialogs::outOfMemory() noexcept { writeToStandardError("KRVWinPr: Nicht genügend Speicher\n"); }
 
 }  // namespace platform_linux

@@ -22,8 +22,11 @@ public:
     void showTextFile(const std::string& path) override;
     void diagnostic(const std::string& line) override;
     void notify(const std::string& text) override;
+    void outOfMemory() noexcept override;
 
 private:
+    template <typename Function>
+    void withMemory(Function function) noexcept;
     qt::Desktop* desktop();
 
     std::optional<std::unique_ptr<qt::Desktop>> desktop_;  // nothing: not tried yet; a null pointer: there is none

@@ -1,6 +1,7 @@
 #include "platform/linux/module.h"
 
 #include <dlfcn.h>
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <array>
@@ -19,6 +20,16 @@ std::string loaderText() {
 
 [[noreturn]] void refuse(const std::string& reason) {
     throw runtime::Error(runtime::errFileNotFound, reason + "; KRVWinPr bitte vollständig neu installieren");
+}
+
+// Some of the libraries that come with a module end the process where they get no memory.
+void requireMemory() {
+    constexpr std::size_t plenty = std::size_t{64} << 20;
+    void* memory = ::mmap(nullptr, plenty, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED) {
+        throw runtime::Error(runtime::errOutOfMemory, "bitte andere Programme beenden");
+    }
+    ::munmap(memory, plenty);
 }
 
 // The loader keeps account of what is loaded, so asking it twice loads once.
@@ -52,6 +63,7 @@ void* moduleEntry(const std::string& name) {
     for (const std::string& place : places) {
         const std::string file = place + fileName;
         if (::access(file.c_str(), F_OK) == 0) {
+            requireMemory();
             return entryOf(file, "krvwinpr_" + name);
         }
     }

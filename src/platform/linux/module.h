@@ -11,7 +11,7 @@ inline constexpr int moduleInterface = 1;
 
 // Loads the module "krvwinpr-<name>.so" from the program's folder, or from ../lib/krvwinpr beside it, never from
 // anywhere else, and returns the address of its entry function "krvwinpr_<name>". Loaded once and kept until the
-// program ends. Throws runtime::Error (errFileNotFound) with the loader's own text in the detail.
+// program ends. Throws runtime::Error (errFileNotFound) with the loader's own text in the detail, or errOutOfMemory.
 void* moduleEntry(const std::string& name);
 
 }  // namespace platform_linux

@@ -5,6 +5,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <exception>
 #include <iterator>
 #include <string>
 #include <type_traits>
@@ -110,13 +111,18 @@ void notifyInSecondProcess(std::string_view text) {
     ::SetEnvironmentVariableW(variable, nullptr);
 }
 
-bool wasNotification() {
-    std::wstring text(::GetEnvironmentVariableW(variable, nullptr, 0), L'\0');
-    if (text.empty()) {
+bool wasNotification() noexcept {
+    const DWORD size = ::GetEnvironmentVariableW(variable, nullptr, 0);
+    if (size == 0) {
         return false;
     }
-    text.resize(::GetEnvironmentVariableW(variable, text.data(), static_cast<DWORD>(text.size())));
-    show(text);
+    try {
+        std::wstring text(size, L'\0');
+        text.resize(::GetEnvironmentVariableW(variable, text.data(), size));
+        show(text);
+    } catch (const std::exception&) {
+        // Out of memory: then there is no message.
+    }
     return true;
 }
 

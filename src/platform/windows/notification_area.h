@@ -13,6 +13,6 @@ void notifyInSecondProcess(std::string_view text);
 
 // Whether this process is such a second one; then it has shown its message, until the user or half a minute ended it.
 // To be asked before anything else is done.
-bool wasNotification();
+bool wasNotification() noexcept;
 
 }  // namespace platform_windows

@@ -12,6 +12,7 @@
 #include "platform/windows/places.h"
 #include "platform/windows/topmost_window.h"
 #include "platform/windows/wide_text.h"
+#include "runtime/error.h"
 #include "runtime/program.h"
 
 namespace platform_windows {
@@ -85,6 +86,11 @@ void writeToStandardError(std::string_view text) {
     ::WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
 }
 
+void sayOutOfMemory() noexcept {
+    // In the ANSI code pages of the West.
+    writeToStandardError("KRVWinPr: Nicht gen\xFCgend Speicher\r\n");
+}
+
 // By its full name, as the current directory, where the host keeps its files, must not have a say in what is started.
 bool openInEditor(const std::string& file) {
     const std::wstring folder = systemFolder();
@@ -126,7 +132,7 @@ Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon
         }
         diagnostic(platform::messages::unseenBox(text, buttons, title));
     } catch (const std::exception&) {
-        // Out of memory: the box cannot be shown, and nobody could be told either.
+        outOfMemory();
     }
     return platform::messages::unseenAnswer(buttons);
 }
@@ -146,13 +152,21 @@ void WindowsDialogs::processEvents() {
 
 void WindowsDialogs::showTextFile(const std::string& path) {
     try {
+        show(path);
+    } catch (const std::exception&) {
+        sayOutOfMemory();
+    }
+}
+
+void WindowsDialogs::show(const std::string& path) {
+    try {
         const std::wstring file = nativePath(path);
         if (!isFile(file)) {
             diagnostic("Die Datei " + path + " ist nicht vorhanden.");
         } else if (!hasVisibleDesktop() || !openInEditor(shownPath(file))) {
             diagnostic("Bitte lesen Sie die Datei " + shownPath(file));
         }
-    } catch (const std::exception&) {
+    } catch (const runtime::Error&) {
         diagnostic("Die Datei " + path + " kann nicht angezeigt werden.");
     }
 }
@@ -162,7 +176,7 @@ void WindowsDialogs::diagnostic(const std::string& line) {
         writeToStandardError(encode(
             widen(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\r\n"), CP_ACP));
     } catch (const std::exception&) {
-        // Out of memory: then there is no line.
+        sayOutOfMemory();
     }
 }
 
@@ -172,7 +186,14 @@ void WindowsDialogs::notify(const std::string& text) {
             notifyInSecondProcess(platform::messages::oneLine(text));
         }
     } catch (const std::exception&) {
-        // Out of memory: then there is no message.
+        sayOutOfMemory();
+    }
+}
+
+void WindowsDialogs::outOfMemory() noexcept {
+    sayOutOfMemory();
+    if (hasVisibleDesktop()) {
+        ::MessageBoxW(topmostWindow(), L"Nicht genügend Speicher", L"KRVWinPr", styleOf(Buttons::ok, Icon::critical));
     }
 }
 

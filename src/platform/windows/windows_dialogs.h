@@ -19,6 +19,10 @@ public:
     void showTextFile(const std::string& path) override;
     void diagnostic(const std::string& line) override;
     void notify(const std::string& text) override;
+    void outOfMemory() noexcept override;
+
+private:
+    void show(const std::string& path);
 };
 
 }  // namespace platform_windows

@@ -178,6 +178,7 @@ public:
     std::vector<std::string> shownFiles;
     std::vector<std::string> diagnostics;
     std::vector<std::string> notifications;
+    int timesOutOfMemory = 0;
     platform::Answer answer = platform::Answer::yes;
 
     platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
@@ -189,6 +190,7 @@ public:
     void showTextFile(const std::string& path) override { shownFiles.push_back(path); }
     void diagnostic(const std::string& line) override { diagnostics.push_back(line); }
     void notify(const std::string& text) override { notifications.push_back(text); }
+    void outOfMemory() noexcept override { ++timesOutOfMemory; }
 };
 
 class MemoryUserFiles : public platform::UserFiles {

@@ -70,7 +70,9 @@ std::optional<FontFile> FontFile::open(const std::string& path, int index) {
     }
     file.font_.reset(hb_font_create(file.face_.get()));
     file.measures_ = read(file.face_.get());
-    return file;
+    // Without memory the library leaves out what it has no room for; a font without letters is of no use either.
+    const unsigned letter = file.glyph(U'A');
+    return letter != 0 && file.advance(letter) > 0 ? std::optional(std::move(file)) : std::nullopt;
 }
 
 unsigned FontFile::glyph(char32_t character) const {

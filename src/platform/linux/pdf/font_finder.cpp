@@ -1,6 +1,16 @@
 #include "platform/linux/pdf/font_finder.h"
 
+#include <fontconfig/fontconfig.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdlib>
 #include <optional>
+#include <string_view>
+
+#include "platform/linux/forked_call.h"
+#include "platform/linux/pdf/scoped.h"
+#include "runtime/error.h"
 
 namespace platform_linux::pdf {
 
@@ -50,17 +60,10 @@ Pattern requestFor(FcConfig* config, const std::string& family, bool bold, bool 
     return pattern;
 }
 
-}  // namespace
-
-std::vector<FontLocation> FontFinder::find(const std::string& family, bool bold, bool italic, bool all) {
-    if (!config_) {
-        config_.reset(FcInitLoadConfigAndFonts());
-    }
+// Fonts of one style as fontconfig orders them.
+std::vector<FontLocation> ask(FcConfig* config, const std::string& family, bool bold, bool italic, bool all) {
     std::vector<FontLocation> found;
-    if (!config_) {
-        return found;
-    }
-    const Pattern request = requestFor(config_.get(), family, bold, italic);
+    const Pattern request = requestFor(config, family, bold, italic);
     const auto add = [&](const FcPattern* pattern) {
         if (const auto location = locationOf(pattern, family)) {
             found.push_back(*location);
@@ -68,17 +71,96 @@ std::vector<FontLocation> FontFinder::find(const std::string& family, bool bold,
     };
     FcResult result = FcResultNoMatch;
     if (!all) {
-        const Pattern match(FcFontMatch(config_.get(), request.get(), &result));
+        const Pattern match(FcFontMatch(config, request.get(), &result));
         if (match) {
             add(match.get());
         }
         return found;
     }
-    const FontSet sorted(FcFontSort(config_.get(), request.get(), FcFalse, nullptr, &result));
+    const FontSet sorted(FcFontSort(config, request.get(), FcFalse, nullptr, &result));
     for (int number = 0; sorted && number < sorted->nfont; ++number) {
         add(sorted->fonts[number]);
     }
     return found;
+}
+
+constexpr char endOfField = '\0';
+
+void append(std::string& text, const std::string& field) { text.append(field) += endOfField; }
+
+// Takes a field from the front of the text.
+std::string take(std::string_view& text) {
+    const std::size_t size = text.find(endOfField);
+    std::string field(text.substr(0, size));
+    text.remove_prefix(size == std::string_view::npos ? text.size() : size + 1);
+    return field;
+}
+
+struct Style {
+    bool bold;
+    bool italic;
+};
+
+// The answers for several styles, each behind the number of its fonts.
+std::string answersTo(const std::string& family, const std::vector<Style>& styles, bool all) {
+    const Scoped<FcConfig, FcConfigDestroy> config(FcInitLoadConfigAndFonts());
+    std::string text;
+    for (const Style& style : styles) {
+        const auto fonts =
+            config ? ask(config.get(), family, style.bold, style.italic, all) : std::vector<FontLocation>();
+        append(text, std::to_string(fonts.size()));
+        for (const FontLocation& font : fonts) {
+            append(text, font.path);
+            append(text, std::to_string(font.index));
+            append(text, font.family);
+            append(text, font.sameFamily ? "1" : "");
+        }
+    }
+    return text;
+}
+
+std::vector<FontLocation> takeFonts(std::string_view& text) {
+    std::vector<FontLocation> fonts(static_cast<std::size_t>(std::atoi(take(text).c_str())));
+    for (FontLocation& font : fonts) {
+        font.path = take(text);
+        font.index = std::atoi(take(text).c_str());
+        font.family = take(text);
+        font.sameFamily = !take(text).empty();
+    }
+    return fonts;
+}
+
+}  // namespace
+
+const FontFinder::Answer* FontFinder::known(const std::string& family, bool bold, bool italic, bool all) const {
+    const auto found = std::find_if(answers_.begin(), answers_.end(), [&](const Answer& answer) {
+        return answer.family == family && answer.bold == bold && answer.italic == italic && answer.all == all;
+    });
+    return found != answers_.end() ? &*found : nullptr;
+}
+
+// A report uses all four styles as a rule, so their fonts are asked for at once; every font of a style hardly ever.
+const std::vector<FontLocation>& FontFinder::find(const std::string& family, bool bold, bool italic, bool all) {
+    // Where fonts are new, their list is made first.
+    constexpr std::chrono::seconds limit{60};
+    if (const Answer* answer = known(family, bold, italic, all)) {
+        return answer->fonts;
+    }
+    const std::vector<Style> styles =
+        all ? std::vector<Style>{{bold, italic}}
+            : std::vector<Style>{{false, false}, {true, false}, {false, true}, {true, true}};
+    const auto text = forkedText([&] { return answersTo(family, styles, all); }, limit);
+    if (!text) {
+        throw runtime::Error(
+            runtime::errPrinter,
+            "Die installierten Zeichensätze lassen sich nicht ermitteln. Bitte den Speicher prüfen, und "
+            "die Liste der Zeichensätze mit 'fc-cache -f' neu anlegen.");
+    }
+    std::string_view left = *text;
+    for (const Style& style : styles) {
+        answers_.push_back({family, style.bold, style.italic, all, takeFonts(left)});
+    }
+    return known(family, bold, italic, all)->fonts;
 }
 
 }  // namespace platform_linux::pdf

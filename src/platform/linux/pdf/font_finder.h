@@ -1,12 +1,9 @@
 // Finds font files by family name, through fontconfig.
 #pragma once
 
-#include <fontconfig/fontconfig.h>
-
+#include <deque>
 #include <string>
 #include <vector>
-
-#include "platform/linux/pdf/scoped.h"
 
 namespace platform_linux::pdf {
 
@@ -18,15 +15,27 @@ struct FontLocation {
     bool operator==(const FontLocation&) const = default;
 };
 
-// The first query loads the list of the installed fonts, about 9 ms.
+// Asked in a process of its own, because fontconfig may take the process with it: where memory is short, or a font or a
+// list of fonts is damaged. A query loads the list of the installed fonts, about 9 ms.
 class FontFinder {
 public:
     // TrueType fonts by how well they suit the request, the best first; one, or with "all" every one. Empty where there
-    // is none. Variable fonts are left out: of one outline they would give every weight.
-    std::vector<FontLocation> find(const std::string& family, bool bold, bool italic, bool all);
+    // is none. Variable fonts are left out: of one outline they would give every weight. Throws runtime::Error
+    // (errPrinter) where there is no answer.
+    const std::vector<FontLocation>& find(const std::string& family, bool bold, bool italic, bool all);
 
 private:
-    Scoped<FcConfig, FcConfigDestroy> config_;
+    struct Answer {
+        std::string family;
+        bool bold = false;
+        bool italic = false;
+        bool all = false;
+        std::vector<FontLocation> fonts;
+    };
+
+    const Answer* known(const std::string& family, bool bold, bool italic, bool all) const;
+
+    std::deque<Answer> answers_;
 };
 
 }  // namespace platform_linux::pdf

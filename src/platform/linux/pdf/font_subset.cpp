@@ -3,7 +3,11 @@
 #include <hb-subset.h>
 
 #include <algorithm>
+#include <array>
+#include <chrono>
+#include <utility>
 
+#include "platform/linux/forked_call.h"
 #include "platform/linux/pdf/table_tag.h"
 #include "runtime/error.h"
 
@@ -69,15 +73,43 @@ std::string characterMap(const ByteGlyphs& glyphs) {
     return map;
 }
 
-[[noreturn]] void fail(const FontFile& font) {
-    throw runtime::Error(runtime::errPrinter, "Der Zeichensatz '" + font.postScriptName() +
-                                                  "' lässt sich nicht in die PDF-Datei einbetten. Bitte seine "
-                                                  "Installation prüfen oder einen anderen Zeichensatz wählen.");
+using Font = Scoped<hb_font_t, hb_font_destroy>;
+
+// What a glyph looks like from outside: its box and its advance.
+std::array<int, 5> shapeOf(hb_font_t* font, unsigned glyph) {
+    hb_glyph_extents_t box{};
+    hb_font_get_glyph_extents(font, glyph, &box);
+    return {box.x_bearing, box.y_bearing, box.width, box.height, hb_font_get_glyph_h_advance(font, glyph)};
 }
 
-}  // namespace
+// Whether every byte leads to the shape that it has in the font. The library says nothing where it had no memory for a
+// part: then that part is missing, and with it words of the page.
+bool isWhole(const std::string& program, const FontFile& font, const ByteGlyphs& glyphs) {
+    const Blob blob(hb_blob_create(program.data(), static_cast<unsigned>(program.size()), HB_MEMORY_MODE_READONLY,
+                                   nullptr, nullptr));
+    const Face face(hb_face_create(blob.get(), 0));
+    const Font written(hb_font_create(face.get()));
+    const Font original(hb_font_create(font.face()));
+    for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
+        hb_codepoint_t glyph = 0;
+        hb_font_get_nominal_glyph(written.get(), 0xF000U + static_cast<hb_codepoint_t>(byte), &glyph);
+        const bool expected = glyphs[byte] != 0;
+        if (expected && (glyph == 0 || shapeOf(written.get(), glyph) != shapeOf(original.get(), glyphs[byte]))) {
+            return false;
+        }
+    }
+    return hb_face_get_glyph_count(face.get()) > 0;
+}
 
-std::string fontSubset(const FontFile& font, const ByteGlyphs& glyphs) {
+[[noreturn]] void fail(const FontFile& font) {
+    throw runtime::Error(
+        runtime::errPrinter,
+        "Der Zeichensatz '" + font.postScriptName() +
+            "' lässt sich nicht in die PDF-Datei einbetten. Bitte den freien "
+            "Speicher und die Installation des Zeichensatzes prüfen oder einen anderen Zeichensatz wählen.");
+}
+
+std::string makeSubset(const FontFile& font, const ByteGlyphs& glyphs) {
     const Scoped<hb_subset_input_t, hb_subset_input_destroy> input(hb_subset_input_create_or_fail());
     if (!input) {
         fail(font);
@@ -121,10 +153,22 @@ std::string fontSubset(const FontFile& font, const ByteGlyphs& glyphs) {
     const Blob file(hb_face_reference_blob(program.get()));
     unsigned size = 0;
     const char* data = hb_blob_get_data(file.get(), &size);
-    if (size == 0) {
+    std::string result(data, size);
+    if (!isWhole(result, font, glyphs)) {
         fail(font);
     }
-    return {data, size};
+    return result;
+}
+
+}  // namespace
+
+std::string fontSubset(const FontFile& font, const ByteGlyphs& glyphs) {
+    constexpr std::chrono::seconds limit{60};
+    auto program = forkedText([&] { return makeSubset(font, glyphs); }, limit);
+    if (!program) {
+        fail(font);
+    }
+    return std::move(*program);
 }
 
 }  // namespace platform_linux::pdf

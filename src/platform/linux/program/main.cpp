@@ -1,8 +1,29 @@
+#include <new>
+
 #include "platform/linux/program/linux_platform.h"
 #include "startup/MMain.h"
 
+namespace {
+
+using platform_linux::program::LinuxPlatform;
+
+// Whether there was memory for it.
+bool run(int argc, char** argv, void (*function)(platform::Platform&) noexcept) {
+    try {
+        LinuxPlatform platform(argc, argv);
+        function(platform.ports());
+        return true;
+    } catch (const std::bad_alloc&) {
+        platform_linux::LinuxDialogs().outOfMemory();
+        return false;
+    }
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-    platform_linux::program::LinuxPlatform platform(argc, argv);
-    startup::MMain::Main(platform.ports());
+    if (!run(argc, argv, startup::MMain::Main)) {
+        run(argc, argv, startup::MMain::giveUp);
+    }
     return 0;
 }

@@ -5,6 +5,26 @@
 
 #include <windows.h>
 
+#include <new>
+
+namespace {
+
+using platform_windows::program::WindowsPlatform;
+
+// Whether there was memory for it.
+bool run(void (*function)(platform::Platform&) noexcept) {
+    try {
+        WindowsPlatform platform;
+        function(platform.ports());
+        return true;
+    } catch (const std::bad_alloc&) {
+        platform_windows::WindowsDialogs().outOfMemory();
+        return false;
+    }
+}
+
+}  // namespace
+
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     // A drive without a disk is an error for whoever asks for it, not a box of the system that waits for an answer.
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
@@ -14,7 +34,8 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
         return 0;
     }
 
-    platform_windows::program::WindowsPlatform platform;
-    startup::MMain::Main(platform.ports());
+    if (!run(startup::MMain::Main)) {
+        run(startup::MMain::giveUp);
+    }
     return 0;
 }
