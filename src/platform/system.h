@@ -74,6 +74,10 @@ public:
     virtual int screenDpiX() = 0;
     virtual int screenDpiY() = 0;
 
+    // Whether the screen tells its resolution at once, within a tenth of a second: to be asked by whoever must not
+    // wait.
+    virtual bool screenAnswers() = 0;
+
     virtual void sleep(int milliseconds) = 0;
 
     // Time since some moment in the past; whatever happens to the clock, it goes on evenly.

@@ -132,8 +132,11 @@ void StartUp::logEnvironment(const Switches& switches) {
     log_.line("> RunPath: ", runtime::shown(system().currentDirectory()));
     log_.line("> EXEPath: ", runtime::shown(exePath_));
     log_.line("> EXEVersion: ", session_.program.version);
-    log_.line("> LOGPixelsX: ", std::to_string(system().screenDpiX()));
-    log_.line("> LOGPixelsY: ", std::to_string(system().screenDpiY()));
+    // A host waits for its completion file behind this, so the log does without a screen that keeps it waiting.
+    constexpr int usualDpi = 96;
+    const bool known = system().screenAnswers();
+    log_.line("> LOGPixelsX: ", std::to_string(known ? system().screenDpiX() : usualDpi));
+    log_.line("> LOGPixelsY: ", std::to_string(known ? system().screenDpiY() : usualDpi));
     log_.line("> TwoPass: ", switches.blnTwoPass ? "Ja" : "Nein");
 }
 

@@ -10,6 +10,7 @@ import shutil
 import signal
 import subprocess
 import tempfile
+import time
 import unittest
 from typing import NamedTuple
 
@@ -141,6 +142,12 @@ class Job:
 
     def names(self) -> list[str]:
         return sorted(os.listdir(self.folder))
+
+    def wait_for_ok(self, end) -> bool:
+        """Whether the completion file is there before that time of the clock."""
+        while "KRVWINPR.OK" not in self.names() and time.monotonic() < end:
+            time.sleep(0.005)
+        return "KRVWINPR.OK" in self.names()
 
     def pdfs(self) -> list[str]:
         return [name for name in self.names() if name.endswith(".pdf")]

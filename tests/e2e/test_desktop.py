@@ -1,6 +1,8 @@
 """Message boxes on a real display."""
 
 import shutil
+import socket
+import time
 import unittest
 
 from support import JobTest
@@ -27,6 +29,18 @@ class DesktopTest(JobTest):
         self.job.check(run.finish(60))
         self.assertRegex(run.errors, "^KRVWinPr: Druckauftrag 'FEHLT.OUT' abgebrochen, .*\n$")
         self.assertIn("KRVWINPR.OK", self.job.names())
+
+    def test_a_display_that_does_not_answer_delays_no_completion_file(self):
+        self.job.write("A.OUT", "Seite")
+        with socket.socket(socket.AF_UNIX) as display:
+            display.bind("\0/tmp/.X11-unix/X4711")
+            display.listen()
+            start = time.monotonic()
+            run = self.job.start("A.OUT", "/DEBUG", DISPLAY=":4711")
+            self.assertTrue(self.job.wait_for_ok(start + 10))
+            self.assertLess(time.monotonic() - start, 1.5)
+            self.job.check(run.finish(60))
+        self.assertIn("> LOGPixelsX: 96", self.job.log())
 
 
 if __name__ == "__main__":

@@ -201,6 +201,7 @@ TEST(DialogsPort, WhereNobodySeesThemTextGoesToStandardErrorAndTheFirstButtonIsT
     const std::string written = writtenBy([&](platform::Dialogs& dialogs) {
         EXPECT_EQ(dialogs.messageBox("Fehler\r\n\r\nDatei\x1B[2J\n über\r", Buttons::ok, Icon::critical, "Druck"),
                   Answer::ok);
+        dialogs.messageBox("Drei\x07\r\n\r\nZeilen\r", Buttons::ok, Icon::none, "");
         EXPECT_EQ(dialogs.messageBox("Anzeigen?", Buttons::yesNo, Icon::none, "KrvWinPr"), Answer::yes);
         EXPECT_EQ(dialogs.messageBox("Weiter?", Buttons::okCancel, Icon::information, ""), Answer::ok);
         dialogs.processEvents();
@@ -209,6 +210,7 @@ TEST(DialogsPort, WhereNobodySeesThemTextGoesToStandardErrorAndTheFirstButtonIsT
     });
     EXPECT_EQ(written,
               "KRVWinPr: Druck: Fehler Datei\\x1B[2J über\n"
+              "KRVWinPr: Drei\n\nZeilen\n"
               "KRVWinPr: Anzeigen? [Antwort: Ja]\n"
               "KRVWinPr: Weiter? [Antwort: OK]\n"
               "KRVWinPr: Bitte lesen Sie die Datei " +

@@ -81,6 +81,8 @@ void writeToStandardError(std::string_view text) {
     }
 }
 
+void tell(const std::string& text) { writeToStandardError(std::string(runtime::programName) + ": " + text + "\n"); }
+
 // Owner of what a started program gets along: no terminal, no pipe of ours that somebody may wait for the end of, and
 // the usual signals.
 class DetachedStart {
@@ -159,7 +161,7 @@ Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platfo
             answer =
                 windows->messageBox(text, buttons, icon, title.empty() ? std::string(runtime::programName) : title);
         } else {
-            diagnostic(platform::messages::unseenBox(text, buttons, title));
+            tell(platform::messages::unseenBox(text, buttons, icon, title));
         }
     });
     return answer;
@@ -184,9 +186,7 @@ void LinuxDialogs::showTextFile(const std::string& path) {
 }
 
 void LinuxDialogs::diagnostic(const std::string& line) {
-    withMemory([&] {
-        writeToStandardError(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\n");
-    });
+    withMemory([&] { tell(platform::messages::oneLine(line)); });
 }
 
 void LinuxDialogs::notify(const std::string& text) {

@@ -10,10 +10,10 @@
 namespace platform_linux {
 
 // There is a desktop where DISPLAY or WAYLAND_DISPLAY is set and the module "qt" can open windows there; this is found
-// out, and Qt loaded, with the first box. On standard error a box is one line, "KRVWinPr: title: text", the title left
-// out where it is the program's name; behind a question stands the answer taken for it.
-// A notification is the business of a process of its own, which loads the module "notification" and is ended after half
-// a minute: a session bus that hangs holds nobody up.
+// out, and Qt loaded, with the first box. On standard error a box is one line (a text to be read, without an icon,
+// several), "KRVWinPr: title: text", the title left out where it is the program's name; behind a question stands the
+// answer taken for it. A notification is the business of a process of its own, which loads the module "notification"
+// and is ended after half a minute: a session bus that hangs holds nobody up.
 class LinuxDialogs : public platform::Dialogs {
 public:
     platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,

@@ -29,6 +29,8 @@ namespace platform_linux {
 
 namespace {
 
+constexpr int usualDpi = 96;
+
 const char* environment(const char* name) { return ::getenv(name); }
 
 int numberIn(std::string_view text) {
@@ -265,18 +267,35 @@ const CodePage& LinuxSystem::codePage() {
     return *codePage_;
 }
 
-int LinuxSystem::screenDpi() {
-    constexpr int usual = 96;
+// An answer that is of no use is one all the same.
+void LinuxSystem::askScreen(std::chrono::milliseconds limit) {
     constexpr int least = 24;
     constexpr int most = 2400;
+    std::optional<int> answer = usualDpi;
+    if (isSet("DISPLAY")) {
+        const auto ask = [] { return reinterpret_cast<screen::ScreenDpi>(moduleEntry("screen"))(); };
+        answer = forkedCall(ask, limit);
+    }
+    if (answer) {
+        screenDpi_ = *answer >= least && *answer <= most ? *answer : usualDpi;
+    }
+}
+
+bool LinuxSystem::screenAnswers() {
+    constexpr std::chrono::milliseconds limit{100};
+    if (!screenDpi_) {
+        askScreen(limit);
+    }
+    return screenDpi_.has_value();
+}
+
+int LinuxSystem::screenDpi() {
     constexpr std::chrono::seconds limit{2};
     if (!screenDpi_) {
-        screenDpi_ = usual;
-        if (isSet("DISPLAY")) {
-            const auto ask = [] { return reinterpret_cast<screen::ScreenDpi>(moduleEntry("screen"))(); };
-            const int dpi = forkedCall(ask, limit).value_or(0);
-            screenDpi_ = dpi >= least && dpi <= most ? dpi : usual;
-        }
+        askScreen(limit);
+    }
+    if (!screenDpi_) {
+        screenDpi_ = usualDpi;
     }
     return *screenDpi_;
 }

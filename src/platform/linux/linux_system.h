@@ -1,6 +1,7 @@
 // The port System on Linux.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -37,6 +38,7 @@ public:
     std::string fromDosCodePage(std::string_view bytes) override;
     int screenDpiX() override { return screenDpi(); }
     int screenDpiY() override { return screenDpi(); }
+    bool screenAnswers() override;
     void sleep(int milliseconds) override;
     std::int64_t elapsedMilliseconds() override;
     std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override;
@@ -49,6 +51,7 @@ public:
 
 private:
     int screenDpi();
+    void askScreen(std::chrono::milliseconds limit);
     std::string nativePath(const std::string& path);
 
     int argumentCount_;

@@ -1,5 +1,7 @@
 #include "platform/messages/unseen_box.h"
 
+#include <algorithm>
+
 #include "runtime/program.h"
 #include "runtime/text.h"
 #include "runtime/utf8.h"
@@ -17,6 +19,19 @@ std::string_view answerTaken(Buttons buttons) {
         default:
             return "";
     }
+}
+
+// A line ends with CR, LF or both.
+std::string severalLines(std::string_view text) {
+    std::string lines;
+    while (!text.empty()) {
+        const std::size_t size = std::min(text.find_first_of("\r\n"), text.size());
+        lines += oneLine(text.substr(0, size)) + '\n';
+        text.remove_prefix(size);
+        text.remove_prefix(text.starts_with("\r\n") ? 2 : std::min<std::size_t>(text.size(), 1));
+    }
+    lines.resize(lines.size() - (lines.empty() ? 0 : 1));
+    return lines;
 }
 
 }  // namespace
@@ -38,12 +53,12 @@ std::string oneLine(std::string_view text) {
     return std::string(runtime::trimRight(line));
 }
 
-std::string unseenBox(std::string_view text, Buttons buttons, std::string_view title) {
+std::string unseenBox(std::string_view text, Buttons buttons, Icon icon, std::string_view title) {
     std::string line;
     if (!title.empty() && runtime::upperCase(title) != runtime::upperCase(runtime::programName)) {
         line.append(title) += ": ";
     }
-    return line.append(oneLine(text)).append(answerTaken(buttons));
+    return line.append(icon == Icon::none ? severalLines(text) : oneLine(text)).append(answerTaken(buttons));
 }
 
 Answer unseenAnswer(Buttons buttons) { return buttons == Buttons::yesNo ? Answer::yes : Answer::ok; }

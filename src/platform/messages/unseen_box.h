@@ -11,9 +11,9 @@ namespace platform::messages {
 // One line of what may be several: line ends, and whatever could disturb a terminal, become single blanks.
 std::string oneLine(std::string_view text);
 
-// The box as one line: its title, left out where it is the program's name, its text, and behind a question the answer
-// taken for it.
-std::string unseenBox(std::string_view text, Buttons buttons, std::string_view title);
+// What a box says: its title, left out where it is the program's name, its text, and behind a question the answer taken
+// for it. A text to be read, in a box without an icon, keeps its lines, which end with "\n"; a message is one line.
+std::string unseenBox(std::string_view text, Buttons buttons, Icon icon, std::string_view title);
 
 // The answer to a box that nobody sees: the first button.
 Answer unseenAnswer(Buttons buttons);

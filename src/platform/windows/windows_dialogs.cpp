@@ -86,6 +86,10 @@ void writeToStandardError(std::string_view text) {
     ::WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
 }
 
+void tell(const std::string& text) {
+    writeToStandardError(encode(widen(withLineEnds(std::string(runtime::programName) + ": " + text + "\n")), CP_ACP));
+}
+
 void sayOutOfMemory() noexcept {
     // In the ANSI code pages of the West.
     writeToStandardError("KRVWinPr: Nicht gen\xFCgend Speicher\r\n");
@@ -130,7 +134,7 @@ Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon
             default:
                 break;
         }
-        diagnostic(platform::messages::unseenBox(text, buttons, title));
+        tell(platform::messages::unseenBox(text, buttons, icon, title));
     } catch (const std::exception&) {
         outOfMemory();
     }
@@ -173,8 +177,7 @@ void WindowsDialogs::show(const std::string& path) {
 
 void WindowsDialogs::diagnostic(const std::string& line) {
     try {
-        writeToStandardError(encode(
-            widen(std::string(runtime::programName) + ": " + platform::messages::oneLine(line) + "\r\n"), CP_ACP));
+        tell(platform::messages::oneLine(line));
     } catch (const std::exception&) {
         sayOutOfMemory();
     }

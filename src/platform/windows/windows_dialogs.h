@@ -7,10 +7,10 @@
 namespace platform_windows {
 
 // A box is seen where the process belongs to a desktop that a user sees; a service or a task in the background does
-// not, and a box there would wait for ever. Then, as with diagnostics, the text is one line on standard error, in the
-// ANSI code page, "KRVWinPr: title: text", the title left out where it is the program's name; behind a question stands
-// the answer taken for it. Standard error is what whoever started the program made it: a file, a pipe or nothing.
-// A notification is shown by a second process (notification_area.h).
+// not, and a box there would wait for ever. Then, as with diagnostics, the text is one line (a text to be read, without
+// an icon, several) on standard error, in the ANSI code page, "KRVWinPr: title: text", the title left out where it is
+// the program's name; behind a question stands the answer taken for it. Standard error is what whoever started the
+// program made it: a file, a pipe or nothing. A notification is shown by a second process (notification_area.h).
 class WindowsDialogs final : public platform::Dialogs {
 public:
     platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,

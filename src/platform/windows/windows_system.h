@@ -32,6 +32,7 @@ public:
     std::string fromDosCodePage(std::string_view bytes) override;
     int screenDpiX() override;
     int screenDpiY() override;
+    bool screenAnswers() override { return true; }
     void sleep(int milliseconds) override;
     std::int64_t elapsedMilliseconds() override;
     std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override;

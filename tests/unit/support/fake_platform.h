@@ -114,6 +114,7 @@ public:
     std::string fromDosCodePage(std::string_view bytes) override { return std::string(bytes); }
     int screenDpiX() override { return screenDpi; }
     int screenDpiY() override { return screenDpiDown; }
+    bool screenAnswers() override { return true; }
     void sleep(int milliseconds) override {
         sleptMilliseconds += milliseconds;
         now.millisecond += milliseconds;
