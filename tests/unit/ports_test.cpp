@@ -210,7 +210,7 @@ TEST(DialogsPort, WhereNobodySeesThemTextGoesToStandardErrorAndTheFirstButtonIsT
     });
     EXPECT_EQ(written,
               "KRVWinPr: Druck: Fehler Datei\\x1B[2J über\n"
-              "KRVWinPr: Drei\n\nZeilen\n"
+              "KRVWinPr: Drei\\x07\n\nZeilen\n"
               "KRVWinPr: Anzeigen? [Antwort: Ja]\n"
               "KRVWinPr: Weiter? [Antwort: OK]\n"
               "KRVWinPr: Bitte lesen Sie die Datei " +
