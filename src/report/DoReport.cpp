@@ -1,5 +1,6 @@
 #include "report/DoReport.h"
 
+#include <exception>
 #include <memory>
 #include <new>
 #include <optional>
@@ -36,9 +37,10 @@ public:
           failure_(session, order.sDateiname, order.sGrafikname),
           kept_(session, order) {}
 
-    void run();
+    void run() noexcept;
 
 private:
+    void begin();
     void printReport();
     void readPrintFile();
     void earlyHandshake();
@@ -49,9 +51,9 @@ private:
     void report(const Error& error);
     JobEnd endBy(const Error& error) const;
     std::string keep(const JobEnd& end);
-    void commonEnd();
+    void commonEnd() noexcept;
     template <typename Step>
-    void attempt(Step step);
+    bool attempt(Step step) noexcept;
 
     session::Session& session_;
     session::DebugLog& log_;
@@ -64,27 +66,41 @@ private:
 
     bool accepted_ = false;  // the host goes on, or will as soon as the job has ended
     bool printed_ = false;
+    bool ended_ = false;
     std::string printText_;
     bool ofOKFile_ = false;                    // the print file is the completion file: it is there, and stays as it is
     std::optional<std::string> namedPrinter_;  // the printer that the order names, where it is installed
     std::unique_ptr<printer::Printer> printer_;
 };
 
-void ReportJob::run() {
-    try {
-        log_.line(">   DoReport (sDateiname='", shownFile_, "', sGrafikname='", runtime::shown(order_.sGrafikname),
-                  "', sDruckerTreiber='", runtime::shown(order_.sDruckerTreiber), "', blnWait='",
-                  runtime::booleanText(order_.blnWait, session_.locale()), "')");
-        if (!session_.platform.spooler.hasPrinters()) {
-            failure_.reportNoPrinters();
-            commonEnd();
-            return;
+// Whatever fails, be it the report of a failure itself for want of memory: the common end is reached.
+void ReportJob::run() noexcept {
+    attempt([this] {
+        try {
+            begin();
+        } catch (const Error& error) {
+            report(error);
+        } catch (const std::bad_alloc&) {
+            report(Error(runtime::errOutOfMemory, "'" + shownFile_ + "' ist zu groß"));
+        } catch (const std::exception& error) {
+            report(Error(runtime::errInternal, error.what()));
         }
+    });
+    if (!ended_) {
+        commonEnd();
+    }
+}
+
+void ReportJob::begin() {
+    log_.line(">   DoReport (sDateiname='", shownFile_, "', sGrafikname='", runtime::shown(order_.sGrafikname),
+              "', sDruckerTreiber='", runtime::shown(order_.sDruckerTreiber), "', blnWait='",
+              runtime::booleanText(order_.blnWait, session_.locale()), "')");
+    if (session_.platform.spooler.hasPrinters()) {
         printReport();
-    } catch (const Error& error) {
-        report(error);
-    } catch (const std::bad_alloc&) {
-        report(Error(runtime::errOutOfMemory, "'" + shownFile_ + "' ist zu groß"));
+        ended_ = true;
+    } else {
+        failure_.reportNoPrinters();
+        commonEnd();
     }
 }
 
@@ -156,12 +172,16 @@ void ReportJob::lateHandshake() {
 // Each step of a report is tried, whatever becomes of the others: the host must get its file, and the user what has
 // been printed, also when the log cannot be written.
 template <typename Step>
-void ReportJob::attempt(Step step) {
+bool ReportJob::attempt(Step step) noexcept {
     try {
         step();
+        return true;
     } catch (const Error& error) {
         session_.platform.dialogs.diagnostic(error.message());
+    } catch (...) {
+        session_.platform.dialogs.outOfMemory();
     }
+    return false;
 }
 
 void ReportJob::report(const Error& error) {
@@ -170,10 +190,12 @@ void ReportJob::report(const Error& error) {
             printer_->Release();
         }
     });
-    const JobEnd end = endBy(error);
-    const std::string whereabouts = keep(end);
-    attempt([&] { failure_.report(progress_.stretch(), error, end, whereabouts); });
-    attempt([this] { commonEnd(); });
+    attempt([&] {
+        const JobEnd end = endBy(error);
+        const std::string whereabouts = keep(end);
+        failure_.report(progress_.stretch(), error, end, whereabouts);
+    });
+    commonEnd();
 }
 
 JobEnd ReportJob::endBy(const Error& error) const {
@@ -203,17 +225,27 @@ std::string ReportJob::keep(const JobEnd& end) {
     return kept_.whereabouts();
 }
 
-void ReportJob::commonEnd() {
+void ReportJob::commonEnd() noexcept {
+    ended_ = true;
     attempt([this] { failure_.offerLog(); });
-    if (order_.blnWait && !ofOKFile_) {
-        WriteOKFile(session_);
+    const auto letHostGo = [this] { WriteOKFile(session_); };
+    if (order_.blnWait && !ofOKFile_ && !attempt(letHostGo)) {
+        std::string().swap(printText_);
+        attempt(letHostGo);
     }
 }
 
 }  // namespace
 
 void DoReport(session::Session& session, const JobOrder& order, const LetEventsRun& letEventsRun) {
-    ReportJob(session, order, letEventsRun).run();
+    try {
+        ReportJob(session, order, letEventsRun).run();
+    } catch (const std::bad_alloc&) {
+        session.platform.dialogs.outOfMemory();
+        if (order.blnWait) {
+            WriteOKFile(session);
+        }
+    }
 }
 
 }  // namespace report::MPrint

@@ -165,10 +165,10 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, 
         log_.line("> Grafikdruckende");
     } else {
         log_.line("> Reportbeginn");
+        const report::MPrint::JobOrder order{arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait,
+                                             switches.blnTwoPass};
         reportBegun = true;
-        report::MPrint::DoReport(
-            session_, {arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait, switches.blnTwoPass},
-            [this] { session_.platform.dialogs.processEvents(); });
+        report::MPrint::DoReport(session_, order, [this] { session_.platform.dialogs.processEvents(); });
         log_.line("> Reportende");
     }
 }

@@ -5,6 +5,7 @@ import socket
 import time
 import unittest
 
+from private_bus import PrivateBus
 from support import JobTest
 
 # Presses a key in the program's window again and again, until the program ends.
@@ -41,6 +42,27 @@ class DesktopTest(JobTest):
             self.assertLess(time.monotonic() - start, 1.5)
             self.job.check(run.finish(60))
         self.assertIn("> LOGPixelsX: 96", self.job.log())
+
+    def test_a_job_that_fails_tells_the_desktop(self):
+        for markup in ((), ("body", "body-markup")):
+            with PrivateBus(*markup) as bus:
+                for place in {"DBUS_SESSION_BUS_ADDRESS": bus.address}, {"XDG_RUNTIME_DIR": bus.folder.name}:
+                    self.assertRegex(self.job.run("<B>&.OUT", **place).errors, "'<B>&.OUT' abgebrochen")
+                    self.assertIn("'&lt;B&gt;&amp;.OUT'" if markup else "'<B>&.OUT'", bus.message())
+                self.job.write("A.OUT", "Seite")
+                self.assertEqual(self.job.run("A.OUT", DBUS_SESSION_BUS_ADDRESS=bus.address).errors, "")
+                self.job.run("FEHLT.OUT", DBUS_SESSION_BUS_ADDRESS=bus.address)
+                self.assertIn("'FEHLT.OUT'", bus.message(), "the job in between has nothing to tell")
+
+    def test_a_message_bus_that_does_not_answer_holds_nobody_up(self):
+        with socket.socket(socket.AF_UNIX) as bus:
+            bus.bind("\0krvwinpr-" + str(self.job.folder))
+            bus.listen()
+            start = time.monotonic()
+            run = self.job.run("FEHLT.OUT", "/WAIT",
+                               DBUS_SESSION_BUS_ADDRESS=f"unix:abstract=krvwinpr-{self.job.folder}")
+            self.assertLess(time.monotonic() - start, 3)
+            self.assertIn("abgebrochen", run.errors)
 
 
 if __name__ == "__main__":

@@ -182,6 +182,7 @@ class LittleMemory(JobTest):
                     errors = self.run_job(*arguments, KRV_FAIL=str(number), **preload)
                     whole = self.job.pdfs() and [sorted(page) for page in self.job.lines("BRIEF.pdf")] == lines
                     self.assertTrue(whole or errors)
+                    self.assertTrue("/WAIT" not in arguments or self.job.read("KRVWINPR.OK") == OK_TEXT, errors)
                     outcomes.add((bool(whole), "Nicht genügend Speicher" in errors))
         self.assertLessEqual({(True, False), (False, True)}, outcomes)
 
