@@ -107,7 +107,6 @@ void ReportJob::begin() {
 void ReportJob::printReport() {
     readPrintFile();
     earlyHandshake();
-    kept_.begin(printText_);
     choosePrinter();
     logPrinterGeometry(session_, *printer_);
     PrintRun run(session_, *printer_, progress_, letEventsRun_);
@@ -136,9 +135,11 @@ void ReportJob::readPrintFile() {
 void ReportJob::earlyHandshake() {
     if (order_.blnWait) {
         log_.line(">   KRVWINPR.OK übersprungen wegen /WAIT-Parameter");
+        kept_.begin(printText_);
         return;
     }
     WriteOKFile(session_);
+    kept_.begin(printText_);
     log_.line(">   KRVWINPR.OK ausgegeben");
     session_.storeSettings();
 }
