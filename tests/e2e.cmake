@@ -12,6 +12,17 @@ endforeach()
 set_property(TEST e2e.queues e2e.everywhere APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TARGET_FILE:krv-printers>")
 set_tests_properties(e2e.everywhere PROPERTIES SKIP_RETURN_CODE 77)
 
+# How the files that users get are hardened; the builds with the sanitizers are not.
+if(NOT KRV_SANITIZE)
+    set(files "$<TARGET_FILE:KRVWinPr>")
+    foreach(module cups images notification pdf qt screen)
+        string(APPEND files ":$<TARGET_FILE:krvwinpr-${module}>")
+    endforeach()
+    add_test(NAME e2e.hardening WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+             COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_hardening.py)
+    set_tests_properties(e2e.hardening PROPERTIES ENVIRONMENT "KRVWINPR_FILES=${files}")
+endif()
+
 # What lets the program's memory end, for the tests of faults.
 add_library(krv-no-memory MODULE e2e/faults/no_memory.cpp)
 set_target_properties(krv-no-memory PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
