@@ -14,6 +14,7 @@
 #include <string_view>
 
 #include "platform/linux/file_descriptor.h"
+#include "platform/linux/memory_room.h"
 
 namespace platform_linux {
 
@@ -157,6 +158,10 @@ std::optional<std::string> forkedText(const std::function<std::string()>& functi
 std::optional<int> forkedCall(const std::function<int()>& function, std::chrono::milliseconds limit) {
     const auto text = forkedText([&function] { return std::to_string(function()); }, limit);
     return text ? std::optional(std::atoi(text->c_str())) : std::nullopt;
+}
+
+std::optional<std::string> guardedText(const std::function<std::string()>& function, std::chrono::milliseconds limit) {
+    return memoryIsPlenty() ? function() : forkedText(function, limit);
 }
 
 // The child in between ends at once, so that the process is nobody's here and leaves no trace when it ends.

@@ -1,11 +1,11 @@
 #include "platform/linux/module.h"
 
 #include <dlfcn.h>
-#include <sys/mman.h>
 #include <unistd.h>
 
 #include <array>
 
+#include "platform/linux/memory_room.h"
 #include "platform/linux/paths.h"
 #include "runtime/error.h"
 
@@ -25,11 +25,9 @@ std::string loaderText() {
 // Some of the libraries that come with a module end the process where they get no memory.
 void requireMemory() {
     constexpr std::size_t plenty = std::size_t{64} << 20;
-    void* memory = ::mmap(nullptr, plenty, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) {
+    if (!hasMemoryFor(plenty)) {
         throw runtime::Error(runtime::errOutOfMemory, "bitte andere Programme beenden");
     }
-    ::munmap(memory, plenty);
 }
 
 // The loader keeps account of what is loaded, so asking it twice loads once.

@@ -1,8 +1,11 @@
-// Loaded before a program (LD_PRELOAD): lets the N-th allocation fail, KRV_FAIL=N; the file KRV_COUNT is given the
-// number of allocations at the end. What counts is the program, its modules, and the libraries that are meant to
-// survive it; others end the process themselves where they get no memory.
+// Loaded before a program (LD_PRELOAD): lets the N-th allocation fail, KRV_FAIL=N, and every mapping of 256 MiB, so
+// that the program knows memory to be short; the file KRV_COUNT is given the number of allocations at the end. What
+// counts is the program, its modules, and the libraries that are meant to survive it; others end the process themselves
+// where they get no memory.
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -78,5 +81,13 @@ extern "C" {
 [[gnu::visibility("default")]] int posix_memalign(void** memory, std::size_t unit, std::size_t size) {
     *memory = fails(__builtin_return_address(0)) ? nullptr : __libc_memalign(unit, size);
     return *memory != nullptr ? 0 : ENOMEM;
+}
+[[gnu::visibility("default")]] void* mmap(void* at, std::size_t size, int rights, int flags, int file, off_t from) {
+    constexpr std::size_t plenty = std::size_t{256} << 20;
+    if (size >= plenty) {
+        errno = ENOMEM;
+        return MAP_FAILED;
+    }
+    return reinterpret_cast<void*>(::syscall(SYS_mmap, at, size, rights, flags, file, from));
 }
 }

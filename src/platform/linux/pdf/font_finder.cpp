@@ -1,15 +1,14 @@
 #include "platform/linux/pdf/font_finder.h"
 
-#include <fontconfig/fontconfig.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/forked_call.h"
-#include "platform/linux/pdf/scoped.h"
+#include "platform/linux/memory_room.h"
 #include "runtime/error.h"
 
 namespace platform_linux::pdf {
@@ -139,13 +138,31 @@ const FontFinder::Answer* FontFinder::known(const std::string& family, bool bold
     return found != answers_.end() ? &*found : nullptr;
 }
 
-// A report uses all four styles as a rule, so their fonts are asked for at once; every font of a style hardly ever.
+const FontFinder::Answer& FontFinder::remember(const std::string& family, bool bold, bool italic, bool all,
+                                               std::vector<FontLocation> fonts) {
+    return answers_.emplace_back(Answer{family, bold, italic, all, std::move(fonts)});
+}
+
 const std::vector<FontLocation>& FontFinder::find(const std::string& family, bool bold, bool italic, bool all) {
-    // Where fonts are new, their list is made first.
-    constexpr std::chrono::seconds limit{60};
     if (const Answer* answer = known(family, bold, italic, all)) {
         return answer->fonts;
     }
+    if (!memoryIsPlenty()) {
+        askInProcessOfItsOwn(family, bold, italic, all);
+        return known(family, bold, italic, all)->fonts;
+    }
+    if (!config_) {
+        config_.reset(FcInitLoadConfigAndFonts());
+    }
+    return remember(family, bold, italic, all,
+                    config_ ? ask(config_.get(), family, bold, italic, all) : std::vector<FontLocation>())
+        .fonts;
+}
+
+// A report uses all four styles as a rule, so their fonts are asked for at once; every font of a style hardly ever.
+void FontFinder::askInProcessOfItsOwn(const std::string& family, bool bold, bool italic, bool all) {
+    // Where fonts are new, their list is made first.
+    constexpr std::chrono::seconds limit{60};
     const std::vector<Style> styles =
         all ? std::vector<Style>{{bold, italic}}
             : std::vector<Style>{{false, false}, {true, false}, {false, true}, {true, true}};
@@ -158,9 +175,8 @@ const std::vector<FontLocation>& FontFinder::find(const std::string& family, boo
     }
     std::string_view left = *text;
     for (const Style& style : styles) {
-        answers_.push_back({family, style.bold, style.italic, all, takeFonts(left)});
+        remember(family, style.bold, style.italic, all, takeFonts(left));
     }
-    return known(family, bold, italic, all)->fonts;
 }
 
 }  // namespace platform_linux::pdf

@@ -1,9 +1,13 @@
 // Finds font files by family name, through fontconfig.
 #pragma once
 
+#include <fontconfig/fontconfig.h>
+
 #include <deque>
 #include <string>
 #include <vector>
+
+#include "platform/linux/pdf/scoped.h"
 
 namespace platform_linux::pdf {
 
@@ -15,8 +19,8 @@ struct FontLocation {
     bool operator==(const FontLocation&) const = default;
 };
 
-// Asked in a process of its own, because fontconfig may take the process with it: where memory is short, or a font or a
-// list of fonts is damaged. A query loads the list of the installed fonts, about 9 ms.
+// The first query loads the list of the installed fonts, about 9 ms. Where memory is short it is asked in a process of
+// its own, because fontconfig takes the process with it where it gets none.
 class FontFinder {
 public:
     // TrueType fonts by how well they suit the request, the best first; one, or with "all" every one. Empty where there
@@ -33,8 +37,12 @@ private:
         std::vector<FontLocation> fonts;
     };
 
+    const Answer& remember(const std::string& family, bool bold, bool italic, bool all,
+                           std::vector<FontLocation> fonts);
+    void askInProcessOfItsOwn(const std::string& family, bool bold, bool italic, bool all);
     const Answer* known(const std::string& family, bool bold, bool italic, bool all) const;
 
+    Scoped<FcConfig, FcConfigDestroy> config_;
     std::deque<Answer> answers_;
 };
 

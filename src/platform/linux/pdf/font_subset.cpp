@@ -164,7 +164,7 @@ std::string makeSubset(const FontFile& font, const ByteGlyphs& glyphs) {
 
 std::string fontSubset(const FontFile& font, const ByteGlyphs& glyphs) {
     constexpr std::chrono::seconds limit{60};
-    auto program = forkedText([&] { return makeSubset(font, glyphs); }, limit);
+    auto program = guardedText([&] { return makeSubset(font, glyphs); }, limit);
     if (!program) {
         fail(font);
     }
