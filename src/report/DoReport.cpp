@@ -41,7 +41,9 @@ public:
 
 private:
     void begin();
+    void refuseWithoutPrinters();
     void printReport();
+    void loadPrintFile();
     void readPrintFile();
     void earlyHandshake();
     void choosePrinter();
@@ -64,7 +66,7 @@ private:
     KeptJob kept_;
     JobProgress progress_;
 
-    bool accepted_ = false;  // the host goes on, or will as soon as the job has ended
+    bool accepted_ = false;  // the host goes on, or will as soon as the job has ended, and the file has been read
     bool printed_ = false;
     bool ended_ = false;
     std::string printText_;
@@ -81,7 +83,8 @@ void ReportJob::run() noexcept {
         } catch (const Error& error) {
             report(error);
         } catch (const std::bad_alloc&) {
-            report(Error(runtime::errOutOfMemory, "'" + shownFile_ + "' ist zu groß"));
+            report(Error(runtime::errOutOfMemory,
+                         accepted_ ? "bitte andere Programme beenden" : "'" + shownFile_ + "' ist vielleicht zu groß"));
         } catch (const std::exception& error) {
             report(Error(runtime::errInternal, error.what()));
         }
@@ -99,9 +102,25 @@ void ReportJob::begin() {
         printReport();
         ended_ = true;
     } else {
-        failure_.reportNoPrinters();
+        refuseWithoutPrinters();
         commonEnd();
     }
+}
+
+// A host that waits is let go all the same, so its job is kept.
+void ReportJob::refuseWithoutPrinters() {
+    std::string whereabouts;
+    if (order_.blnWait) {
+        attempt([&] {
+            loadPrintFile();
+            accepted_ = true;
+            JobEnd end;
+            end.fate = JobEnd::Fate::notPrinted;
+            end.reason = printer::noPrinterReason(session_.program);
+            whereabouts = keep(end);
+        });
+    }
+    failure_.reportNoPrinters(whereabouts);
 }
 
 void ReportJob::printReport() {
@@ -116,7 +135,7 @@ void ReportJob::printReport() {
     lateHandshake();
 }
 
-void ReportJob::readPrintFile() {
+void ReportJob::loadPrintFile() {
     platform::System& system = session_.platform.system;
     printText_ = system.readFile(order_.sDateiname);
     ofOKFile_ = isOKFile(system, order_.sDateiname);
@@ -127,8 +146,12 @@ void ReportJob::readPrintFile() {
                 "' ist die Datei KRVWINPR.OK selbst, die den Auftrag überschreiben würde; die Druckdatei anders "
                 "nennen");
     }
+}
+
+void ReportJob::readPrintFile() {
+    loadPrintFile();
+    accepted_ = order_.blnWait;
     log_.line(">   ", shownFile_, " gelesen");
-    accepted_ = true;
 }
 
 // Without "/WAIT" the host goes on as soon as its print file has been read; what it does not wait for comes behind.
@@ -139,6 +162,7 @@ void ReportJob::earlyHandshake() {
         return;
     }
     WriteOKFile(session_);
+    accepted_ = true;
     kept_.begin(printText_);
     log_.line(">   KRVWINPR.OK ausgegeben");
     session_.storeSettings();

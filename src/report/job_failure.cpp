@@ -75,8 +75,14 @@ void JobFailure::logPage(const Error& error, const std::string& deviceName) {
         printer::CPrinterInfo(session_.platform.spooler, session_.platform.printJobs, deviceName).StatusText());
 }
 
-void JobFailure::reportNoPrinters() {
-    session_.log.line(">   ", printer::noPrinterReason(session_.program), " ", printer::jobCancelled);
+void JobFailure::reportNoPrinters(const std::string& whereabouts) {
+    const std::string reason = printer::noPrinterReason(session_.program);
+    if (!whereabouts.empty()) {
+        const std::string text = "Druckauftrag '" + sDateiname_ + "' nicht gedruckt. " + whereabouts + " " + reason;
+        session_.platform.dialogs.diagnostic(text);
+        session_.platform.dialogs.notify(text);
+    }
+    session_.log.line(">   ", reason, " ", printer::jobCancelled);
     printer::showNoPrinter(session_);
 }
 

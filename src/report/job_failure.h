@@ -21,7 +21,7 @@ public:
     // its status where a page failed. Throws what the log throws.
     void report(Stretch stretch, const runtime::Error& error, const JobEnd& end, const std::string& whereabouts);
 
-    void reportNoPrinters();
+    void reportNoPrinters(const std::string& whereabouts);
 
     // Where the log is written, asks whether to show it.
     void offerLog();

@@ -118,7 +118,10 @@ TEST_F(ReportTest, WithoutPrintersTheUserIsTold) {
               "Es sind keine Windowsdruckertreiber auf diesem Rechner installiert. Deshalb kann KRVWinPr nicht "
               "drucken.\r\rDruckauftrag wurde abgebrochen.");
     EXPECT_EQ(host.dialogs.boxes[0].icon, platform::Icon::critical);
+    EXPECT_EQ(host.userFiles.files.size(), 0U);
     EXPECT_EQ(report("x", "", "", true), " OK");
+    EXPECT_EQ(host.userFiles.files.at("C:\\Daten\\Nicht gedruckt\\A (1).OUT"), "x") << "since the host goes on";
+    EXPECT_NE(host.dialogs.notifications.back().find("„A (1).OUT“ im Ordner"), std::string::npos);
 }
 
 TEST_F(ReportTest, AFontThatIsNotTheRightOneIsMentionedAndPrintingGoesOn) {
