@@ -48,6 +48,7 @@ class Surroundings(JobTest):
                 self.assertEqual((job.read(real), job.pdfs()), (b"Seite", []))
 
     @needs_namespace
+    @unittest.skipIf(SLOW, "the sanitizers need /proc")
     def test_modules_come_from_the_programs_folder_alone(self):
         relative = [*NAMESPACE, "sh", "-c", 'mount -t tmpfs tmpfs /proc && shift && exec "$0" "$@"',
                     os.path.relpath(PROGRAM, self.job.folder)]
@@ -288,6 +289,7 @@ class SeveralJobs(JobTest):
             self.assert_settings_whole(4)
 
     @needs_namespace
+    @unittest.skipIf(SLOW, "the sanitizers need /proc")
     def test_a_job_that_is_told_to_end_leaves_no_unfinished_file(self):
         self.job.write("A.OUT", b"".join(b"Seite %d\r\n" % number * 20 + b"\f" for number in range(20_000)))
         self.job.write("KRVWINPR.OK", "")

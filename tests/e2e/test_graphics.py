@@ -4,7 +4,7 @@ import os
 import unittest
 
 from page_picture import BLUE, GREEN, RED, YELLOW, PagePicture, bmp
-from support import (OK_TEXT, PRINTER, TENTH_OF_A_MILLIMETRE, WITHOUT_PRIVILEGES, JobTest, needs_namespace, on_disk,
+from support import (OK_TEXT, PRINTER, SLOW, TENTH_OF_A_MILLIMETRE, WITHOUT_PRIVILEGES, JobTest, needs_namespace, on_disk,
                      output_of)
 
 NATURAL = 96 * 2540 / 96  # twips that 96 pixels have at the usual screen resolution: hundredths of a millimetre
@@ -63,6 +63,11 @@ class Pages(JobTest):
             run = self.job.run("A.OUT", "KEINEGRAFIK", PRINTER, "/DEBUG", prefix=WITHOUT_PRIVILEGES)
             self.assertRegex(run.errors, f"(?s){reason}")
             self.assertEqual((self.job.pdfs(), self.job.read("KRVWINPR.OK")), (["A.pdf"], OK_TEXT))
+
+    @unittest.skipIf(SLOW, "the sanitizers need more addresses")
+    def test_a_file_that_is_too_large_is_not_read(self):
+        self.job.write("A.OUT", "^GReins")
+        self.job.write("HPLASER.INI", "[Grafik]\nGrafik1=1,2,1\n")
         picture = self.job.write("LASER/KRVWin.M1", bmp(96, 48, RED))
         os.truncate(picture, 3 << 30)
         little = ["prlimit", f"--as={1 << 30}"]
