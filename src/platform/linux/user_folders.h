@@ -6,7 +6,7 @@
 namespace platform_linux {
 
 // The program's folder where the environment variable says that the user keeps such files (XDG Base Directory
-// Specification 0.8) or, where it names no absolute folder, below the home: userFolder("XDG_CONFIG_HOME", ".config").
+// 0.8) or, where it names no absolute folder, below the home: userFolder("XDG_CONFIG_HOME", ".config").
 // Empty where the user has no home either.
 std::string userFolder(const char* variable, const std::string& belowHome);
 

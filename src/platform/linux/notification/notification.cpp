@@ -1,4 +1,4 @@
-// By the "Desktop Notifications Specification" 1.2 of freedesktop.org.
+// By "Desktop Notifications" 1.2 of freedesktop.org.
 #include "platform/linux/notification/notification.h"
 
 #include <dbus/dbus.h>
