@@ -15,7 +15,8 @@ std::vector<std::string> LinuxUserFiles::folders(const std::string& name) {
     const CString here(::getcwd(nullptr, 0));
     for (const std::string& place : {data, std::string(here ? here.get() : "")}) {
         if (!place.empty()) {
-            result.push_back(place + "/" + name + "/");
+            result.push_back(place);
+            result.back().append("/").append(name).append("/");
         }
     }
     return result;

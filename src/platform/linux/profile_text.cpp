@@ -74,8 +74,8 @@ std::string valueOf(std::string_view text) {
     if (text.size() >= 2 && (quote == '"' || quote == '\'') && text.back() == quote) {
         text = text.substr(1, text.size() - 2);
     }
-    text = text.substr(0, longestValue);
-    return runtime::isUtf8(text) ? std::string(text) : fromWindows1252(text);
+    return runtime::isUtf8(text) ? std::string(runtime::beginningOf(text, longestValue))
+                                 : fromWindows1252(text.substr(0, longestValue));
 }
 
 }  // namespace

@@ -51,8 +51,10 @@ std::string LinuxSpooler::defaultPrinter() {
         return builtinPrinterName;
     }
     try {
-        const std::string queue = server->spooler().defaultPrinter();
-        const std::string name = queue.empty() ? builtinPrinterName : queue;
+        std::string name = server->spooler().defaultPrinter();
+        if (name.empty()) {
+            name = builtinPrinterName;
+        }
         seen_.defaultPrinter(name);
         return name;
     } catch (const platform::SpoolerError& error) {
