@@ -53,6 +53,7 @@ struct ForeignPicture {
     std::vector<ByteRange> colorTables = {};
     std::size_t greyDirectionAt = 0;
     bool furtherPictures = false;  // TIFF
+    bool colorsStated = true;      // TIFF: the file says what its numbers mean
 
     platform::PictureInfo info() const {
         return {static_cast<int>(width), static_cast<int>(height), bitsPerPixel, dpiX, dpiY};

@@ -181,6 +181,7 @@ void readColors(const Directory& directory, ForeignPicture& file) {
     const std::uint32_t kind = directory.value(photometricInterpretation, whiteIsZero);
     file.furtherPictures = !directory.isLast();
     file.inks = kind == separated;
+    file.colorsStated = photometric.count > 0;
     if (file.palette) {
         readColorMap(directory, file);
     } else if (photometric.type == shortType && kind <= blackIsZero && directory.value(samplesPerPixel, 1) == 1) {

@@ -103,6 +103,9 @@ std::optional<std::string> withInvertedTables(std::string_view content, const Fo
     if (file.inks) {
         refuseInversion(file.kind, "die Druckfarben (CMYK), die kein Gegenteil haben,");
     }
+    if (!file.colorsStated) {
+        refuseInversion(file.kind, "die Farben, deren Art die Datei nicht nennt,");
+    }
     if (file.colorTables.empty() && file.greyDirectionAt == 0) {
         return std::nullopt;
     }
