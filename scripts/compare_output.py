@@ -37,6 +37,7 @@ KILLED = b"124"  # exit code of a program that had to be ended (krv-answer's) or
 MASKS = [(re.compile(path), re.compile(pattern, re.MULTILINE), mask) for path, pattern, mask in (
     (r"\.LOG$", rb"^\d\d\.\d\d\.\d{4}( \d\d:\d\d:\d\d)?(?=>)", b"DD.MM.YYYY hh:mm:ss"),
     (r"\.LOG$", rb"^.*>     nach DoEvents, Timer: .*\n", b""),  # each look of /WAIT at the queue, with the time
+    (r"Nicht gedruckt/.*\.txt$", rb"^Zeit: .*$", b"Zeit:"),
     (r"settings\.ini$", rb"^\s*[#;].*\n", b""),  # comments may change
     (r"\.options$", rb"^(job-uuid|time-at-creation|time-at-processing)=.*", rb"\1"),  # the print server's
     (f"^{PRINTERS['trays']}-", rb"/ID \[<[0-9a-f]+><[0-9a-f]+>\]", b"/ID"),  # random, by the print server's filter
@@ -162,10 +163,12 @@ class Native:
     def _run(self, job: Job) -> None:
         printer, folder = PRINTERS[job.queue], self.workshop.lay_out(job)
         place = folder.parent
-        if job.settings:
+        # Without a queue nobody answers the jobs that name a printer: they are not to wait for it.
+        settings = [*job.settings, *([] if job.queue else [(rf"{PRODUCT}\3.0", "Wartezeit", "0")])]
+        if settings:
             (place / "config/KRVWinPr").mkdir(parents=True)
             (place / "config/KRVWinPr/settings.ini").write_text("".join(
-                f"[{for_printer(key, printer)}]\n{name}={value}\n" for key, name, value in job.settings))
+                f"[{for_printer(key, printer)}]\n{name}={value}\n" for key, name, value in settings))
         environment = {"PATH": os.environ["PATH"], "HOME": str(place), "XDG_CONFIG_HOME": str(place / "config"),
                        "LANG": "de_DE.UTF-8", "SOURCE_DATE_EPOCH": "1700000000",
                        "CUPS_SERVER": str(self.cups.socket) if job.queue else "/nirgends/cups.sock", **job.environment}
