@@ -1,6 +1,6 @@
 # What the cross builds for Windows share. The programs run here under Wine, in a private prefix of the build folder.
 set(CMAKE_SYSTEM_NAME Windows)
-set(CMAKE_CXX_COMPILER ${KRV_MINGW_TARGET}-g++-posix)
+set(CMAKE_CXX_COMPILER ${KRV_MINGW_TARGET}-g++-${KRV_MINGW_VARIANT})
 set(CMAKE_RC_COMPILER ${KRV_MINGW_TARGET}-windres)
 
 set(CMAKE_FIND_ROOT_PATH /usr/${KRV_MINGW_TARGET})

@@ -7,7 +7,7 @@ test_packages="libgtest-dev python3 poppler-utils qpdf cups-daemon cups-client c
 clang-format clang-tidy zbar-tools zxing-cpp-tools libzint-dev imagemagick netpbm clang libclang-rt-14-dev"
 
 # The Windows program is cross-built, and tested under Wine.
-windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix googletest wine wine64 locales xauth"
+windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-win32 googletest wine wine64 locales xauth"
 
 as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi

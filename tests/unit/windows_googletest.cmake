@@ -7,6 +7,11 @@ add_library(gtest_main STATIC EXCLUDE_FROM_ALL
 set_target_properties(gtest_main PROPERTIES COMPILE_OPTIONS "")
 target_include_directories(gtest_main PRIVATE ${KRV_GOOGLETEST})
 target_include_directories(gtest_main SYSTEM PUBLIC ${KRV_GOOGLETEST}/include)
+# The compiler's 32-bit variant has no threads of the language.
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    target_compile_options(gtest_main PUBLIC
+        -DGTEST_HAS_NOTIFICATION_=1 -include ${CMAKE_CURRENT_LIST_DIR}/support/googletest_without_threads.h)
+endif()
 add_library(GTest::gtest_main ALIAS gtest_main)
 
 # Without a 32-bit Wine the tests of a 32-bit build are skipped, and need no prefix.

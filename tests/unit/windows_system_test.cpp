@@ -4,7 +4,6 @@
 
 #include <array>
 #include <chrono>
-#include <thread>
 
 #include "platform/windows/files.h"
 #include "platform/windows/windows_locale.h"
@@ -99,12 +98,13 @@ TEST_F(WindowsSystemTest, WritesAFileThatAnotherProgramKeepsOpen) {
 
     // For a moment only: the file is another one afterwards, and what was read so far stays what it was.
     other = openShared(file, GENERIC_READ, FILE_SHARE_READ);
-    std::thread closing([&other] {
-        ::Sleep(100);
-        other.reset();
-    });
-    system.writeFile(file, "whole");
-    closing.join();
+    {
+        const Thread closing([&other] {
+            ::Sleep(100);
+            other.reset();
+        });
+        system.writeFile(file, "whole");
+    }
     other = openShared(file, GENERIC_READ, FILE_SHARE_READ);
     EXPECT_EQ(errors(), std::set<int>{runtime::errPermissionDenied});
     EXPECT_EQ(get(file), "whole");

@@ -4,6 +4,7 @@
 #include <array>
 
 #include "platform/windows/handle.h"
+#include "platform/windows/newer_functions.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/unfinished_file.h"
 #include "platform/windows/wide_text.h"
@@ -175,15 +176,6 @@ DWORD whileHeldOpen(const std::wstring& target, const Attempt& attempt) {
     return error;
 }
 
-// The file that is open, as it is called on the disk; the given path where the system cannot tell.
-std::wstring finalPath(HANDLE file, const std::wstring& path) {
-    std::wstring name(::GetFinalPathNameByHandleW(file, nullptr, 0, FILE_NAME_NORMALIZED), L'\0');
-    const DWORD length =
-        ::GetFinalPathNameByHandleW(file, name.data(), static_cast<DWORD>(name.size()), FILE_NAME_NORMALIZED);
-    name.resize(length < name.size() ? length : 0);
-    return name.empty() ? path : name;
-}
-
 DWORD overwrite(const std::wstring& path, std::string_view content) {
     Opened opened = openFile(path, GENERIC_WRITE, OPEN_EXISTING);
     if (opened.error != 0) {
@@ -271,7 +263,8 @@ DWORD rewriteFile(const std::wstring& path, std::string_view content) {
     if (refused != 0) {
         return refused;
     }
-    const std::wstring target = finalPath(old.file.get(), path);
+    const std::wstring final = finalPath(old.file.get());
+    const std::wstring& target = final.empty() ? path : final;
     old.file.reset();
     const DWORD attributes = ::GetFileAttributesW(target.c_str());
     TemporaryFile file(target);

@@ -12,6 +12,7 @@
 
 #include "platform/windows/handle.h"
 #include "platform/windows/places.h"
+#include "platform/windows/system_library.h"
 #include "platform/windows/wide_text.h"
 #include "runtime/program.h"
 
@@ -26,12 +27,8 @@ constexpr UINT halfAMinute = 30'000;  // milliseconds
 
 // The library takes its time to load, and what a job does before its completion file needs nothing of it.
 BOOL notifyIcon(DWORD message, NOTIFYICONDATAW& icon) {
-    static const HMODULE library = ::LoadLibraryW((systemFolder() + L"shell32.dll").c_str());
-    if (library == nullptr) {
-        return FALSE;
-    }
-    const auto call = reinterpret_cast<decltype(&::Shell_NotifyIconW)>(
-        reinterpret_cast<void*>(::GetProcAddress(library, "Shell_NotifyIconW")));
+    static const auto call =
+        functionOf<decltype(&::Shell_NotifyIconW)>(systemLibrary(L"shell32.dll"), "Shell_NotifyIconW");
     return call != nullptr ? call(message, &icon) : FALSE;
 }
 
@@ -78,7 +75,8 @@ void runUntilOver(HWND window) {
 void show(const std::wstring& text) {
     const std::wstring program = widen(runtime::programName);
     NOTIFYICONDATAW icon{};
-    icon.cbSize = sizeof(icon);
+    // Windows XP takes no record with the members that Vista added.
+    icon.cbSize = NOTIFYICONDATAW_V2_SIZE;
     icon.hWnd = makeWindow();
     icon.uFlags = NIF_ICON | NIF_TIP | NIF_INFO | NIF_MESSAGE;
     icon.uCallbackMessage = iconEvent;

@@ -8,6 +8,7 @@
 
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
+#include "platform/windows/newer_functions.h"
 #include "platform/windows/places.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
@@ -190,7 +191,7 @@ void WindowsSystem::sleep(int milliseconds) {
     }
 }
 
-std::int64_t WindowsSystem::elapsedMilliseconds() { return static_cast<std::int64_t>(::GetTickCount64()); }
+std::int64_t WindowsSystem::elapsedMilliseconds() { return static_cast<std::int64_t>(evenMilliseconds()); }
 
 std::string WindowsSystem::shellCommand(const std::string& folder, const std::vector<std::string>& arguments) {
     const auto inQuotes = [](const std::string& text) { return '"' + text + '"'; };

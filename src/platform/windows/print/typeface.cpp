@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include "platform/windows/newer_functions.h"
 #include "platform/windows/print/spooler_error.h"
 #include "platform/windows/wide_text.h"
 
@@ -21,11 +22,6 @@ constexpr int mostPixels = 0x7FFF;
 // The fixed-pitch font that hosts print with; fonts of the same metrics stand for it under other names.
 constexpr std::wstring_view hostFont = L"Courier New";
 
-bool sameName(std::wstring_view one, std::wstring_view other) {
-    return ::CompareStringOrdinal(one.data(), static_cast<int>(one.size()), other.data(),
-                                  static_cast<int>(other.size()), TRUE) == CSTR_EQUAL;
-}
-
 LOGFONTW describe(const platform::FontRequest& request) {
     LOGFONTW description{};
     const std::wstring name = widen(request.name);
@@ -35,7 +31,7 @@ LOGFONTW describe(const platform::FontRequest& request) {
     description.lfCharSet = static_cast<BYTE>(request.charset);
     description.lfOutPrecision = OUT_TT_ONLY_PRECIS;
     // Where the font is missing, the nearest one is to be of fixed pitch like it.
-    description.lfPitchAndFamily = sameName(name, hostFont) ? FIXED_PITCH | FF_MODERN : DEFAULT_PITCH | FF_DONTCARE;
+    description.lfPitchAndFamily = isSameName(name, hostFont) ? FIXED_PITCH | FF_MODERN : DEFAULT_PITCH | FF_DONTCARE;
     return description;
 }
 
@@ -72,8 +68,8 @@ Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCh
         }
     }
     const std::wstring requested = widen(request.name);
-    const bool same =
-        sameName(name, requested) || (sameName(requested, hostFont) && platform::drawing::hasCourierMetrics(units_));
+    const bool same = isSameName(name, requested) ||
+                      (isSameName(requested, hostFont) && platform::drawing::hasCourierMetrics(units_));
     face_ = {same ? request.name : narrow(name), coversCodePage_ ? request.charset : platform::charsetAnsi};
 }
 
