@@ -1,9 +1,11 @@
 #!/usr/bin/env python3
-"""Draws the program's icon, a printer whose sheet shows a caret: make_icon.py src/platform/windows/krvwinpr.ico"""
+"""Draws the program's icon, a printer whose sheet shows a caret: make_icon.py src/platform/windows/program/krvwinpr.ico"""
 import struct
 import sys
+import zlib
 
-SIZES = (48, 32, 16)
+SIZES = (48, 32, 24, 16)
+LARGE = 256  # as a PNG file, which Windows XP skips: it asks for the others
 SAMPLES = 4  # per pixel, in each direction
 
 INK = (0x26, 0x32, 0x3E)
@@ -60,10 +62,14 @@ def pixel(column, row, size):
     return bytes((blue, green, red, round(255 * hits / SAMPLES ** 2)))
 
 
+def rows(size):
+    return [[pixel(column, row, size) for column in range(size)] for row in range(size)]
+
+
 def picture(size):
     """A bitmap of 32 bits, rows from the bottom, and the mask that old systems want behind it."""
     header = struct.pack('<IiiHHIIiiII', 40, size, 2 * size, 1, 32, 0, 0, 0, 0, 0, 0)
-    colours = b''.join(pixel(column, row, size) for row in reversed(range(size)) for column in range(size))
+    colours = b''.join(b''.join(row) for row in reversed(rows(size)))
     stride = (size + 31) // 32 * 4
     mask = bytearray(stride * size)
     for row in range(size):
@@ -73,15 +79,24 @@ def picture(size):
     return header + colours + bytes(mask)
 
 
+def png(size):
+    def chunk(kind, data):
+        return struct.pack('>I', len(data)) + kind + data + struct.pack('>I', zlib.crc32(kind + data))
+    lines = b''.join(b'\0' + b''.join(bytes((red, green, blue, opacity)) for blue, green, red, opacity in row)
+                     for row in rows(size))
+    return (b'\x89PNG\r\n\x1a\n' + chunk(b'IHDR', struct.pack('>IIBBBBB', size, size, 8, 6, 0, 0, 0))
+            + chunk(b'IDAT', zlib.compress(lines, 9)) + chunk(b'IEND', b''))
+
+
 def main(path):
-    pictures = [picture(size) for size in SIZES]
+    pictures = [(size, picture(size)) for size in SIZES] + [(LARGE, png(LARGE))]
     offset = 6 + 16 * len(pictures)
     directory = struct.pack('<HHH', 0, 1, len(pictures))
-    for size, data in zip(SIZES, pictures):
-        directory += struct.pack('<BBBBHHII', size, size, 0, 0, 1, 32, len(data), offset)
+    for size, data in pictures:
+        directory += struct.pack('<BBBBHHII', size % 256, size % 256, 0, 0, 1, 32, len(data), offset)
         offset += len(data)
     with open(path, 'wb') as file:
-        file.write(directory + b''.join(pictures))
+        file.write(directory + b''.join(data for _, data in pictures))
 
 
 if __name__ == '__main__':

@@ -1,17 +1,35 @@
 """What the program's files say of how they were hardened. The arguments of the environment: KRVWINPR_FILES names the
-files, separated by colons, a program of Linux and its modules or one of Windows."""
+files, separated by colons, a program of Linux and its modules or one of Windows. Of that one also whether the oldest
+Windows can load it."""
 
 import os
 import pathlib
+import re
 import subprocess
 import unittest
 
 FILES = [pathlib.Path(name) for name in os.environ["KRVWINPR_FILES"].split(":")]
+SYSTEM_FUNCTIONS = "tests/e2e/windows/system_functions.txt"
+LATE_FUNCTIONS = "src/platform/windows/print/spooler_functions.def"
+# Of what the registry names under "Session Manager\\KnownDLLs" from XP to 11, and msvcrt, on which those depend.
+KNOWN_TO_THE_LOADER = {"advapi32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll", "user32.dll"}
 ENDBR64 = b"\xf3\x0f\x1e\xfa"
 
 
 def said_by(*command) -> str:
     return subprocess.run(command, stdout=subprocess.PIPE, text=True, check=True).stdout
+
+
+def functions_of_the_oldest_windows(wide):
+    """Those of each library, and those that are looked up with the first call."""
+    known = {}
+    for title, names in re.findall(r"^\[(.+)\]\n([^\[]*)", pathlib.Path(SYSTEM_FUNCTIONS).read_text(), re.M):
+        library, _, bits = title.partition(" ")
+        if wide or not bits:
+            known.setdefault(library, set()).update(names.split())
+    definition = pathlib.Path(LATE_FUNCTIONS).read_text()
+    library = re.search(r"^LIBRARY (\S+)", definition, re.M)[1]
+    return known, {library: set(re.findall(r"^(\w+)@", definition, re.M))}
 
 
 class Hardening(unittest.TestCase):
@@ -37,10 +55,32 @@ class Hardening(unittest.TestCase):
     @unittest.skipUnless(FILES[0].suffix == ".exe", "programs of Linux")
     def test_of_the_windows_program(self):
         text, content = said_by("x86_64-w64-mingw32-objdump", "-p", FILES[0]), FILES[0].read_bytes()
-        for flag in ("NX_COMPAT", "DYNAMIC_BASE", *(["HIGH_ENTROPY_VA"] if "pei-x86-64" in text else [])):
+        wide = "pei-x86-64" in text
+        for flag in ("NX_COMPAT", "DYNAMIC_BASE", "TERMINAL_SERVICE_AWARE", "large address aware",
+                     *(["HIGH_ENTROPY_VA"] if wide else [])):
             self.assertIn(flag, text)
+        self.assertNotRegex(text, r"Entry 5 \w+ 0+ ", "without relocations it cannot be loaded anywhere")
+        header = content.index(b"PE\0\0")
+        self.assertEqual(content[header + 8:header + 12], bytes(4), "the time of the link: two builds are the same")
+        for kind in ("OSystem", "Subsystem"):
+            version = [re.search(rf"{part}{kind}Version\s+(\d+)", text)[1] for part in ("Major", "Minor")]
+            self.assertEqual(version, ["6", "1"] if wide else ["5", "1"], kind)
         for sign in (b"*** stack smashing detected ***", b"*** buffer overflow detected ***"):
             self.assertIn(sign, content)
+
+    @unittest.skipUnless(FILES[0].suffix == ".exe", "programs of Linux")
+    def test_what_the_windows_program_imports(self):
+        text = said_by("x86_64-w64-mingw32-objdump", "-p", FILES[0])
+        known, late = functions_of_the_oldest_windows("pei-x86-64" in text)
+        imported = {library: set(re.findall(r"^\t\w+\t +\d+  (\S+)$", table, re.M))
+                    for library, table in re.findall(r"DLL Name: (\S+)\n(.*?)\n\n", text, re.S)}
+        self.assertIn("CreateFileW", imported["KERNEL32.dll"])
+        imported |= late
+        for library, functions in imported.items():
+            with self.subTest(library):
+                self.assertEqual(functions - known.get(library, set()), set(), f"""
+to be looked up, as the head of {SYSTEM_FUNCTIONS} says, before it is added there""")
+                self.assertTrue(library in late or library.lower() in KNOWN_TO_THE_LOADER, "comes from the program's folder")
 
 
 if __name__ == "__main__":
