@@ -5,6 +5,7 @@
 #include <array>
 #include <chrono>
 
+#include "platform/windows/code_page.h"
 #include "platform/windows/files.h"
 #include "platform/windows/windows_locale.h"
 
@@ -34,6 +35,13 @@ TEST(WindowsCommandLine, TailIsWhatStandsBehindTheProgramsName) {
     EXPECT_EQ(commandLineTail(L"\"C:\\Program Files\\KRVWinPr.exe\"A.OUT \"a b\""), L"A.OUT \"a b\"");
     EXPECT_EQ(commandLineTail(L"\"C:\\KRVWinPr.exe"), L"");
     EXPECT_EQ(commandLineTail(L" x"), L" x");
+}
+
+TEST(DosCodePage, IsNeverThatOfASystemSetToUnicode) {
+    EXPECT_EQ(dosCodePageOf(437, 850, 850), 437U);
+    EXPECT_EQ(dosCodePageOf(CP_UTF8, 852, 850), 852U);
+    EXPECT_EQ(dosCodePageOf(CP_UTF8, CP_OEMCP, 850), 850U) << "a language without one";
+    EXPECT_EQ(dosCodePageOf(CP_UTF8, 0, CP_UTF8), 850U);
 }
 
 TEST_F(WindowsSystemTest, PathsLongerThanTheSystemsOldLimitWork) {

@@ -44,8 +44,9 @@ std::string withLineEnds(std::string_view text) {
     return result;
 }
 
-UINT styleOf(Buttons buttons, Icon icon) {
-    UINT style = MB_OK | MB_SETFOREGROUND;
+// A host that fills the screen would hide a box that has no window of the program behind it.
+UINT styleOf(Buttons buttons, Icon icon, HWND owner) {
+    UINT style = MB_OK | MB_SETFOREGROUND | (owner == nullptr ? MB_SYSTEMMODAL : 0);
     if (buttons != Buttons::ok) {
         style |= buttons == Buttons::yesNo ? MB_YESNO : MB_OKCANCEL;
     }
@@ -90,9 +91,15 @@ void tell(const std::string& text) {
     writeToStandardError(encode(widen(withLineEnds(std::string(runtime::programName) + ": " + text + "\n")), CP_ACP));
 }
 
+int showBox(const wchar_t* text, const wchar_t* title, Buttons buttons, Icon icon) noexcept {
+    const HWND owner = topmostWindow();
+    return ::MessageBoxW(owner, text, title, styleOf(buttons, icon, owner));
+}
+
+// Without any memory: in UTF-8 or else in the ANSI code pages of the West.
 void sayOutOfMemory() noexcept {
-    // In the ANSI code pages of the West.
-    writeToStandardError("KRVWinPr: Nicht gen\xFCgend Speicher\r\n");
+    writeToStandardError(::GetACP() == CP_UTF8 ? "KRVWinPr: Nicht gen\xC3\xBCgend Speicher\r\n"
+                                               : "KRVWinPr: Nicht gen\xFCgend Speicher\r\n");
 }
 
 // By its full name, as the current directory, where the host keeps its files, must not have a say in what is started.
@@ -119,9 +126,9 @@ bool openInEditor(const std::string& file) {
 Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) {
     try {
         const std::string shownTitle = title.empty() ? std::string(runtime::programName) : title;
-        const int pressed = hasVisibleDesktop() ? ::MessageBoxW(topmostWindow(), widen(withLineEnds(text)).c_str(),
-                                                                widen(shownTitle).c_str(), styleOf(buttons, icon))
-                                                : 0;
+        const int pressed = hasVisibleDesktop()
+                                ? showBox(widen(withLineEnds(text)).c_str(), widen(shownTitle).c_str(), buttons, icon)
+                                : 0;
         switch (pressed) {
             case IDOK:
                 return Answer::ok;
@@ -196,7 +203,7 @@ void WindowsDialogs::notify(const std::string& text) {
 void WindowsDialogs::outOfMemory() noexcept {
     sayOutOfMemory();
     if (hasVisibleDesktop()) {
-        ::MessageBoxW(topmostWindow(), L"Nicht genügend Speicher", L"KRVWinPr", styleOf(Buttons::ok, Icon::critical));
+        showBox(L"Nicht genügend Speicher", L"KRVWinPr", Buttons::ok, Icon::critical);
     }
 }
 

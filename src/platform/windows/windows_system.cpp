@@ -6,6 +6,7 @@
 #include <new>
 #include <stdexcept>
 
+#include "platform/windows/code_page.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
 #include "platform/windows/newer_functions.h"
@@ -143,7 +144,7 @@ bool WindowsSystem::wouldReplace(const std::string& written, const std::string& 
 std::string WindowsSystem::fileNamed(const std::string& name) {
     // The system has read the bytes in its own code page, and gives them back.
     const std::string bytes = encode(widen(name), CP_ACP);
-    for (const unsigned codePage : {unsigned{CP_UTF8}, unsigned{CP_OEMCP}}) {
+    for (const unsigned codePage : {unsigned{CP_UTF8}, dosCodePage()}) {
         if (fileExists(name)) {
             break;
         }
@@ -176,7 +177,7 @@ const runtime::Locale& WindowsSystem::locale() {
 std::string WindowsSystem::toSystemCodePage(std::string_view text) { return encode(widen(text), CP_ACP); }
 
 std::string WindowsSystem::fromDosCodePage(std::string_view bytes) {
-    std::wstring text = decode(bytes, CP_OEMCP, MB_USEGLYPHCHARS);
+    std::wstring text = decode(bytes, dosCodePage(), MB_USEGLYPHCHARS);
     std::replace(text.begin(), text.end(), L'\0', L' ');
     return narrow(text);
 }
