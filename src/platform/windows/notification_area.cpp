@@ -65,11 +65,26 @@ HWND makeWindow() {
 }
 
 void runUntilOver(HWND window) {
-    ::SetTimer(window, 1, halfAMinute, nullptr);
+    if (::SetTimer(window, 1, halfAMinute, nullptr) == 0) {
+        return;  // nothing else is sure to end it
+    }
     MSG message{};
     while (::GetMessageW(&message, nullptr, 0, 0) > 0) {
         ::DispatchMessageW(&message);
     }
+}
+
+// A taskbar that has much to do, at a user's logon say, does not take it at once.
+bool addIcon(NOTIFYICONDATAW& icon) {
+    constexpr int attempts = 4;
+    constexpr DWORD pause = 1000;  // milliseconds
+    for (int i = 1; i < attempts; ++i) {
+        if (notifyIcon(NIM_ADD, icon) != FALSE) {
+            return true;
+        }
+        ::Sleep(pause);
+    }
+    return notifyIcon(NIM_ADD, icon) != FALSE;
 }
 
 void show(const std::wstring& text) {
@@ -85,7 +100,7 @@ void show(const std::wstring& text) {
     fill(icon.szTip, program);
     fill(icon.szInfoTitle, program);
     fill(icon.szInfo, text);
-    if (notifyIcon(NIM_ADD, icon) != FALSE) {
+    if (addIcon(icon)) {
         runUntilOver(icon.hWnd);
         notifyIcon(NIM_DELETE, icon);
     }
@@ -100,7 +115,10 @@ void notifyInSecondProcess(std::string_view text) {
     STARTUPINFOW start{};
     start.cb = sizeof(start);
     PROCESS_INFORMATION started{};
-    ::SetEnvironmentVariableW(variable, widen(text).c_str());
+    // Without its text it would be a job without arguments.
+    if (::SetEnvironmentVariableW(variable, widen(text).c_str()) == 0) {
+        return;
+    }
     if (::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
                          &started) != 0) {
         const KernelHandle thread(started.hThread);
