@@ -12,7 +12,8 @@ FILES = [pathlib.Path(name) for name in os.environ["KRVWINPR_FILES"].split(":")]
 SYSTEM_FUNCTIONS = "tests/e2e/windows/system_functions.txt"
 LATE_FUNCTIONS = "src/platform/windows/print/spooler_functions.def"
 # Of what the registry names under "Session Manager\\KnownDLLs" from XP to 11, and msvcrt, on which those depend.
-KNOWN_TO_THE_LOADER = {"advapi32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ole32.dll", "oleaut32.dll", "user32.dll"}
+KNOWN_TO_THE_LOADER = {"advapi32.dll", "gdi32.dll", "kernel32.dll", "msvcrt.dll", "ntdll.dll", "ole32.dll", "oleaut32.dll",
+                       "user32.dll"}
 ENDBR64 = b"\xf3\x0f\x1e\xfa"
 
 

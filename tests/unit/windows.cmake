@@ -3,6 +3,7 @@ krv_unit_test(windows-tests LIBS krv-windows krv-windows-resources SOURCES
     unit/image_files_test.cpp
     unit/ports_test.cpp
     unit/windows_dialogs_test.cpp
+    unit/windows_files_test.cpp
     unit/windows_images_test.cpp
     unit/windows_settings_test.cpp
     unit/windows_system_test.cpp

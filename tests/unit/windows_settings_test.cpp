@@ -41,7 +41,10 @@ TEST(WindowsSettings, TellTypesApart) {
     ::RegGetValueW(HKEY_CURRENT_USER, testKey, L"x", RRF_RT_ANY, &type, nullptr, &size);
     EXPECT_EQ(type, DWORD{REG_SZ});
     EXPECT_EQ(size, 4 * sizeof(wchar_t));
+    EXPECT_TRUE(store.commit());
     EXPECT_FALSE(store.setText(user, std::string(300, 'k'), "x", "y"));
+    EXPECT_FALSE(store.commit()) << "told once";
+    EXPECT_TRUE(store.commit());
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "platform/windows/files.h"
 #include "platform/windows/windows_locale.h"
 
+#include "windows_calls.h"
 #include "windows_support.h"
 
 namespace {
@@ -25,6 +26,7 @@ protected:
 
     TemporaryFolder folder;
     const std::string file = folder / "KRVWINPR.OK";
+    const Pauses pauses;
     WindowsSystem system;
 };
 
@@ -106,13 +108,8 @@ TEST_F(WindowsSystemTest, WritesAFileThatAnotherProgramKeepsOpen) {
 
     // For a moment only: the file is another one afterwards, and what was read so far stays what it was.
     other = openShared(file, GENERIC_READ, FILE_SHARE_READ);
-    {
-        const Thread closing([&other] {
-            ::Sleep(100);
-            other.reset();
-        });
-        system.writeFile(file, "whole");
-    }
+    Pauses::begin([&other] { other.reset(); });
+    system.writeFile(file, "whole");
     other = openShared(file, GENERIC_READ, FILE_SHARE_READ);
     EXPECT_EQ(errors(), std::set<int>{runtime::errPermissionDenied});
     EXPECT_EQ(get(file), "whole");

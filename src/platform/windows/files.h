@@ -21,6 +21,7 @@ bool isDevice(const std::wstring& path);
 // A native path as users write it.
 std::string shownPath(std::wstring_view path);
 
+// A file that others keep from being read is waited for, for two seconds.
 DWORD readWholeFile(const std::wstring& path, std::string& content);
 
 // What a written file survives: the end of the program, or a power failure as well.
@@ -28,22 +29,28 @@ enum class Durability { processEnd, powerFailure };
 
 // The file of that name has the whole content afterwards or, where that fails, is as it was before. It is written
 // beside its place and then moved there. Where another program keeps the old file open in a way that forbids this for
-// longer than half a second, or the folder takes no new file, the old file itself is given the new content: whoever
-// reads it at that moment may see a mixture, but there is room for all of it beforehand. Removes what killed processes
-// left in the folder.
+// longer than half a second, or the folder takes no new file or lets none be moved, the old file itself is given the
+// new content, within two seconds more: whoever reads it at that moment may see a mixture, but there is room for all of
+// it beforehand, and what it held is put back where that fails. Removes what killed processes left in the folder.
+// ERROR_FILE_READ_ONLY for a file with that attribute.
 DWORD replaceFile(const std::wstring& path, std::string_view content, Durability durability = Durability::processEnd);
 
 // The file of that name, which exists, has another content afterwards or is as it was before. A link is followed. Name,
 // attributes and rights stay where the file system lets one file take another's place with them, otherwise the rights
 // are those of a new file. Another program that keeps the old file open for longer than half a second makes it fail.
+// ERROR_FILE_READ_ONLY as above.
 DWORD rewriteFile(const std::wstring& path, std::string_view content);
 
-// Makes a new file with the whole content; ERROR_FILE_EXISTS where there is something of that name already.
+// Makes a new file with the whole content, which nobody can open before it is whole; ERROR_FILE_EXISTS where there is
+// something of that name already. Nothing is left where it fails, or the process dies meanwhile.
 DWORD createFile(const std::wstring& path, std::string_view content);
 
 // Appends in one step, behind whatever others append, creating the file first where there is none. Where not everything
-// could be written, nothing is (unless somebody else appended meanwhile).
+// could be written, nothing is (unless somebody else appended meanwhile). Others are waited for, for two seconds.
 DWORD appendToFile(const std::wstring& path, std::string_view content);
+
+// Others are waited for, for two seconds.
+DWORD removeFile(const std::wstring& path);
 
 bool isFile(const std::wstring& path);
 

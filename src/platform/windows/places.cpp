@@ -24,4 +24,11 @@ std::wstring systemFolder() {
     return folder.empty() ? folder : folder + L'\\';
 }
 
+std::wstring localData() {
+    constexpr const wchar_t* variable = L"LOCALAPPDATA";
+    std::wstring folder(::GetEnvironmentVariableW(variable, nullptr, 0), L'\0');
+    folder.resize(::GetEnvironmentVariableW(variable, folder.data(), static_cast<DWORD>(folder.size())));
+    return folder;
+}
+
 }  // namespace platform_windows

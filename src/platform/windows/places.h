@@ -1,4 +1,4 @@
-// Where the program and the system lie; native paths.
+// Where the program, the system and the user's data lie; native paths.
 #pragma once
 
 #include <string>
@@ -9,5 +9,9 @@ std::wstring programFile();
 
 // With a separator at its end; empty where the system does not tell.
 std::wstring systemFolder();
+
+// What the user's programs keep on this machine, without a separator at its end; empty where the environment does not
+// tell.
+std::wstring localData();
 
 }  // namespace platform_windows

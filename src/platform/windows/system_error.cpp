@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <memory>
-#include <string_view>
 
 #include "platform/windows/handle.h"
 #include "platform/windows/wide_text.h"
@@ -22,6 +21,11 @@ struct Meaning {
 
 constexpr std::string_view noRights = "keine Berechtigung; die Rechte der Datei und ihres Ordners prüfen";
 constexpr std::string_view inUse = "ein anderes Programm benutzt die Datei; sie dort schließen";
+constexpr std::string_view readOnly =
+    "die Datei ist schreibgeschützt; in ihren Eigenschaften den Schreibschutz aufheben";
+constexpr std::string_view virus =
+    "der Virenscanner lässt die Datei nicht zu; dort für ihren Ordner eine Ausnahme machen";
+constexpr std::string_view brokenOff = "die Verbindung zum Server ist abgebrochen; das Netzwerk prüfen";
 constexpr std::string_view noFolder = "der Ordner fehlt; den Pfad prüfen oder den Ordner anlegen";
 constexpr std::string_view noServer = "der Server ist nicht erreichbar; Netzwerk und Freigabe prüfen";
 constexpr std::string_view noSpace = "auf dem Datenträger ist kein Platz mehr; dort Platz schaffen";
@@ -40,6 +44,16 @@ constexpr std::array meanings = {
     Meaning{ERROR_SHARING_VIOLATION, runtime::errPermissionDenied, inUse},
     Meaning{ERROR_LOCK_VIOLATION, runtime::errPermissionDenied, inUse},
     Meaning{ERROR_USER_MAPPED_FILE, runtime::errPermissionDenied, inUse},
+    Meaning{ERROR_DELETE_PENDING, runtime::errPermissionDenied, inUse},
+    Meaning{ERROR_UNABLE_TO_REMOVE_REPLACED, runtime::errPermissionDenied, inUse},
+    Meaning{ERROR_UNABLE_TO_MOVE_REPLACEMENT, runtime::errPermissionDenied, inUse},
+    Meaning{ERROR_UNABLE_TO_MOVE_REPLACEMENT_2, runtime::errPermissionDenied, inUse},
+    Meaning{ERROR_FILE_READ_ONLY, runtime::errPermissionDenied, readOnly},
+    Meaning{errorVirusInfected, runtime::errPermissionDenied, virus},
+    Meaning{errorVirusDeleted, runtime::errPermissionDenied, virus},
+    Meaning{ERROR_NETNAME_DELETED, runtime::errDeviceIo, brokenOff},
+    Meaning{ERROR_UNEXP_NET_ERR, runtime::errDeviceIo, brokenOff},
+    Meaning{ERROR_VC_DISCONNECTED, runtime::errDeviceIo, brokenOff},
     Meaning{ERROR_FILE_EXISTS, runtime::errFileExists, "eine Datei dieses Namens gibt es schon"},
     Meaning{errorDirectoryNotSupported, runtime::errPathFileAccess, "das ist ein Ordner; eine Datei angeben"},
     Meaning{ERROR_BAD_FILE_TYPE, runtime::errPathFileAccess, "das ist ein Gerät; eine Datei angeben"},
@@ -78,13 +92,16 @@ std::string systemMessage(DWORD code) {
     return "Windows-Fehler " + std::to_string(code) + (text.empty() ? "" : ": " + text);
 }
 
-void throwFileError(DWORD code, const std::string& path) {
+void throwFileError(DWORD code, const std::string& path, std::string_view remedy) {
     const auto* found =
         std::find_if(meanings.begin(), meanings.end(), [code](const Meaning& m) { return m.code == code; });
     const bool known = found != meanings.end();
     std::string detail = runtime::shown(path) + (path.empty() ? "(" : " (");
-    if (known && !found->remedy.empty()) {
-        detail.append(found->remedy).append("; ");
+    if (known && remedy.empty()) {
+        remedy = found->remedy;
+    }
+    if (!remedy.empty()) {
+        detail.append(remedy).append("; ");
     }
     throw runtime::Error(known ? found->number : runtime::errDeviceIo, detail + systemMessage(code) + ")");
 }

@@ -4,12 +4,15 @@
 #include <windows.h>
 
 #include <string>
+#include <string_view>
 
 namespace platform_windows {
 
 // Published codes that the compiler's headers lack.
 inline constexpr DWORD errorDirectoryNotSupported = 336;
 inline constexpr DWORD errorDiskQuotaExceeded = 1295;
+inline constexpr DWORD errorVirusInfected = 225;
+inline constexpr DWORD errorVirusDeleted = 226;
 
 // The system's text for an error code in the user's language, in one line; empty where it has none.
 std::string systemText(DWORD code);
@@ -18,7 +21,7 @@ std::string systemText(DWORD code);
 std::string systemMessage(DWORD code);
 
 // Throws the run-time error that a failed call on a file means: path, what to do, and the system's message. A code that
-// has no meaning of its own here is errDeviceIo.
-[[noreturn]] void throwFileError(DWORD code, const std::string& path);
+// has no meaning of its own here is errDeviceIo. Whoever knows better what to do than the code tells says it.
+[[noreturn]] void throwFileError(DWORD code, const std::string& path, std::string_view remedy = {});
 
 }  // namespace platform_windows

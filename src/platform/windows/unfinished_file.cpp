@@ -1,11 +1,9 @@
 #include "platform/windows/unfinished_file.h"
 
-#include <windows.h>
-
 #include <random>
-#include <string_view>
 
-#include "platform/windows/handle.h"
+#include "platform/windows/files.h"
+#include "platform/windows/patience.h"
 
 namespace platform_windows {
 
@@ -26,8 +24,6 @@ bool isOld(const WIN32_FIND_DATAW& found) {
     return ticks(found.ftLastWriteTime) + old < ticks(now);
 }
 
-}  // namespace
-
 std::wstring unfinishedName() {
     constexpr std::wstring_view letters = L"abcdefghijklmnopqrstuvwxyz0123456789";
     std::random_device source;
@@ -37,6 +33,71 @@ std::wstring unfinishedName() {
         name += letters[choice(source)];
     }
     return name + L".tmp";
+}
+
+}  // namespace
+
+UnfinishedFile::UnfinishedFile(const std::wstring& target) {
+    writing_.error = ERROR_FILE_EXISTS;
+    constexpr int attempts = 3;
+    for (int i = 0; i < attempts && writing_.error == ERROR_FILE_EXISTS; ++i) {
+        path_ = folderOf(target) + unfinishedName();
+        writing_ = openFile(path_, GENERIC_WRITE | DELETE, CREATE_NEW);
+    }
+    if (writing_.error != 0) {
+        return;
+    }
+    moving_ = openFile(path_, DELETE, OPEN_EXISTING);
+    if (moving_.error != 0) {
+        // Whoever makes a file gets the access that he asks for, what he may not do with one that is there included.
+        setDeletion(writing_.file.get(), true);
+    }
+}
+
+UnfinishedFile::~UnfinishedFile() {
+    if (moving_.file && setDeletion(moving_.file.get(), true) != 0) {
+        moving_.file.reset();
+        ::DeleteFileW(path_.c_str());
+    }
+}
+
+DWORD UnfinishedFile::write(std::string_view content, Durability durability) {
+    DWORD error = writeFromStart(writing_.file.get(), content);
+    if (error == 0 && durability == Durability::powerFailure) {
+        error = flush(writing_.file.get());
+    }
+    writing_.file.reset();
+    return error;
+}
+
+DWORD UnfinishedFile::moveTo(const std::wstring& target) {
+    const DWORD error = renameFile(moving_.file.get(), target);
+    if (error == 0) {
+        moving_.file.reset();
+    }
+    return error;
+}
+
+DWORD UnfinishedFile::replace(const std::wstring& target) {
+    const std::wstring aside = target + L".krvwinpr-alt";
+    moving_.file.reset();  // the system wants to have the file for itself
+    if (::ReplaceFileW(target.c_str(), path_.c_str(), aside.c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                       nullptr) == 0) {
+        const DWORD error = ::GetLastError();
+        moving_ = openFile(path_, DELETE, OPEN_EXISTING);
+        // A server may let nobody pass rights on; then the file gets those of a new one.
+        const bool waits = mayBeInUse(error) && error != ERROR_ACCESS_DENIED;
+        if (waits && ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES) {
+            return error;
+        }
+        const DWORD result = moving_.error != 0 ? moving_.error : moveTo(target);
+        if (result != 0) {
+            ::MoveFileExW(aside.c_str(), target.c_str(), 0);  // puts the old file back where that was moved aside
+            return result;
+        }
+    }
+    removeFile(aside);
+    return 0;
 }
 
 void removeLeftovers(const std::wstring& folder) {

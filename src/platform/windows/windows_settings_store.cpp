@@ -88,12 +88,15 @@ bool WindowsSettingsStore::setText(SettingsRoot root, std::string_view key, std:
     RegistryKey created;
     if (::RegCreateKeyExW(rootKey(root), widen(key).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE, access, nullptr,
                           created.receive(), nullptr) != ERROR_SUCCESS) {
+        failed_ = true;
         return false;
     }
     const std::wstring wideText = widen(text);
     const auto size = static_cast<DWORD>((wideText.size() + 1) * sizeof(wchar_t));
-    return ::RegSetValueExW(created.get(), widen(name).c_str(), 0, REG_SZ,
-                            reinterpret_cast<const BYTE*>(wideText.c_str()), size) == ERROR_SUCCESS;
+    const bool set = ::RegSetValueExW(created.get(), widen(name).c_str(), 0, REG_SZ,
+                                      reinterpret_cast<const BYTE*>(wideText.c_str()), size) == ERROR_SUCCESS;
+    failed_ = failed_ || !set;
+    return set;
 }
 
 }  // namespace platform_windows

@@ -12,10 +12,12 @@
 #include "platform/windows/newer_functions.h"
 #include "platform/windows/places.h"
 #include "platform/windows/system_error.h"
+#include "platform/windows/virtual_store.h"
 #include "platform/windows/wide_text.h"
 #include "platform/windows/windows_locale.h"
 #include "platform/windows/windows_profile.h"
 #include "runtime/error.h"
+#include "runtime/utf8.h"
 
 namespace platform_windows {
 
@@ -25,6 +27,15 @@ void check(DWORD error, const std::wstring& path) {
     if (error != 0) {
         throwFileError(error, shownPath(path));
     }
+}
+
+// A host without a manifest in a folder of the system does not see that its files lie elsewhere.
+std::string whereRedirected(const std::wstring& path) {
+    const std::wstring other = redirectedFile(path);
+    return other.empty() ? std::string()
+                         : "Windows hat sie umgeleitet nach „" + runtime::shown(shownPath(other)) +
+                               "“; das Programm, das sie schreibt, in einem eigenen Ordner außerhalb der Systemordner "
+                               "betreiben";
 }
 
 int screenResolution(int index) {
@@ -82,6 +93,9 @@ std::string WindowsSystem::readFile(const std::string& path) {
         error = ERROR_NOT_ENOUGH_MEMORY;
     } catch (const std::length_error&) {
         error = ERROR_NOT_ENOUGH_MEMORY;
+    }
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
+        throwFileError(error, shownPath(file), whereRedirected(file));
     }
     check(error, file);
     return content;

@@ -1,0 +1,36 @@
+// Files that others hold. Virus scanners, indexers and backups open what was just written, and a writer what it has not
+// finished; most are gone after some milliseconds.
+#pragma once
+
+#include <windows.h>
+
+#include <algorithm>
+
+namespace platform_windows {
+
+// How long others are waited for, in milliseconds: until they let a file be replaced, behind which there is another way
+// to write it, and until they let it be read or written at all.
+inline constexpr DWORD replacingPatience = 500;
+inline constexpr DWORD openingPatience = 2000;
+
+// Whether a call failed because of another program's use of the file, or because the connection to its server broke.
+bool isInUse(DWORD error) noexcept;
+
+// Whether that is possible: the system also says "no rights" of a file that is being deleted, and of one that somebody
+// has open when it is to be replaced.
+bool mayBeInUse(DWORD error) noexcept;
+
+// Tries once, and again in growing pauses for as long as it fails for a reason that may pass. The last attempt's error.
+template <typename MayPass, typename Attempt>
+DWORD patiently(DWORD patience, const MayPass& mayPass, const Attempt& attempt) {
+    constexpr DWORD longest = 256;
+    DWORD pause = 1;
+    DWORD error = attempt();
+    for (DWORD waited = 0; waited < patience && mayPass(error); waited += pause, pause = std::min(2 * pause, longest)) {
+        ::Sleep(pause);
+        error = attempt();
+    }
+    return error;
+}
+
+}  // namespace platform_windows
