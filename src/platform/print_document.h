@@ -20,7 +20,8 @@ inline constexpr int paperA4 = 9;
 
 // Order of calls: any number of setOption(); then, for each page, beginPage(), drawing on surface(), endPage(); then
 // end() or abort(). A document that goes out of scope without either is aborted. Errors are runtime::Error; after one
-// from beginPage() or endPage() only abort() and the destructor are of use.
+// from beginPage() or endPage() only abort() and the destructor are of use; the finished pages may then have been
+// handed over already.
 class PrintDocument {
 public:
     virtual ~PrintDocument() = default;
@@ -31,7 +32,8 @@ public:
     virtual int option(PageOption option) const = 0;
 
     // Takes effect with the next page begun; the capabilities of the surface follow at once where no page is open,
-    // otherwise when that page has ended. Throws errInvalidPropertyValue for a value that the device refuses.
+    // otherwise when that page has ended. Throws errInvalidPropertyValue for a value that the device refuses. One that
+    // takes no new values once its job has begun keeps the old ones, as option() says.
     virtual void setOption(PageOption option, int value) = 0;
 
     virtual void beginPage() = 0;

@@ -51,9 +51,11 @@ private:
     void lateHandshake();
 
     void report(const Error& error);
+    void cancel();
     JobEnd endBy(const Error& error) const;
     std::string keep(const JobEnd& end);
     void commonEnd() noexcept;
+    void letHostGo() noexcept;
     template <typename Step>
     bool attempt(Step step) noexcept;
 
@@ -80,6 +82,8 @@ void ReportJob::run() noexcept {
     attempt([this] {
         try {
             begin();
+        } catch (const platform::SpoolerError& error) {
+            error.cancelled() ? cancel() : report(error);
         } catch (const Error& error) {
             report(error);
         } catch (const std::bad_alloc&) {
@@ -223,6 +227,14 @@ void ReportJob::report(const Error& error) {
     commonEnd();
 }
 
+// Somebody who saw the job in its queue did not want it: nobody is asked anything, and nothing is kept.
+void ReportJob::cancel() {
+    attempt([this] { printer_.reset(); });
+    kept_.discard();
+    attempt([this] { failure_.reportCancel(); });
+    letHostGo();
+}
+
 JobEnd ReportJob::endBy(const Error& error) const {
     JobEnd end;
     end.reason = "Fehler " + std::to_string(error.number()) + ": " + error.message();
@@ -251,12 +263,16 @@ std::string ReportJob::keep(const JobEnd& end) {
 }
 
 void ReportJob::commonEnd() noexcept {
-    ended_ = true;
     attempt([this] { failure_.offerLog(); });
-    const auto letHostGo = [this] { WriteOKFile(session_); };
-    if (order_.blnWait && !ofOKFile_ && !attempt(letHostGo)) {
+    letHostGo();
+}
+
+void ReportJob::letHostGo() noexcept {
+    ended_ = true;
+    const auto write = [this] { WriteOKFile(session_); };
+    if (order_.blnWait && !ofOKFile_ && !attempt(write)) {
         std::string().swap(printText_);
-        attempt(letHostGo);
+        attempt(write);
     }
 }
 

@@ -75,6 +75,11 @@ void JobFailure::logPage(const Error& error, const std::string& deviceName) {
         printer::CPrinterInfo(session_.platform.spooler, session_.platform.printJobs, deviceName).StatusText());
 }
 
+void JobFailure::reportCancel() {
+    session_.platform.dialogs.diagnostic("Druckauftrag '" + sDateiname_ + "' vom Benutzer abgebrochen.");
+    session_.log.line(">     Druckauftrag vom Benutzer abgebrochen");
+}
+
 void JobFailure::reportNoPrinters(const std::string& whereabouts) {
     const std::string reason = printer::noPrinterReason(session_.program);
     if (!whereabouts.empty()) {

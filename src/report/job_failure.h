@@ -21,6 +21,9 @@ public:
     // its status where a page failed. Throws what the log throws.
     void report(Stretch stretch, const runtime::Error& error, const JobEnd& end, const std::string& whereabouts);
 
+    // The user has cancelled the job: that is no news for anybody but the log and standard error.
+    void reportCancel();
+
     void reportNoPrinters(const std::string& whereabouts);
 
     // Where the log is written, asks whether to show it.

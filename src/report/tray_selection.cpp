@@ -47,6 +47,10 @@ void selectTray(session::Session& session, printer::Printer& printer, const std:
             return settings::unusableValue(session, key, tray->name, std::to_string(bin),
                                            expectedBin(session.platform.spooler, deviceName));
         });
+        if (const int kept = printer.Option(platform::PageOption::paperBin); kept != bin) {
+            session.log.line(">     Druckertreiber wechselt den Schacht nicht innerhalb des Auftrags, es bleibt bei ",
+                             std::to_string(kept));
+        }
     }
     session.log.line(">     Benutze Tray: ", requestedTray,
                      "  Paperbin:", std::to_string(printer.Option(platform::PageOption::paperBin)));

@@ -267,7 +267,7 @@ TEST(QueueDocument, PageThatChangesTheBinStartsAFurtherJob) {
 
 TEST(QueueDocument, WhoseAnswerWasLostIsAskedForAndNeverPrintedTwice) {
     using cups::JobFate;
-    for (const JobFate fate : {JobFate::withDocument, JobFate::withoutDocument, JobFate::unknown}) {
+    for (const JobFate fate : {JobFate::withDocument, JobFate::withoutDocument, JobFate::unknown, JobFate::cancelled}) {
         linux_support::TemporaryFolder folder;
         const auto queues = std::make_shared<FakeQueues>();
         testing_support::RecordingDevice device;
@@ -285,11 +285,20 @@ TEST(QueueDocument, WhoseAnswerWasLostIsAskedForAndNeverPrintedTwice) {
             EXPECT_THROW(document->end(), platform::SpoolerError);
             EXPECT_EQ(document->saveRest(folder / "T"), Strings{folder / "T.pdf"});
             EXPECT_EQ(get(folder / "T.pdf"), "1 pages");
+        } else if (fate == JobFate::cancelled) {
+            try {
+                document->end();
+                ADD_FAILURE() << "printed all the same";
+            } catch (const platform::SpoolerError& error) {
+                EXPECT_TRUE(error.cancelled());
+            }
+            EXPECT_FALSE(document->perhapsHandedOver());
         } else {
             document->end();
             EXPECT_EQ(queues->cancelled, fate == JobFate::withoutDocument ? 1 : 0);
         }
-        EXPECT_EQ(document->pagesHandedOver(), fate == JobFate::unknown ? 0 : 1);
+        const bool told = fate == JobFate::withDocument || fate == JobFate::withoutDocument;
+        EXPECT_EQ(document->pagesHandedOver(), told ? 1 : 0);
         EXPECT_EQ(queues->jobs, Strings{"Links/T.TXT letter 0 1 2: 1 pages"});
     }
 }

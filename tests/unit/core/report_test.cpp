@@ -305,6 +305,27 @@ TEST_F(ReportTest, WhatTheUserIsToldIsWhatBecameOfTheJob) {
     EXPECT_EQ(host.userFiles.files.size() + host.dialogs.notifications.size(), notified);
 }
 
+TEST_F(ReportTest, ACancelledJobEndsWithoutAWordToTheUserAndIsNotKept) {
+    const auto cancel = [] { throw platform::SpoolerError(63, "abgebrochen", platform::Recovery::cancelled); };
+    host.spooler.device.onEnd = cancel;
+    EXPECT_EQ(report("a\fb", "", "Laser 1", true), "Laser 1: dropped / a / b OK");
+    host.spooler.device.onEnd = nullptr;
+    host.spooler.device.onBeginPage = [&](std::size_t page) { page == 1 ? cancel() : void(); };
+    EXPECT_EQ(report("a\fb"), "Laser 1: dropped / a OK");
+    EXPECT_EQ(host.dialogs.boxes.size() + host.dialogs.notifications.size() + host.userFiles.files.size(), 0U);
+    EXPECT_EQ(host.dialogs.diagnostics.back(), "Druckauftrag 'A.OUT' vom Benutzer abgebrochen.");
+    EXPECT_TRUE(host.logged(">     Druckauftrag vom Benutzer abgebrochen"));
+    EXPECT_FALSE(host.logged(">       Druckerstatus: ")) << "the page is no failure";
+}
+
+TEST_F(ReportTest, ATrayThatTheDriverDoesNotChangeToWithinTheJobIsLogged) {
+    set("Schacht1", "3");
+    host.spooler.device.options[PageOption::paperBin] = 2;
+    host.spooler.device.keepsOptions = true;
+    EXPECT_EQ(report("^TR1x"), "Laser 1: / x OK");
+    EXPECT_TRUE(host.logged(">     Druckertreiber wechselt den Schacht nicht innerhalb des Auftrags, es bleibt bei 2"));
+}
+
 TEST_F(ReportTest, FilesThatCannotBeWrittenStillLetThePrinterOrTheHostGoOn) {
     host.system.unwritable.insert(okFile);
     EXPECT_EQ(report("x"), "Laser 1: / x");

@@ -63,6 +63,7 @@ struct RecordingDevice {
                                                 {platform::PageOption::orientation, 1},
                                                 {platform::PageOption::colorMode, 2}};
     std::string fontName;                                        // found instead of the requested one, where not empty
+    bool keepsOptions = false;                                   // takes no new values
     std::function<void(platform::PageOption, int)> onSetOption;  // may throw
     std::function<void(std::size_t)> onBeginPage;                // may throw; pages ended so far
     std::function<void()> onEnd;                                 // may throw
@@ -121,7 +122,9 @@ public:
         if (device_.onSetOption) {
             device_.onSetOption(option, value);
         }
-        device_.options[option] = value;
+        if (!device_.keepsOptions) {
+            device_.options[option] = value;
+        }
     }
     void beginPage() override {
         if (device_.onBeginPage) {

@@ -44,18 +44,21 @@ constexpr std::array statusTexts = {
 };
 
 // Of the server's errors (RFC 8011, section B.1.5) those that lie in the request stay.
-bool mayPass(std::uint32_t code) {
+Recovery recoveryFrom(std::uint32_t code) {
     switch (code) {
         case IPP_STATUS_ERROR_NOT_POSSIBLE:  // too many jobs
         case IPP_STATUS_ERROR_TIMEOUT:
-            return true;
+            return Recovery::possible;
+        case IPP_STATUS_ERROR_JOB_CANCELED:
+            return Recovery::cancelled;
         case IPP_STATUS_ERROR_OPERATION_NOT_SUPPORTED:
         case IPP_STATUS_ERROR_VERSION_NOT_SUPPORTED:
-        case IPP_STATUS_ERROR_JOB_CANCELED:
         case IPP_STATUS_ERROR_MULTIPLE_JOBS_NOT_SUPPORTED:
-            return false;
+            return Recovery::none;
         default:
-            return code < firstIppStatus || (code >= IPP_STATUS_ERROR_INTERNAL && code <= lastServerError);
+            return code < firstIppStatus || (code >= IPP_STATUS_ERROR_INTERNAL && code <= lastServerError)
+                       ? Recovery::possible
+                       : Recovery::none;
     }
 }
 
@@ -115,7 +118,7 @@ platform::SpoolerError failure(std::uint32_t code, const std::string& queue, con
     if (!said.empty() && said != meaning) {
         detail += " CUPS meldet: „" + said + (said.ends_with('.') ? "“" : "“.");
     }
-    return {code, detail + ' ' + advice(code, queue), mayPass(code) ? Recovery::possible : Recovery::none};
+    return {code, detail + ' ' + advice(code, queue), recoveryFrom(code)};
 }
 
 }  // namespace platform_linux::cups

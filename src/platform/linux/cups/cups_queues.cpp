@@ -131,9 +131,13 @@ void CupsQueues::sendDocument(const std::string& queue, int job, int fileDescrip
 
 JobFate CupsQueues::fate(const std::string& queue, int job) {
     try {
-        const IppMessage answer =
-            connection_->request(queue, makeJobRequest(IPP_OP_GET_JOB_ATTRIBUTES, queue, job, {"number-of-documents"}));
-        return number(answer.get(), "number-of-documents", 0) > 0 ? JobFate::withDocument : JobFate::withoutDocument;
+        const IppMessage answer = connection_->request(
+            queue, makeJobRequest(IPP_OP_GET_JOB_ATTRIBUTES, queue, job, {"number-of-documents", "job-state"}));
+        if (number(answer.get(), "number-of-documents", 0) > 0) {
+            return JobFate::withDocument;
+        }
+        return number(answer.get(), "job-state", 0) == IPP_JSTATE_CANCELED ? JobFate::cancelled
+                                                                           : JobFate::withoutDocument;
     } catch (const platform::SpoolerError& error) {
         if (error.mayPass()) {
             throw;

@@ -36,7 +36,8 @@ struct QueueJob {
     Options options;  // job options under their standard names
 };
 
-enum class JobFate { unknown, withoutDocument, withDocument };
+// Cancelled by somebody before it had its document; once it has one, the server takes care of that.
+enum class JobFate { unknown, withoutDocument, withDocument, cancelled };
 
 // Every call throws platform::SpoolerError when CUPS or the queue refuses.
 class QueueAccess {

@@ -79,6 +79,9 @@ bool QueuedPdf::arrivedBefore() {
             queues_->cancel(queue_, job_);
             sent_ = false;
             return false;
+        case JobFate::cancelled:
+            sent_ = false;
+            throw cups::failure(IPP_STATUS_ERROR_JOB_CANCELED, queue_, {});
         case JobFate::unknown:
             break;
     }

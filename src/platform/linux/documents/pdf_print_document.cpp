@@ -64,7 +64,10 @@ void PdfPrintDocument::beginPage() {
             finishPdf();
             try {
                 deliver();
-            } catch (const platform::SpoolerError&) {
+            } catch (const platform::SpoolerError& error) {
+                if (error.cancelled()) {
+                    throw;
+                }
                 // Told at the end, if it has not been taken by then.
             }
             startPdf();
