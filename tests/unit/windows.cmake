@@ -11,6 +11,7 @@ krv_unit_test(windows-tests LIBS krv-windows krv-windows-resources SOURCES
 include(unit/pictures.cmake)
 krv_pictures(windows-tests)
 krv_unit_test(windows-print-tests LIBS krv-windows-print SOURCES
+    unit/windows_document_test.cpp
     unit/windows_print_test.cpp
     unit/windows_spooler_test.cpp
 )

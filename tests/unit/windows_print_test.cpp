@@ -2,6 +2,8 @@
 // pixel_surface_test.cpp.
 #include "unit/windows_sheet.h"
 
+#include <cmath>
+
 namespace platform_windows::print {
 
 namespace {
@@ -49,11 +51,12 @@ TEST(GdiText, EveryCharacterStandsWhereTheWidthsSay) {
 }
 
 // Where the ink is: that of upright text turned, which stands on its baseline; oblong pixels stretch it across.
-TEST(GdiText, IsTurnedAboutThePointItIsDrawnAt) {
-    const auto draw = [](int rotation, int dpiX) {
-        Sheet sheet(true, dpiX);
+TEST(GdiText, IsTurnedAboutThePointItIsDrawnAtAndHasItsShapeOnPixelsThatAreNotSquare) {
+    const auto draw = [](int rotation, int dpiX, Pixels pixels = Pixels::device) {
+        const int origin = pixels == Pixels::paper ? 300 * dpiX / 600 : 300;
+        Sheet sheet(true, dpiX, pixels);
         sheet.font(60, rotation);
-        sheet.text(300, 150, "HL", {255, 0, 0});
+        sheet.text(origin, 150, "HL", {255, 0, 0});
         const Image image = sheet.drawn();
         const Box ink = image.ink();
         EXPECT_EQ(image.at(ink.right, ink.bottom) & 0xFF0000, 0xFF0000U);
@@ -62,12 +65,29 @@ TEST(GdiText, IsTurnedAboutThePointItIsDrawnAt) {
     Box expected = draw(0, 600);
     EXPECT_NEAR(expected.bottom + 1, 50, 1);
     EXPECT_NEAR(expected.bottom + 1 - expected.top, 40, 2);
-    for (const int rotation : {90, 180, 270}) {
-        expected = {expected.top, -expected.right - 1, expected.bottom, -expected.left - 1};
+    for (const int rotation : {0, 90, 180, 270}) {
         EXPECT_TRUE(isNear(draw(rotation, 600), expected, 1)) << rotation;
+        for (const int dpiX : {300, 1200}) {
+            const Box oblong{expected.left * dpiX / 600, expected.top, expected.right * dpiX / 600, expected.bottom};
+            EXPECT_TRUE(isNear(draw(rotation, dpiX), oblong, 2)) << rotation << ", " << dpiX;
+            EXPECT_TRUE(isNear(draw(rotation, dpiX, Pixels::paper), expected, 2)) << rotation << ", " << dpiX;
+        }
+        expected = {expected.top, -expected.right - 1, expected.bottom, -expected.left - 1};
     }
-    expected = draw(90, 600);
-    EXPECT_TRUE(isNear(draw(90, 1200), {expected.left * 2, expected.top, expected.right * 2, expected.bottom}, 2));
+}
+
+// What a device does to the widths of its fonts has no say in them.
+TEST(GdiText, IsAsWideAsThePixelsAskFor) {
+    for (const int dpiX : {300, 600, 1200, 2400}) {
+        for (const Pixels pixels : {Pixels::device, Pixels::paper}) {
+            Sheet sheet(true, dpiX, pixels);
+            for (const int em : {13, 30, 83}) {
+                sheet.font(em);
+                const int advance = static_cast<int>(std::floor(em * 1229.0 / 2048 * dpiX / 600 + 0.5));
+                EXPECT_EQ(sheet->textWidth("i\x01\xDB\xFF"), 4 * advance) << em << ", " << dpiX;
+            }
+        }
+    }
 }
 
 // Pages that use more fonts than are kept at a time are the same in whatever order they use them.

@@ -57,10 +57,14 @@ struct Image {
     }
 };
 
+// What the pixels of a sheet's bitmap are: those of the device, or square ones however oblong the device's are. On the
+// latter fonts of the system follow the device, as on a printer, and what is drawn has the shape that it has on paper.
+enum class Pixels { device, paper };
+
 // A white bitmap, and a surface whose printable area lies within. A page is begun.
 class Sheet {
 public:
-    explicit Sheet(bool color = true, int dpiX = 600) {
+    explicit Sheet(bool color = true, int dpiX = 600, Pixels pixels = Pixels::device) {
         BITMAPINFO info{};
         info.bmiHeader = {sizeof(BITMAPINFOHEADER), sheetWidth, -sheetHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         void* bits = nullptr;
@@ -69,6 +73,11 @@ public:
         pixels_ = static_cast<std::uint32_t*>(bits);
         std::fill_n(pixels_, sheetWidth * sheetHeight, white);
         ::SetViewportOrgEx(context_.get(), marginX, marginY, nullptr);
+        if (pixels == Pixels::paper) {
+            ::SetMapMode(context_.get(), MM_ANISOTROPIC);
+            ::SetWindowExtEx(context_.get(), dpiX, 600, nullptr);
+            ::SetViewportExtEx(context_.get(), 600, 600, nullptr);
+        }
         surface_.setPage({0, 0, dpiX, 600, sheetWidth, sheetHeight, marginX, marginY}, color);
         surface_.beginPage();
     }

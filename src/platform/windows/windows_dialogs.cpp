@@ -11,6 +11,7 @@
 #include "platform/windows/notification_area.h"
 #include "platform/windows/places.h"
 #include "platform/windows/topmost_window.h"
+#include "platform/windows/visible_desktop.h"
 #include "platform/windows/wide_text.h"
 #include "runtime/error.h"
 #include "runtime/program.h"
@@ -22,13 +23,6 @@ namespace {
 using platform::Answer;
 using platform::Buttons;
 using platform::Icon;
-
-bool hasVisibleDesktop() {
-    USEROBJECTFLAGS flags{};
-    DWORD needed = 0;
-    return ::GetUserObjectInformationW(::GetProcessWindowStation(), UOI_FLAGS, &flags, sizeof(flags), &needed) != 0 &&
-           (flags.dwFlags & WSF_VISIBLE) != 0;
-}
 
 // Every line end as the pair of CR and LF.
 std::string withLineEnds(std::string_view text) {

@@ -45,6 +45,14 @@ void convertRow(const Picture& picture, bool invert, const std::uint8_t* row, st
     }
 }
 
+// Drivers that draw nothing of a picture, as none of it is visible, leave any code they like. Of these the system
+// itself tells that it could not draw.
+bool isSystemFailure(DWORD code) {
+    constexpr std::array failures = {ERROR_NOT_ENOUGH_MEMORY, ERROR_OUTOFMEMORY, ERROR_NO_SYSTEM_RESOURCES,
+                                     ERROR_DISK_FULL, ERROR_PRINT_CANCELLED};
+    return std::find(failures.begin(), failures.end(), static_cast<LONG>(code)) != failures.end();
+}
+
 }  // namespace
 
 DeviceBitmap::DeviceBitmap(const Picture& picture) {
@@ -77,18 +85,18 @@ int DeviceBitmap::stretchMode(const Stretch& across, const Stretch& down) const 
     return shrunk(across) || shrunk(down) ? HALFTONE : COLORONCOLOR;
 }
 
-bool DeviceBitmap::draw(HDC device, const Stretch& across, const Stretch& down) const {
+bool DeviceBitmap::draw(HDC device, const Stretch& across, const Stretch& down, bool printable,
+                        const StretchPicture& stretchPicture) const {
     ::SetStretchBltMode(device, stretchMode(across, down));
     ::SetBrushOrgEx(device, 0, 0, nullptr);
     // Mirrored pixels begin before their place and go on backwards. Rows are counted from the bottom.
     const auto start = [](const Stretch& stretch) { return stretch.length < 0 ? stretch.place - 1 : stretch.place; };
     ::SetLastError(ERROR_SUCCESS);
     const int rows =
-        ::StretchDIBits(device, start(across), start(down), across.length, down.length, across.first,
-                        header_.info.biHeight - down.first - down.pixels, across.pixels, down.pixels, pixels_.data(),
-                        reinterpret_cast<const BITMAPINFO*>(&header_), DIB_RGB_COLORS, SRCCOPY);
-    // No row is no failure where all of them lie in the margin that the device leaves white.
-    return rows > 0 || (rows == 0 && ::GetLastError() == ERROR_SUCCESS);
+        stretchPicture(device, start(across), start(down), across.length, down.length, across.first,
+                       header_.info.biHeight - down.first - down.pixels, across.pixels, down.pixels, pixels_.data(),
+                       reinterpret_cast<const BITMAPINFO*>(&header_), DIB_RGB_COLORS, SRCCOPY);
+    return !printable || (rows == 0 ? !isSystemFailure(::GetLastError()) : rows != static_cast<int>(GDI_ERROR));
 }
 
 }  // namespace platform_windows::print

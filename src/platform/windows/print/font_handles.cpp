@@ -5,14 +5,14 @@
 
 namespace platform_windows::print {
 
-HFONT FontHandles::get(const FontKey& key) {
+HFONT FontHandles::get(HDC device, const FontKey& key) {
     const auto found =
         std::find_if(entries_.begin(), entries_.end(), [&](const Entry& entry) { return entry.key == key; });
     if (found != entries_.end()) {
         entries_.splice(entries_.begin(), entries_, found);
         return entries_.front().font.get();
     }
-    Font font = key.typeface->create(key.emHeight, key.turn, key.scale);
+    Font font = key.typeface->create(device, key.emHeight, key.turn, key.scale);
     if (!font) {
         return nullptr;
     }

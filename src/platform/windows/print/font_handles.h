@@ -21,8 +21,12 @@ struct FontKey {
 // Keeps the fonts used last; a report switches among a few, and the system has room for a limited number.
 class FontHandles {
 public:
-    // The font for a key, good until two others have been asked for; none where the system has no room for one.
-    HFONT get(const FontKey& key);
+    // The font for a key on this device, good until two others have been asked for; none where the system has no room
+    // for one.
+    HFONT get(HDC device, const FontKey& key);
+
+    // Gives all of them back; none may be selected.
+    void clear() noexcept { entries_.clear(); }
 
 private:
     struct Entry {

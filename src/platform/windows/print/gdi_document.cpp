@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "platform/windows/print/port_questions.h"
 #include "platform/windows/print/spooler_error.h"
 #include "platform/windows/wide_text.h"
 
@@ -26,37 +27,59 @@ DWORD reasonOf(int result) noexcept {
 
 bool isColor(const PageMode& mode) { return mode.value(platform::PageOption::colorMode) != DMCOLOR_MONOCHROME; }
 
+// The printer's name, if its port puts no question that would wait for ever.
+const std::string& askingNobodyUnseen(const std::string& printer, const PrintCalls& calls) {
+    const std::string port = calls.hasVisibleDesktop() ? std::string() : askingPort(calls.portsOf(printer));
+    if (!port.empty()) {
+        throw runtime::Error(runtime::errPrinter,
+                             "Drucker „" + printer + "“: Der Anschluss " + port +
+                                 " fragt vor jedem Druck nach einem Ziel, aber in einem Dienst oder einer Aufgabe "
+                                 "ohne Bildschirm sieht niemand die Frage. Bitte einen anderen Drucker nehmen oder "
+                                 "dem Drucker unter „Druckereigenschaften“ einen anderen Anschluss geben.");
+    }
+    return printer;
+}
+
 }  // namespace
 
-GdiDocument::GdiDocument(const std::string& printer, const std::string& title)
-    : driver_(printer),
+GdiDocument::GdiDocument(const std::string& printer, const std::string& title, const PrintCalls& calls)
+    : calls_(calls),
+      driver_(askingNobodyUnseen(printer, calls), calls),
       title_(widen(title)),
       mode_(driver_.own()),
+      applied_(mode_),
       device_(driver_.open(mode_)),
-      surface_(device_.get()),
+      surface_(device_.get(), calls),
       recorder_(surface_) {
-    surface_.setPage(capabilitiesOf(device_.get()), isColor(mode_));
+    surface_.takePage(isColor(mode_));
 }
 
 void GdiDocument::setOption(platform::PageOption option, int value) {
     if (mode_.value(option) == value) {
         return;
     }
-    PageMode changed = driver_.changed(mode_, option, value);
+    mode_ = driver_.changed(mode_, option, value);
     if (state_.betweenPages()) {
-        apply(changed);
+        apply(mode_);
     } else {
         modeChanged_ = true;
     }
-    mode_ = std::move(changed);
 }
 
 void GdiDocument::apply(const PageMode& mode) {
-    ::SetLastError(ERROR_SUCCESS);
-    if (::ResetDCW(device_.get(), mode.record()) == nullptr) {
-        throwDocumentFailure(lastError(), driver_.printer());
+    if (calls_.resetContext(device_.get(), mode.record()) != nullptr) {
+        applied_ = mode;
+    } else if (jobStarted_) {
+        mode_ = applied_;
+        return;
+    } else {
+        // Drivers of faxes and the like do not change a device, but make one in any mode.
+        DeviceContext fresh = driver_.open(mode);
+        surface_.useDevice(fresh.get());
+        device_ = std::move(fresh);
+        applied_ = mode;
     }
-    surface_.setPage(capabilitiesOf(device_.get()), isColor(mode));
+    surface_.takePage(isColor(applied_));
 }
 
 void GdiDocument::beginPage() {
@@ -69,17 +92,18 @@ void GdiDocument::endPage() {
     state_.mustBeOnPage();
     startJob();
     ::SetLastError(ERROR_SUCCESS);
-    if (const int result = ::StartPage(device_.get()); result <= 0) {
-        fail(reasonOf(result));
+    if (const int result = calls_.startPage(device_.get()); result <= 0) {
+        failBehindFinishedPages(reasonOf(result));
     }
     surface_.beginPage();
     recorder_.playOnDevice();
-    if (const DWORD code = surface_.endPage(); code != ERROR_SUCCESS) {
-        fail(code);
-    }
+    const DWORD undrawn = surface_.endPage();
     ::SetLastError(ERROR_SUCCESS);
-    if (const int result = ::EndPage(device_.get()); result <= 0) {
-        fail(reasonOf(result));
+    if (const int result = calls_.endPage(device_.get()); result <= 0) {
+        fail(undrawn != ERROR_SUCCESS ? undrawn : reasonOf(result));
+    }
+    if (undrawn != ERROR_SUCCESS) {
+        failBehindFinishedPages(undrawn);
     }
     state_.pageEnded();
     ++pagesEnded_;
@@ -96,33 +120,41 @@ void GdiDocument::startJob() {
     info.cbSize = sizeof info;
     info.lpszDocName = title_.c_str();
     ::SetLastError(ERROR_SUCCESS);
-    if (const int result = ::StartDocW(device_.get(), &info); result <= 0) {
+    if (const int result = calls_.startDocument(device_.get(), &info); result <= 0) {
         fail(reasonOf(result));
     }
     jobStarted_ = true;
+}
+
+DWORD GdiDocument::finishJob() {
+    state_.ended();
+    if (!std::exchange(jobStarted_, false)) {
+        return ERROR_SUCCESS;
+    }
+    ::SetLastError(ERROR_SUCCESS);
+    if (const int result = calls_.endDocument(device_.get()); result <= 0) {
+        const DWORD code = reasonOf(result);
+        calls_.abortDocument(device_.get());
+        brokenOff_ = pagesEnded_ > 0;
+        return code;
+    }
+    pagesHandedOver_ = pagesEnded_;
+    return ERROR_SUCCESS;
 }
 
 void GdiDocument::end() {
     if (state_.over()) {
         return;
     }
-    state_.ended();
-    ::SetLastError(ERROR_SUCCESS);
-    if (std::exchange(jobStarted_, false)) {
-        if (const int result = ::EndDoc(device_.get()); result <= 0) {
-            const DWORD code = reasonOf(result);
-            ::AbortDoc(device_.get());
-            brokenOff_ = pagesEnded_ > 0;
-            throwDocumentFailure(code, driver_.printer());
-        }
-        pagesHandedOver_ = pagesEnded_;
+    if (const DWORD code = finishJob(); code != ERROR_SUCCESS) {
+        throwDocumentFailure(code, driver_.printer());
     }
 }
 
 void GdiDocument::abort() noexcept {
     state_.ended();
     if (std::exchange(jobStarted_, false)) {
-        ::AbortDoc(device_.get());
+        calls_.abortDocument(device_.get());
         brokenOff_ = pagesEnded_ > 0;
     }
 }
@@ -130,6 +162,13 @@ void GdiDocument::abort() noexcept {
 void GdiDocument::fail(DWORD code) {
     abort();
     throwDocumentFailure(code, driver_.printer());
+}
+
+void GdiDocument::failBehindFinishedPages(DWORD code) {
+    if (pagesEnded_ > 0 && !isCancel(code)) {
+        finishJob();
+    }
+    fail(code);
 }
 
 }  // namespace platform_windows::print

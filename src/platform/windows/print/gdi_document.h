@@ -14,10 +14,14 @@ namespace platform_windows::print {
 
 // The job appears in the printer's queue when the first page ends, and every page goes to it whole. What is open when
 // the document is ended, aborted or destroyed has never been there; the job itself never stays unfinished.
+//
+// A page that cannot be printed ends the document by itself: the pages before are handed over, where the system still
+// takes them, and a page that the printer has begun comes out white behind them.
 class GdiDocument final : public platform::PrintDocument {
 public:
-    // Throws platform::SpoolerError. Names are UTF-8.
-    GdiDocument(const std::string& printer, const std::string& title);
+    // Throws platform::SpoolerError, and errPrinter where the printer's port would ask a user whom nobody sees. Names
+    // are UTF-8.
+    GdiDocument(const std::string& printer, const std::string& title, const PrintCalls& calls = {});
     ~GdiDocument() override { abort(); }
 
     platform::Surface& surface() override { return recorder_; }
@@ -46,14 +50,20 @@ private:
         GdiSurface& device_;
     };
 
-    // Lets the device have the mode; never while the device has a page open.
+    // Lets the device have the mode; never while it has a page open. A driver that does not change its mode within a
+    // job keeps the one it has.
     void apply(const PageMode& mode);
     void startJob();
+    // Hands over what the job has so far. Returns 0 or the system's error code; then the job is gone.
+    DWORD finishJob();
     [[noreturn]] void fail(DWORD code);
+    [[noreturn]] void failBehindFinishedPages(DWORD code);
 
+    PrintCalls calls_;
     PrinterDriver driver_;
     std::wstring title_;
-    PageMode mode_;  // of the coming page
+    PageMode mode_;     // of the coming page
+    PageMode applied_;  // the device's
     DeviceContext device_;
     GdiSurface surface_;
     Recorder recorder_;

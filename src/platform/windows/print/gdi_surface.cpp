@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <utility>
 
 #include "platform/windows/print/spooler_error.h"
 
@@ -15,8 +16,11 @@ COLORREF colorRef(platform::Color color) { return RGB(color.red, color.green, co
 
 }  // namespace
 
-platform::DeviceCapabilities capabilitiesOf(HDC device) noexcept {
-    const auto ask = [device](int index) { return ::GetDeviceCaps(device, index); };
+GdiSurface::GdiSurface(HDC device, PrintCalls calls)
+    : device_(device), calls_(std::move(calls)), characters_(dosCharacters()) {}
+
+void GdiSurface::takePage(bool color) {
+    const auto ask = [this](int index) { return calls_.capability(device_, index); };
     platform::DeviceCapabilities capabilities;
     capabilities.horzRes = ask(HORZRES);
     capabilities.vertRes = ask(VERTRES);
@@ -26,10 +30,8 @@ platform::DeviceCapabilities capabilitiesOf(HDC device) noexcept {
     capabilities.physicalHeight = ask(PHYSICALHEIGHT);
     capabilities.physicalOffsetX = ask(PHYSICALOFFSETX);
     capabilities.physicalOffsetY = ask(PHYSICALOFFSETY);
-    return capabilities;
+    setPage(capabilities, color);
 }
-
-GdiSurface::GdiSurface(HDC device) : device_(device), characters_(dosCharacters()) {}
 
 platform::drawing::PixelSurface::DeviceFont GdiSurface::findFont(const platform::FontRequest& font) {
     const auto known = std::find_if(typefaces_.begin(), typefaces_.end(),
@@ -45,18 +47,39 @@ void GdiSurface::beginPage() {
 
 DWORD GdiSurface::endPage() {
     drawing_.reset();
+    if (failure_ != ERROR_SUCCESS) {
+        const platform::drawing::Area all = sheet();
+        ::PatBlt(device_, toInt(all.across.start), toInt(all.down.start), toInt(all.across.end - all.across.start),
+                 toInt(all.down.end - all.down.start), WHITENESS);
+    }
     return failure_;
 }
 
 template <typename Step>
 void GdiSurface::attempt(Step step) {
-    if (drawing_ && failure_ == ERROR_SUCCESS) {
-        ::SetLastError(ERROR_SUCCESS);
-        failure_ = step(*drawing_) ? DWORD{ERROR_SUCCESS} : lastError();
+    if (!drawing_ || failure_ != ERROR_SUCCESS) {
+        return;
     }
+    const auto done = [&] {
+        ::SetLastError(ERROR_SUCCESS);
+        return step(*drawing_);
+    };
+    if (done()) {
+        return;
+    }
+    drawing_.reset();
+    handles_.clear();
+    drawing_.emplace(device_, handles_);
+    failure_ = done() ? DWORD{ERROR_SUCCESS} : lastError();
 }
 
+FontKey GdiSurface::fontKey() const { return {typeface_, std::max(1, font().emHeight), turn(), textScale()}; }
+
 void GdiSurface::showRun(const Run& run) {
+    if (turn().upright() && textScale() != platform::drawing::TextScale{}) {
+        showOneByOne(run);
+        return;
+    }
     run_.clear();
     advances_.clear();
     for (const char byte : run.text) {
@@ -65,9 +88,22 @@ void GdiSurface::showRun(const Run& run) {
         advances_.push_back(toInt(fontPixels().advance[code]));
     }
     attempt([&](PageDrawing& drawing) {
-        return drawing.text({typeface_, std::max(1, font().emHeight), turn(), textScale()}, colorRef(run.color),
-                            {toInt(run.start.x), toInt(run.start.y)}, run_, advances_);
+        return drawing.text(fontKey(), colorRef(run.color), {toInt(run.start.x), toInt(run.start.y)}, run_, advances_);
     });
+}
+
+// How long an advance up or down the page is where pixels are not square, devices do not agree upon.
+void GdiSurface::showOneByOne(const Run& run) {
+    platform::drawing::Point start = run.start;
+    for (const char byte : run.text) {
+        const auto code = static_cast<unsigned char>(byte);
+        run_.assign(1, characters_[code]);
+        advances_.assign(1, 0);
+        attempt([&](PageDrawing& drawing) {
+            return drawing.text(fontKey(), colorRef(run.color), {toInt(start.x), toInt(start.y)}, run_, advances_);
+        });
+        start = turn().toPage(start, platform::drawing::Point{fontPixels().advance[code], 0});
+    }
 }
 
 void GdiSurface::showRectangle(const platform::drawing::Area& area, platform::Color color) {
@@ -80,8 +116,14 @@ void GdiSurface::showPicture(const std::shared_ptr<const platform::Picture>& pic
     const std::shared_ptr<const DeviceBitmap>& bitmap = prepare(picture);
     const Stretch across{toInt(frame.corner.x), frame.width, 0, picture->width};
     const Stretch down{toInt(frame.corner.y), frame.height, 0, picture->height};
+    const platform::DeviceCapabilities device = capabilities();
+    const platform::drawing::Area whole =
+        areaBetween(frame.corner, {frame.corner.x + frame.width, frame.corner.y + frame.height});
+    const platform::drawing::Area page = platform::drawing::areaBetween({}, {device.horzRes, device.vertRes});
+    const bool printable = !intersection(whole, page).empty();
     attempt([&](PageDrawing& drawing) {
-        return drawing.picture(*bitmap, visibleStretch(across, sheet().across), visibleStretch(down, sheet().down));
+        return drawing.picture(*bitmap, visibleStretch(across, sheet().across), visibleStretch(down, sheet().down),
+                               printable, calls_.stretchPicture);
     });
 }
 

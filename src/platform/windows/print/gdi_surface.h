@@ -12,26 +12,32 @@
 #include "platform/windows/print/dos_characters.h"
 #include "platform/windows/print/font_handles.h"
 #include "platform/windows/print/page_drawing.h"
+#include "platform/windows/print/print_calls.h"
 #include "platform/windows/print/system_headers.h"
 #include "platform/windows/print/typeface.h"
 
 namespace platform_windows::print {
 
-// What a device says of its page.
-platform::DeviceCapabilities capabilitiesOf(HDC device) noexcept;
-
 // Measures on a device at any time and draws on it while a page is open.
 class GdiSurface final : public platform::drawing::PixelSurface {
 public:
-    // The device must live as long as the surface.
-    explicit GdiSurface(HDC device);
+    // The device must live as long as the surface, or until another one takes its place.
+    explicit GdiSurface(HDC device, PrintCalls calls = {});
+
+    // Draws on this device from now on, which has the same fonts; never while a page is open.
+    void useDevice(HDC device) noexcept { device_ = device; }
 
     using PixelSurface::setPage;
+
+    // Takes what the device says of its page.
+    void takePage(bool color);
 
     // The device has begun a page; what is drawn without one goes nowhere.
     void beginPage();
 
-    // Returns 0 or the system's error code; after an error the rest of the page has not been drawn.
+    // Returns 0 or the system's error code. What could not be drawn has been tried once more with all that the system
+    // can spare; after an error the page is white, as far as the device can do that: half a page could be taken for a
+    // whole.
     DWORD endPage();
 
     // What the device draws for a picture, made once. May fail for lack of memory.
@@ -45,8 +51,11 @@ private:
 
     template <typename Step>
     void attempt(Step step);
+    void showOneByOne(const Run& run);
+    FontKey fontKey() const;
 
     HDC device_;
+    PrintCalls calls_;
     DosCharacters characters_;
     std::list<Typeface> typefaces_;
     const Typeface* typeface_ = nullptr;

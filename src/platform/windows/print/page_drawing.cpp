@@ -11,7 +11,7 @@ PageDrawing::PageDrawing(HDC device, FontHandles& fonts)
 bool PageDrawing::text(const FontKey& font, COLORREF color, POINT baseline, const std::vector<wchar_t>& characters,
                        const std::vector<int>& advances) {
     if (font_ != font) {
-        HFONT handle = handles_.get(font);
+        HFONT handle = handles_.get(device_, font);
         if (handle == nullptr || ::SelectObject(device_, handle) == nullptr) {
             return false;
         }

@@ -21,8 +21,9 @@ public:
     bool text(const FontKey& font, COLORREF color, POINT baseline, const std::vector<wchar_t>& characters,
               const std::vector<int>& advances);
     bool rectangle(const RECT& area, COLORREF color);
-    bool picture(const DeviceBitmap& bitmap, const Stretch& across, const Stretch& down) const {
-        return bitmap.draw(device_, across, down);
+    bool picture(const DeviceBitmap& bitmap, const Stretch& across, const Stretch& down, bool printable,
+                 const StretchPicture& stretchPicture) const {
+        return bitmap.draw(device_, across, down, printable, stretchPicture);
     }
 
 private:

@@ -1,10 +1,6 @@
 #include "platform/windows/print/printer_access.h"
 
-#include <algorithm>
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
-
+#include "platform/windows/print/listed_bins.h"
 #include "platform/windows/print/spooler_error.h"
 #include "platform/windows/wide_text.h"
 
@@ -80,32 +76,11 @@ platform::PrinterRecord printerRecord(const std::string& name) {
 }
 
 std::vector<platform::PaperBin> paperBins(const std::string& name) {
-    constexpr std::size_t nameLength = 24;
     const std::wstring port = widen(printerRecord(name).portName);
     const std::wstring printer = widen(name);
-    const auto ask = [&](WORD what, wchar_t* into) {
+    return listedBins([&](WORD what, wchar_t* into) {
         return ::DeviceCapabilitiesW(printer.c_str(), port.c_str(), what, into, nullptr);
-    };
-    const int count = ask(DC_BINS, nullptr);
-    if (count <= 0) {
-        return {};
-    }
-    std::vector<std::int16_t> numbers(static_cast<std::size_t>(count));
-    // A driver that names fewer bins than it numbers leaves the rest without a name.
-    const int named = ask(DC_BINNAMES, nullptr);
-    std::vector<wchar_t> names(static_cast<std::size_t>(std::max(count, named)) * nameLength);
-    if (ask(DC_BINS, reinterpret_cast<wchar_t*>(numbers.data())) <= 0) {
-        return {};
-    }
-    if (named > 0) {
-        ask(DC_BINNAMES, names.data());
-    }
-    std::vector<platform::PaperBin> bins;
-    for (std::size_t index = 0; index < numbers.size(); ++index) {
-        const std::wstring_view field(names.data() + index * nameLength, nameLength);
-        bins.push_back({numbers[index], narrow(field.substr(0, field.find(L'\0')))});
-    }
-    return bins;
+    });
 }
 
 }  // namespace platform_windows::print

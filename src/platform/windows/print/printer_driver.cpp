@@ -12,21 +12,25 @@ namespace platform_windows::print {
 
 using platform::PageOption;
 
-PrinterDriver::PrinterDriver(std::string printer)
-    : printer_(std::move(printer)), wideName_(widen(printer_)), handle_(openPrinter(printer_)), own_(ask(nullptr)) {}
+PrinterDriver::PrinterDriver(std::string printer, PrintCalls calls)
+    : calls_(std::move(calls)),
+      printer_(std::move(printer)),
+      wideName_(widen(printer_)),
+      handle_(calls_.openPrinter(printer_)),
+      own_(ask(nullptr)) {}
 
 PageMode PrinterDriver::ask(const PageMode* wish) const {
     // The functions of the spooler take names and records that they do not change by pointers to what is not constant.
     auto* const name = const_cast<wchar_t*>(wideName_.c_str());
     ::SetLastError(ERROR_SUCCESS);
-    const LONG size = ::DocumentPropertiesW(nullptr, handle_.get(), name, nullptr, nullptr, 0);
+    const LONG size = calls_.documentProperties(nullptr, handle_.get(), name, nullptr, nullptr, 0);
     if (size <= 0) {
         throw failure(lastError(), printer_);
     }
     PageMode mode(static_cast<std::size_t>(size));
     auto* const input = wish != nullptr ? const_cast<DEVMODEW*>(wish->record()) : nullptr;
     const DWORD flags = DM_OUT_BUFFER | (wish != nullptr ? DM_IN_BUFFER : 0);
-    if (::DocumentPropertiesW(nullptr, handle_.get(), name, mode.record(), input, flags) != IDOK) {
+    if (calls_.documentProperties(nullptr, handle_.get(), name, mode.record(), input, flags) != IDOK) {
         throw failure(lastError(), printer_);
     }
     return mode;
@@ -86,7 +90,7 @@ PageMode PrinterDriver::changed(const PageMode& mode, PageOption option, int val
 
 DeviceContext PrinterDriver::open(const PageMode& mode) const {
     ::SetLastError(ERROR_SUCCESS);
-    DeviceContext context(::CreateDCW(L"WINSPOOL", wideName_.c_str(), nullptr, mode.record()));
+    DeviceContext context(calls_.createContext(L"WINSPOOL", wideName_.c_str(), nullptr, mode.record()));
     if (!context) {
         throw failure(lastError(), printer_);
     }

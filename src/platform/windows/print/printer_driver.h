@@ -8,6 +8,7 @@
 #include "platform/print_document.h"
 #include "platform/spooler.h"
 #include "platform/windows/print/page_mode.h"
+#include "platform/windows/print/print_calls.h"
 #include "platform/windows/print/print_handles.h"
 
 namespace platform_windows::print {
@@ -15,7 +16,7 @@ namespace platform_windows::print {
 // Errors are platform::SpoolerError, where nothing else is said.
 class PrinterDriver {
 public:
-    explicit PrinterDriver(std::string printer);
+    explicit PrinterDriver(std::string printer, PrintCalls calls = {});
 
     const std::string& printer() const noexcept { return printer_; }
 
@@ -34,6 +35,7 @@ private:
     PageMode ask(const PageMode* wish) const;
     bool hasBin(int number);
 
+    PrintCalls calls_;
     std::string printer_;
     std::wstring wideName_;
     PrinterHandle handle_;

@@ -67,9 +67,14 @@ platform::SpoolerError failure(DWORD code, const std::string& printer) {
     return {code, describe(code, printer), mayPass ? platform::Recovery::possible : platform::Recovery::none};
 }
 
+bool isCancel(DWORD code) noexcept { return code == ERROR_PRINT_CANCELLED || code == ERROR_CANCELLED; }
+
 void throwDocumentFailure(DWORD code, const std::string& printer) {
     if (code == ERROR_DISK_FULL || code == ERROR_HANDLE_DISK_FULL) {
         throw runtime::Error(runtime::errDiskFull, describe(code, printer));
+    }
+    if (isCancel(code)) {
+        throw platform::SpoolerError(code, describe(code, printer), platform::Recovery::cancelled);
     }
     throw failure(code, printer);
 }

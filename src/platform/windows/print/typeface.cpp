@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 #include "platform/windows/newer_functions.h"
+#include "platform/windows/print/font_shape.h"
+#include "platform/windows/print/font_tables.h"
 #include "platform/windows/print/spooler_error.h"
 #include "platform/windows/wide_text.h"
 
@@ -35,6 +38,28 @@ LOGFONTW describe(const platform::FontRequest& request) {
     return description;
 }
 
+// Where the font does not tell them itself. A driver's own fonts are as wide as its pixels ask for.
+std::array<int, 256> measuredAdvances(HDC device, const Glyphs* glyphs, int averageWidth) {
+    Glyphs numbers = glyphs != nullptr ? *glyphs : Glyphs{};
+    std::array<int, 256> advances{};
+    advances.fill(averageWidth);
+    if (glyphs != nullptr) {
+        ::GetCharWidthI(device, 0, static_cast<UINT>(numbers.size()), numbers.data(), advances.data());
+    }
+    const int across = std::max(1, ::GetDeviceCaps(device, LOGPIXELSX));
+    const int down = std::max(1, ::GetDeviceCaps(device, LOGPIXELSY));
+    for (int& advance : advances) {
+        advance = ::MulDiv(std::max(0, advance), down, across);
+    }
+    return advances;
+}
+
+// Within what rounding to whole units makes of it.
+bool isNear(double one, double other) {
+    constexpr double most = 0.005;
+    return std::abs(one - other) <= most * other;
+}
+
 std::wstring faceName(HDC device) {
     std::array<wchar_t, LF_FACESIZE> name{};
     ::GetTextFaceW(device, LF_FACESIZE, name.data());
@@ -48,7 +73,7 @@ Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCh
     units_.perEm = usualUnitsPerEm;
     std::wstring name;
     for (bool again = true; again;) {
-        const Font font = create(units_.perEm, {}, {});
+        const Font font = create(units_.perEm, 0, {});
         if (!font) {
             throw runtime::Error(runtime::errPrinter, "Der Zeichensatz „" + request.name +
                                                           "“ lässt sich nicht anlegen. Bitte andere Programme "
@@ -64,7 +89,6 @@ Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCh
         } else {
             name = faceName(device);
             measure(device, characters);
-            measureUnderline(device);
         }
     }
     const std::wstring requested = widen(request.name);
@@ -78,38 +102,23 @@ void Typeface::measure(HDC device, const DosCharacters& characters) {
     ::GetTextMetricsW(device, &metrics);
     units_.ascent = metrics.tmAscent;
     units_.descent = metrics.tmDescent;
-    averageWidth_ = metrics.tmAveCharWidth;
 
     constexpr WORD noGlyph = 0xFFFF;
     constexpr WORD replacementGlyph = 0;
-    std::array<WORD, 256> glyphs{};
+    Glyphs glyphs{};
     const bool told = ::GetGlyphIndicesW(device, characters.data(), static_cast<int>(characters.size()), glyphs.data(),
                                          GGI_MARK_NONEXISTING_GLYPHS) != GDI_ERROR;
     const auto missing = std::count(glyphs.begin() + firstPrintable, glyphs.end(), noGlyph);
     coversCodePage_ = told && missing <= missingAllowed;
     std::replace(glyphs.begin(), glyphs.end(), noGlyph, replacementGlyph);
-    units_.advance.fill(averageWidth_);
-    if (told) {
-        ::GetCharWidthI(device, 0, static_cast<UINT>(glyphs.size()), glyphs.data(), units_.advance.data());
-    }
-    for (int& advance : units_.advance) {
-        advance = std::max(0, advance);
-    }
-}
+    const FontTables tables(device);
+    const auto advances = told ? tables.advances(glyphs) : std::nullopt;
+    units_.advance = advances ? *advances : measuredAdvances(device, told ? &glyphs : nullptr, metrics.tmAveCharWidth);
 
-void Typeface::measureUnderline(HDC device) {
-    // Offsets are those of the OpenType table of this name, numbers have their high byte first.
-    constexpr DWORD table = 0x74736F70;  // "post"
-    constexpr DWORD offset = 8;
-    std::array<std::uint8_t, 4> bytes{};
-    if (::GetFontData(device, table, offset, bytes.data(), static_cast<DWORD>(bytes.size())) == bytes.size()) {
-        const auto signed16 = [&](std::size_t at) { return static_cast<std::int16_t>(bytes[at] << 8 | bytes[at + 1]); };
-        units_.underlineTop = signed16(0);
-        units_.underlineThickness = signed16(2);
-    } else {
-        units_.underlineTop = -units_.descent / 3;
-        units_.underlineThickness = units_.perEm / 20;
-    }
+    const auto underline = tables.underline();
+    units_.underlineTop = underline ? underline->top : -units_.descent / 3;
+    units_.underlineThickness = underline ? underline->thickness : units_.perEm / 20;
+    averageWidth_ = metrics.tmAveCharWidth / ownStretch(device, letterAdvance());
 }
 
 bool Typeface::isFor(const platform::FontRequest& request) const noexcept {
@@ -117,17 +126,57 @@ bool Typeface::isFor(const platform::FontRequest& request) const noexcept {
            request_.italic == request.italic;
 }
 
-Font Typeface::create(int emHeight, platform::drawing::Turn turn, platform::drawing::TextScale scale) const noexcept {
+Font Typeface::create(HDC device, int emHeight, platform::drawing::Turn turn,
+                      platform::drawing::TextScale scale) const noexcept {
+    if (scale == platform::drawing::TextScale{}) {
+        return create(emHeight, 0, turn);
+    }
+    if (!turn.upright()) {
+        const Font own = create(units_.perEm, 0, {});
+        const Selection selection(device, own.get());
+        if (isNear(ownStretch(device, letterAdvance()), scale.along)) {
+            return create(emHeight, 0, turn);
+        }
+    }
+    const Size size = sizeFor(device, turn, scale);
+    const double points = static_cast<double>(emHeight) / units_.perEm;
+    return create(size.height * points, size.width * points, turn);
+}
+
+// What a device makes of a stated width, and of turned letters where its pixels are not square, is not the same
+// everywhere. So the letter H is tried, and what it lacks is made up for.
+Typeface::Size Typeface::sizeFor(HDC device, platform::drawing::Turn turn,
+                                 platform::drawing::TextScale scale) const noexcept {
+    const auto boxOf = [&](const Font& font) {
+        const Selection selection(device, font.get());
+        return letterBox(device);
+    };
+    Size size{units_.perEm * scale.across, averageWidth_ * scale.along};
+    const Font plain = create(units_.perEm, 0, {});
+    LetterBox letter = boxOf(plain);
+    {
+        const Selection selection(device, plain.get());
+        letter.across /= ownStretch(device, letterAdvance());
+    }
+    LetterBox tried = boxOf(create(size.height, size.width, turn));
+    if (turn.upright()) {
+        std::swap(tried.across, tried.down);
+    }
+    if (letter.known() && tried.known()) {
+        size.width *= letter.across * scale.along / tried.across;
+        size.height *= letter.down * scale.across / tried.down;
+    }
+    return size;
+}
+
+Font Typeface::create(double height, double width, platform::drawing::Turn turn) const noexcept {
     const auto pixels = [](double length) {
         return static_cast<LONG>(std::lround(std::clamp<double>(length, 1, mostPixels)));
     };
     LOGFONTW description = description_;
-    description.lfHeight = -pixels(emHeight * scale.across);
+    description.lfHeight = -pixels(height);
+    description.lfWidth = width > 0 ? pixels(width) : 0;
     description.lfEscapement = description.lfOrientation = turn.degrees() * 10;
-    if (turn.upright() && scale != platform::drawing::TextScale{}) {
-        // By itself the system would widen the letters as if they stood upright on the page.
-        description.lfWidth = pixels(averageWidth_ * scale.along * emHeight / units_.perEm);
-    }
     return Font(::CreateFontIndirectW(&description));
 }
 

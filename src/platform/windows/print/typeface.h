@@ -24,20 +24,30 @@ public:
     // Of the outlines.
     const platform::drawing::FontUnits& units() const noexcept { return units_; }
 
-    // Without an underline; the system would draw it elsewhere than the font's own table says. The em square's height
-    // is in vertical pixels. No font where the system has no room for one more.
-    Font create(int emHeight, platform::drawing::Turn turn, platform::drawing::TextScale scale) const noexcept;
+    // For drawing on a device, on which any other font may be selected meanwhile. Without an underline; the system
+    // would draw it elsewhere than the font's own table says. The em square's height is in vertical pixels. No font
+    // where the system has no room for one more.
+    Font create(HDC device, int emHeight, platform::drawing::Turn turn,
+                platform::drawing::TextScale scale) const noexcept;
 
 private:
-    // Widths and cell at a size at which the outlines' own units are pixels.
+    // What the system is asked for at a size at which the outlines' own units are pixels.
+    struct Size {
+        double height = 0;
+        double width = 0;
+    };
+
     void measure(HDC device, const DosCharacters& characters);
-    void measureUnderline(HDC device);
+    int letterAdvance() const noexcept { return units_.advance['H']; }
+    Size sizeFor(HDC device, platform::drawing::Turn turn, platform::drawing::TextScale scale) const noexcept;
+    // Width 0: as it follows from the height.
+    Font create(double height, double width, platform::drawing::Turn turn) const noexcept;
 
     platform::FontRequest request_;
     LOGFONTW description_{};
     platform::FontFace face_;
     platform::drawing::FontUnits units_;
-    int averageWidth_ = 0;  // what the system takes for it, in the same units
+    double averageWidth_ = 0;  // what the system takes for it, in the same units
     bool coversCodePage_ = false;
 };
 

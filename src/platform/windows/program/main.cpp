@@ -28,6 +28,8 @@ bool run(void (*function)(platform::Platform&) noexcept) {
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     // A drive without a disk is an error for whoever asks for it, not a box of the system that waits for an answer.
     ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    // A long page keeps the program from its windows; they are to stay as they are, not to be called hung.
+    ::DisableProcessWindowsGhosting();
     // The current directory is the host's; nothing that lies there is to be loaded as a part of the program.
     ::SetDllDirectoryW(L"");
     if (platform_windows::wasNotification()) {
