@@ -3,14 +3,15 @@
 #include <algorithm>
 #include <array>
 
-#include "platform/windows/print/system_headers.h"
+#include "platform/windows/newer_functions.h"
+#include "platform/windows/wide_text.h"
 
 namespace platform_windows::print {
 
 namespace {
 
 // The file that a driver's output goes to, the same for documents (XPS and PDF), and the number of a fax.
-constexpr std::array asking = {"FILE:", "PORTPROMPT:", "XPSPort:", "SHRFAX:"};
+constexpr std::array asking = {L"FILE:", L"PORTPROMPT:", L"XPSPort:", L"SHRFAX:"};
 
 }  // namespace
 
@@ -21,7 +22,7 @@ std::string askingPort(std::string_view ports) {
         const std::string_view port = ports.substr(0, ports.find(','));
         std::string name(port.substr(0, port.find_last_not_of(' ') + 1));
         if (std::any_of(asking.begin(), asking.end(),
-                        [&](const char* known) { return ::lstrcmpiA(known, name.c_str()) == 0; })) {
+                        [wide = widen(name)](const wchar_t* known) { return isSameName(known, wide); })) {
             return name;
         }
         ports.remove_prefix(port.size());

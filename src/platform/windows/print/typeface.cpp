@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -49,7 +50,7 @@ std::array<int, 256> measuredAdvances(HDC device, const Glyphs* glyphs, int aver
     const int across = std::max(1, ::GetDeviceCaps(device, LOGPIXELSX));
     const int down = std::max(1, ::GetDeviceCaps(device, LOGPIXELSY));
     for (int& advance : advances) {
-        advance = ::MulDiv(std::max(0, advance), down, across);
+        advance = static_cast<int>(std::int64_t{std::max(0, advance)} * down / across);
     }
     return advances;
 }
