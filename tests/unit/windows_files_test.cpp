@@ -5,6 +5,7 @@
 
 #include <array>
 
+#include "platform/windows/places.h"
 #include "platform/windows/windows_system.h"
 
 #include "windows_calls.h"
@@ -197,6 +198,8 @@ TEST_F(WindowsFiles, MissingOnesAreFoundWhereTheSystemPutThem) {
         EXPECT_EQ(errorOf([&, &name = path] { WindowsSystem().readFile(name); }, &detail), runtime::errFileNotFound);
         EXPECT_NE(detail.find(hint), std::string::npos) << detail;
     }
+    ::SetEnvironmentVariableW(variable, nullptr);
+    EXPECT_EQ(localData(), before.data());
     ::SetEnvironmentVariableW(variable, before.data());
 }
 

@@ -25,10 +25,14 @@ template <typename MayPass, typename Attempt>
 DWORD patiently(DWORD patience, const MayPass& mayPass, const Attempt& attempt) {
     constexpr DWORD longest = 256;
     DWORD pause = 1;
+    DWORD waited = 0;
     DWORD error = attempt();
-    for (DWORD waited = 0; waited < patience && mayPass(error); waited += pause, pause = std::min(2 * pause, longest)) {
+    while (waited < patience && mayPass(error)) {
+        const DWORD start = ::GetTickCount();
         ::Sleep(pause);
         error = attempt();
+        waited += std::max(pause, ::GetTickCount() - start);  // a server may take its time to say no
+        pause = std::min(2 * pause, longest);
     }
     return error;
 }

@@ -2,6 +2,9 @@
 
 #include <windows.h>
 
+#include "platform/windows/wide_text.h"
+#include "platform/windows/windows_settings_store.h"
+
 namespace platform_windows {
 
 std::wstring programFile() {
@@ -28,7 +31,15 @@ std::wstring localData() {
     constexpr const wchar_t* variable = L"LOCALAPPDATA";
     std::wstring folder(::GetEnvironmentVariableW(variable, nullptr, 0), L'\0');
     folder.resize(::GetEnvironmentVariableW(variable, folder.data(), static_cast<DWORD>(folder.size())));
-    return folder;
+    if (!folder.empty()) {
+        return folder;
+    }
+    // Windows XP has no such variable, and a DOS host's environment may have no room for it.
+    const auto value = WindowsSettingsStore().value(
+        platform::SettingsRoot::currentUser, R"(Software\Microsoft\Windows\CurrentVersion\Explorer\Shell Folders)",
+        "Local AppData");
+    const auto* text = value ? std::get_if<std::string>(&*value) : nullptr;
+    return text != nullptr ? widen(*text) : std::wstring();
 }
 
 }  // namespace platform_windows

@@ -10,8 +10,7 @@ std::wstring programFile();
 // With a separator at its end; empty where the system does not tell.
 std::wstring systemFolder();
 
-// What the user's programs keep on this machine, without a separator at its end; empty where the environment does not
-// tell.
+// What the user's programs keep on this machine, without a separator at its end; empty where the system does not tell.
 std::wstring localData();
 
 }  // namespace platform_windows

@@ -74,7 +74,8 @@ DWORD overwrite(const std::wstring& path, std::string_view content, Durability d
 }
 
 DWORD writeInPlace(const std::wstring& path, std::string_view content, Durability durability) {
-    return patiently(openingPatience, mayBeInUse, [&] {
+    const auto mayPass = [](DWORD error) { return mayBeInUse(error) || error == ERROR_FILE_EXISTS; };
+    return patiently(openingPatience, mayPass, [&] {
         const DWORD error = overwrite(path, content, durability);
         return error == ERROR_FILE_NOT_FOUND ? createFile(path, content) : error;
     });
