@@ -145,6 +145,12 @@ TEST_F(WindowsFiles, AppearWhereScannersOpenThemAndRightsAreMissing) {
         return kind == FileRenameInformation ? ERROR_ACCESS_DENIED : 0;
     });
     appears("newest");
+
+    create.refuse(
+        [](auto, DWORD access, auto...) -> DWORD { return access == FILE_READ_ATTRIBUTES ? 0 : ERROR_ACCESS_DENIED; });
+    for (const DWORD error : {replaceFile(native, "x"), rewriteFile(native, "x"), appendToFile(native, "x")}) {
+        EXPECT_EQ(error, DWORD{ERROR_ACCESS_DENIED});
+    }
     EXPECT_EQ(Pauses::count, 0) << "nothing to wait for";
 }
 

@@ -50,8 +50,9 @@ OpenedFile openFile(const std::wstring& path, DWORD access, DWORD disposition) {
     if (!result.file) {
         const DWORD error = ::GetLastError();
         result.error = hasAttribute(path, FILE_ATTRIBUTE_DIRECTORY) ? errorDirectoryNotSupported : error;
-    } else if (::GetFileType(result.file.get()) != FILE_TYPE_DISK) {
-        result.error = ERROR_BAD_FILE_TYPE;
+    } else if (const DWORD type = ::GetFileType(result.file.get()); type != FILE_TYPE_DISK) {
+        const DWORD error = type == FILE_TYPE_UNKNOWN ? ::GetLastError() : 0;
+        result.error = error != 0 ? error : DWORD{ERROR_BAD_FILE_TYPE};
     }
     return result;
 }

@@ -44,7 +44,8 @@ DWORD readOnce(const std::wstring& path, std::string& content) {
 }  // namespace
 
 DWORD readWholeFile(const std::wstring& path, std::string& content) {
-    return patiently(openingPatience, isInUse, [&] { return readOnce(path, content); });
+    const auto mayPass = [](DWORD error) { return isInUse(error); };
+    return patiently(openingPatience, mayPass, [&] { return readOnce(path, content); });
 }
 
 DWORD createFile(const std::wstring& path, std::string_view content) {
@@ -66,14 +67,9 @@ DWORD createFile(const std::wstring& path, std::string_view content) {
 }
 
 DWORD appendToFile(const std::wstring& path, std::string_view content) {
-    OpenedFile opened;
-    if (const DWORD error = patiently(openingPatience, mayBeInUse,
-                                      [&] {
-                                          opened = openFile(path, GENERIC_WRITE, OPEN_ALWAYS);
-                                          return opened.error;
-                                      });
-        error != 0) {
-        return error;
+    const OpenedFile opened = openPatiently(openingPatience, path, GENERIC_WRITE, OPEN_ALWAYS);
+    if (opened.error != 0) {
+        return opened.error;
     }
     const HANDLE file = opened.file.get();
     const LONGLONG before = sizeOf(file);
@@ -88,8 +84,8 @@ DWORD appendToFile(const std::wstring& path, std::string_view content) {
 }
 
 DWORD removeFile(const std::wstring& path) {
-    return patiently(openingPatience, mayBeInUse,
-                     [&] { return ::DeleteFileW(path.c_str()) != 0 ? 0 : ::GetLastError(); });
+    const auto mayPass = [&](DWORD error) { return isInUse(error, path); };
+    return patiently(openingPatience, mayPass, [&] { return ::DeleteFileW(path.c_str()) != 0 ? 0 : ::GetLastError(); });
 }
 
 bool isSameFile(const std::wstring& path, const std::wstring& other) {

@@ -5,6 +5,9 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <string>
+
+#include "platform/windows/file_calls.h"
 
 namespace platform_windows {
 
@@ -16,9 +19,15 @@ inline constexpr DWORD openingPatience = 2000;
 // Whether a call failed because of another program's use of the file, or because the connection to its server broke.
 bool isInUse(DWORD error) noexcept;
 
-// Whether that is possible: the system also says "no rights" of a file that is being deleted, and of one that somebody
-// has open when it is to be replaced.
+// The same for a file that could not be opened or deleted: the system says "no rights" of one, too, that is being
+// deleted and goes with the last one who has it open.
+bool isInUse(DWORD error, const std::wstring& path);
+
+// The same for a file that could not be replaced: it says that, too, of one that somebody has open.
 bool mayBeInUse(DWORD error) noexcept;
+
+// openFile(), and again for as long as others have the file in a way that forbids it.
+OpenedFile openPatiently(DWORD patience, const std::wstring& path, DWORD access, DWORD disposition);
 
 // Tries once, and again in growing pauses for as long as it fails for a reason that may pass. The last attempt's error.
 template <typename MayPass, typename Attempt>

@@ -74,7 +74,7 @@ DWORD overwrite(const std::wstring& path, std::string_view content, Durability d
 }
 
 DWORD writeInPlace(const std::wstring& path, std::string_view content, Durability durability) {
-    const auto mayPass = [](DWORD error) { return mayBeInUse(error) || error == ERROR_FILE_EXISTS; };
+    const auto mayPass = [&](DWORD error) { return isInUse(error, path) || error == ERROR_FILE_EXISTS; };
     return patiently(openingPatience, mayPass, [&] {
         const DWORD error = overwrite(path, content, durability);
         return error == ERROR_FILE_NOT_FOUND ? createFile(path, content) : error;
@@ -97,18 +97,15 @@ DWORD rewriteFile(const std::wstring& path, std::string_view content) {
     if (const DWORD error = refusal(path); error != 0) {
         return error;
     }
-    OpenedFile old;
-    DWORD error = patiently(replacingPatience, mayBeInUse, [&] {
-        old = openFile(path, GENERIC_WRITE, OPEN_EXISTING);
+    OpenedFile old = openPatiently(replacingPatience, path, GENERIC_WRITE, OPEN_EXISTING);
+    if (old.error != 0) {
         return old.error;
-    });
-    if (error != 0) {
-        return error;
     }
     const std::wstring final = finalPath(old.file.get());
     const std::wstring& target = final.empty() ? path : final;
     old.file.reset();
     const DWORD attributes = ::GetFileAttributesW(target.c_str());
+    DWORD error = 0;
     {
         UnfinishedFile file(target);
         error = file.error() != 0 ? file.error() : file.write(content, Durability::powerFailure);
