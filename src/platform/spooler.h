@@ -67,6 +67,9 @@ struct PaperBin {
     std::string name;
 };
 
+// Of the system's print service; silent where whoever knows does not answer in time.
+enum class ServiceState { running, stopped, silent };
+
 // Default printer, rights, bins and properties are for the printer selection and the job list; a job needs the rest.
 //
 // Names are device names, UTF-8. Every call that names a printer throws SpoolerError when there is none of that name
@@ -109,8 +112,8 @@ public:
     // returns when it has been closed.
     virtual void showProperties(const std::string& name) = 0;
 
-    // Whether the system's print service is running.
-    virtual bool serviceRunning() = 0;
+    // Takes some seconds where whoever is asked does not answer.
+    virtual ServiceState serviceState() = 0;
 
     // After an error that may pass: asks once more whether the spooler answers.
     virtual bool answersAgain() = 0;

@@ -50,7 +50,18 @@ void JobFailure::report(Stretch stretch, const Error& error, const JobEnd& end, 
 
 void JobFailure::logGeneral(const Error& error) {
     session_.log.line(">     Allgemeiner Fehler in DoReport ", numbered(error));
-    if (!session_.platform.spooler.serviceRunning()) {
+    if (session_.log.writes()) {
+        logService();
+    }
+}
+
+// Only for the log, because the answer may take seconds for which the host waits.
+void JobFailure::logService() {
+    const platform::ServiceState state = session_.platform.spooler.serviceState();
+    if (state == platform::ServiceState::silent) {
+        session_.log.detail(">     Die Auskunft über die Druckwarteschlange antwortet nicht");
+    }
+    if (state != platform::ServiceState::running) {
         session_.log.line(">     DRUCKWARTESCHLANGE ist nicht gestartet!!! ");
     }
 }

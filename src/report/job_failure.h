@@ -31,6 +31,7 @@ public:
 
 private:
     void logGeneral(const runtime::Error& error);
+    void logService();
     void reportDriver(const runtime::Error& error);
     void reportBackground(const runtime::Error& error);
     void logPage(const runtime::Error& error, const std::string& deviceName);

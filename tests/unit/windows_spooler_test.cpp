@@ -2,6 +2,7 @@
 #include "platform/windows/print/windows_spooler.h"
 #include "platform/windows/print/page_mode.h"
 #include "platform/windows/print/spooler_error.h"
+#include "platform/windows/print/spooler_service.h"
 #include "platform/windows/print/windows_print_jobs.h"
 #include "unit/windows_support.h"
 
@@ -55,6 +56,27 @@ TEST(SpoolerErrors, FullDiskIsAnErrorOfItsOwn) {
     EXPECT_NE(failure(ERROR_ACCESS_DENIED, "Laser").detail().find("Windows-Fehler 5"), std::string::npos);
     EXPECT_EQ(windows_support::errorOf([] { throwDocumentFailure(ERROR_DISK_FULL, "Laser"); }), runtime::errDiskFull);
     EXPECT_THROW(throwDocumentFailure(ERROR_PRINT_CANCELLED, "Laser"), platform::SpoolerError);
+}
+
+TEST(SpoolerService, IsAskedForALimitedTime) {
+    using platform::ServiceState;
+    // Wine's management service finds the spooler and does not say whether it is started.
+    EXPECT_EQ(WindowsSpooler().serviceState(),
+              windows_support::onWine() ? ServiceState::stopped : ServiceState::running);
+    EXPECT_EQ(answerWithin(10'000, [] { return ServiceState::running; }), ServiceState::running);
+
+    // A question that hangs finds what it has taken along when it goes on.
+    const auto event = std::make_shared<KernelHandle>(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    const std::weak_ptr<KernelHandle> heldByTheQuestion = event;
+    const auto hangs = [event] { return ::WaitForSingleObject(event->get(), INFINITE), ServiceState::running; };
+    const ULONGLONG before = ::GetTickCount64();
+    EXPECT_EQ(answerWithin(50, hangs), ServiceState::silent);
+    EXPECT_LT(::GetTickCount64() - before, 5'000U);
+    ::SetEvent(event->get());
+    for (int i = 0; i < 500 && heldByTheQuestion.use_count() > 2; ++i) {
+        ::Sleep(10);
+    }
+    EXPECT_EQ(heldByTheQuestion.use_count(), 2) << "the test's own two, and none of the thread that was left behind";
 }
 
 }  // namespace

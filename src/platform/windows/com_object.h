@@ -12,7 +12,8 @@ namespace platform_windows {
 // COM on this thread for as long as this lives. Where the thread has it already, in whatever way, that is as good.
 class ComScope {
 public:
-    ComScope() noexcept : result_(::CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED | COINIT_DISABLE_OLE1DDE)) {}
+    explicit ComScope(DWORD apartment = COINIT_APARTMENTTHREADED) noexcept
+        : result_(::CoInitializeEx(nullptr, apartment | COINIT_DISABLE_OLE1DDE)) {}
     ComScope(const ComScope&) = delete;
     ComScope& operator=(const ComScope&) = delete;
     ~ComScope() {

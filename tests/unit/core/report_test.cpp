@@ -97,7 +97,7 @@ TEST_F(ReportTest, PaperIsA4UnlessTheSettingsSayOtherwiseAndOneRefusedEndsTheJob
 }
 
 TEST_F(ReportTest, WithoutAPrintFileTheHostGetsNoFileUnlessItWaits) {
-    host.spooler.running = false;
+    host.spooler.service = platform::ServiceState::stopped;
     host.system.failures["A.OUT"] = runtime::errFileNotFound;
     EXPECT_EQ(report(""), "");
     EXPECT_TRUE(host.logged(">     Allgemeiner Fehler in DoReport 53 Datei nicht gefunden"));
@@ -108,6 +108,17 @@ TEST_F(ReportTest, WithoutAPrintFileTheHostGetsNoFileUnlessItWaits) {
     host.dialogs.answer = platform::Answer::no;
     EXPECT_EQ(report("", "", "", true), " OK");
     EXPECT_EQ(host.dialogs.shownFiles, Lines{"KRVWinPr.log"});
+
+    host.spooler.service = platform::ServiceState::silent;
+    for (const int level : {session::DebugLog::ordinary, session::DebugLog::details}) {
+        session.log.level(level);
+        report("");
+        EXPECT_EQ(host.logged(">     Die Auskunft über die Druckwarteschlange antwortet nicht"), level != 0);
+    }
+    session.log.debugging(false);
+    host.spooler.serviceAsked = 0;
+    report("", "", "", true);
+    EXPECT_EQ(host.spooler.serviceAsked, 0) << "for a log that nobody reads the host does not wait";
 }
 
 TEST_F(ReportTest, WithoutPrintersTheUserIsTold) {

@@ -167,7 +167,8 @@ public:
     platform::PrinterRecord record;
     std::uint32_t failWith = 0;     // every call that names a printer fails with this code
     std::vector<int> jobCounts{0};  // one for each question, the last one for ever
-    bool running = true;
+    platform::ServiceState service = platform::ServiceState::running;
+    int serviceAsked = 0;
     int silentFor = 0;  // so many further questions are not answered
 
     bool hasPrinters() override { return !names.empty(); }
@@ -200,7 +201,10 @@ public:
     std::vector<platform::PaperBin> paperBins(const std::string&) override { return bins; }
     bool canAdminister(const std::string&) override { return true; }
     void showProperties(const std::string&) override {}
-    bool serviceRunning() override { return running; }
+    platform::ServiceState serviceState() override {
+        ++serviceAsked;
+        return service;
+    }
     std::string errorText(std::uint32_t code) override { return code == 5 ? "Zugriff verweigert" : ""; }
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override {
         check();

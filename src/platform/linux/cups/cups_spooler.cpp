@@ -215,18 +215,18 @@ void CupsSpooler::showProperties(const std::string& queue) {
     showQueuePage(queue);
 }
 
-bool CupsSpooler::serviceRunning() {
+platform::ServiceState CupsSpooler::serviceState() {
     try {
         answering();
-        return true;
+        return platform::ServiceState::running;
     } catch (const platform::SpoolerError&) {
-        return false;
+        return platform::ServiceState::stopped;
     }
 }
 
 bool CupsSpooler::answersAgain() {
     connection_->askAgain();
-    return serviceRunning();
+    return serviceState() == platform::ServiceState::running;
 }
 
 std::string CupsSpooler::errorText(std::uint32_t code) { return statusText(code); }

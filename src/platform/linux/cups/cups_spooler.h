@@ -32,7 +32,7 @@ public:
     bool canAdminister(const std::string& queue) override;
     void showProperties(const std::string& queue) override;
     // Whether the scheduler answers.
-    bool serviceRunning() override;
+    platform::ServiceState serviceState() override;
     bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& queue, const std::string& title) override;

@@ -27,7 +27,7 @@ public:
     std::vector<platform::PaperBin> paperBins(const std::string& /*name*/) override { return {}; }
     bool canAdminister(const std::string& /*name*/) override { return true; }
     void showProperties(const std::string& name) override;
-    bool serviceRunning() override { return true; }
+    platform::ServiceState serviceState() override { return platform::ServiceState::running; }
     bool answersAgain() override { return true; }
     std::string errorText(std::uint32_t code) override;
     // A title "FOLDER\NAME.xxx" is printed into "NAME.pdf" in what is the current directory now.

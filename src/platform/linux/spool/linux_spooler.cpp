@@ -90,9 +90,9 @@ bool LinuxSpooler::canAdminister(const std::string& name) { return of(name).canA
 
 void LinuxSpooler::showProperties(const std::string& name) { of(name).showProperties(name); }
 
-bool LinuxSpooler::serviceRunning() {
+platform::ServiceState LinuxSpooler::serviceState() {
     cups::PrintServer* server = cups_.get();
-    return server != nullptr && server->spooler().serviceRunning();
+    return server != nullptr ? server->spooler().serviceState() : platform::ServiceState::stopped;
 }
 
 bool LinuxSpooler::answersAgain() {

@@ -33,7 +33,7 @@ public:
     bool canAdminister(const std::string& name) override;
     void showProperties(const std::string& name) override;
     // Whether the scheduler of CUPS answers; the built-in printer needs none.
-    bool serviceRunning() override;
+    platform::ServiceState serviceState() override;
     bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;

@@ -1,17 +1,22 @@
 #include "platform/windows/print/spooler_service.h"
 
 #include "platform/windows/com_object.h"
+#include "platform/windows/handle.h"
 
 #include <windows.h>
 // After windows.h, which they need.
 #include <oleauto.h>
 #include <wbemidl.h>
 
+#include <exception>
 #include <memory>
+#include <utility>
 
 namespace platform_windows::print {
 
 namespace {
+
+using platform::ServiceState;
 
 struct FreeString {
     void operator()(wchar_t* text) const noexcept { ::SysFreeString(text); }
@@ -19,6 +24,12 @@ struct FreeString {
 using ComString = std::unique_ptr<wchar_t, FreeString>;
 
 ComString comString(const wchar_t* text) { return ComString(::SysAllocString(text)); }
+
+// The management service acts for whoever asks, and wants to be allowed to.
+bool allow(IUnknown* proxy) noexcept {
+    return SUCCEEDED(::CoSetProxyBlanket(proxy, RPC_C_AUTHN_WINNT, RPC_C_AUTHZ_NONE, nullptr, RPC_C_AUTHN_LEVEL_CALL,
+                                         RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE));
+}
 
 ComObject<IWbemServices> connect() {
     void* created = nullptr;
@@ -33,33 +44,79 @@ ComObject<IWbemServices> connect() {
         return nullptr;
     }
     ComObject<IWbemServices> connected(services);
-    const HRESULT allowed =
-        ::CoSetProxyBlanket(services, RPC_C_AUTHN_WINNT, RPC_C_AUTHZ_NONE, nullptr, RPC_C_AUTHN_LEVEL_CALL,
-                            RPC_C_IMP_LEVEL_IMPERSONATE, nullptr, EOAC_NONE);
-    return SUCCEEDED(allowed) ? std::move(connected) : nullptr;
+    return allow(services) ? std::move(connected) : nullptr;
 }
 
-bool isStarted(IWbemServices& services) {
-    const ComString path = comString(L"Win32_Service.Name='Spooler'");
-    IWbemClassObject* found = nullptr;
-    if (FAILED(services.GetObject(path.get(), 0, nullptr, &found, nullptr))) {
-        return false;
+ComObject<IEnumWbemClassObject> query(IWbemServices& services) {
+    const ComString language = comString(L"WQL");
+    const ComString text = comString(L"SELECT Started FROM Win32_Service WHERE Name = 'Spooler'");
+    IEnumWbemClassObject* found = nullptr;
+    if (FAILED(services.ExecQuery(language.get(), text.get(), WBEM_FLAG_RETURN_IMMEDIATELY | WBEM_FLAG_FORWARD_ONLY,
+                                  nullptr, &found))) {
+        return nullptr;
     }
-    const ComObject<IWbemClassObject> service(found);
+    // Where the system needs no permission for it, or has it from the connection, this fails and does no harm.
+    allow(found);
+    return ComObject<IEnumWbemClassObject>(found);
+}
+
+bool isStarted(IWbemClassObject& service) {
     VARIANT started;
     ::VariantInit(&started);
-    const bool told = SUCCEEDED(service->Get(L"Started", 0, &started, nullptr, nullptr));
+    const bool told = SUCCEEDED(service.Get(L"Started", 0, &started, nullptr, nullptr));
     const bool yes = told && started.vt == VT_BOOL && started.boolVal != VARIANT_FALSE;
     ::VariantClear(&started);
     return yes;
 }
 
+ServiceState ask() {
+    const ComScope com(COINIT_MULTITHREADED);
+    const ComObject<IWbemServices> services = connect();
+    const ComObject<IEnumWbemClassObject> answer = services ? query(*services) : nullptr;
+    if (!answer) {
+        return ServiceState::stopped;
+    }
+    IWbemClassObject* first = nullptr;
+    ULONG count = 0;
+    const HRESULT result = answer->Next(static_cast<LONG>(serviceLimit), 1, &first, &count);
+    const ComObject<IWbemClassObject> service(first);
+    if (result == WBEM_S_TIMEDOUT) {
+        return ServiceState::silent;
+    }
+    return service && isStarted(*service) ? ServiceState::running : ServiceState::stopped;
+}
+
+struct Asked {
+    std::function<ServiceState()> question;
+    ServiceState answer = ServiceState::silent;
+};
+
+DWORD WINAPI run(void* parameter) noexcept {
+    const std::unique_ptr<std::shared_ptr<Asked>> asked(static_cast<std::shared_ptr<Asked>*>(parameter));
+    (*asked)->answer = (*asked)->question();
+    return 0;
+}
+
 }  // namespace
 
-bool spoolerServiceRunning() noexcept {
-    const ComScope com;
-    const ComObject<IWbemServices> services = connect();
-    return services && isStarted(*services);
+ServiceState answerWithin(unsigned limit, std::function<ServiceState()> question) {
+    const auto asked = std::make_shared<Asked>(Asked{.question = std::move(question)});
+    // What it needs belongs to both, and goes with the last of them.
+    auto parameter = std::make_unique<std::shared_ptr<Asked>>(asked);
+    const KernelHandle thread(::CreateThread(nullptr, 0, run, parameter.get(), 0, nullptr));
+    if (!thread) {
+        return ServiceState::silent;
+    }
+    static_cast<void>(parameter.release());  // the thread has it
+    return ::WaitForSingleObject(thread.get(), limit) == WAIT_OBJECT_0 ? asked->answer : ServiceState::silent;
+}
+
+ServiceState spoolerServiceState() noexcept {
+    try {
+        return answerWithin(serviceLimit, ask);
+    } catch (const std::exception&) {
+        return ServiceState::silent;
+    }
 }
 
 }  // namespace platform_windows::print

@@ -99,7 +99,7 @@ void WindowsSpooler::showProperties(const std::string& name) {
     }
 }
 
-bool WindowsSpooler::serviceRunning() { return spoolerServiceRunning(); }
+platform::ServiceState WindowsSpooler::serviceState() { return spoolerServiceState(); }
 
 bool WindowsSpooler::answersAgain() {
     try {

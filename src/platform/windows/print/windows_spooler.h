@@ -26,7 +26,7 @@ public:
     std::vector<platform::PaperBin> paperBins(const std::string& name) override;
     bool canAdminister(const std::string& name) override;
     void showProperties(const std::string& name) override;
-    bool serviceRunning() override;
+    platform::ServiceState serviceState() override;
     bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;
