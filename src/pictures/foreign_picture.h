@@ -52,8 +52,9 @@ struct ForeignPicture {
     // byte whose last bit says whether shades of grey begin with white or with black.
     std::vector<ByteRange> colorTables = {};
     std::size_t greyDirectionAt = 0;
-    bool furtherPictures = false;  // TIFF
-    bool colorsStated = true;      // TIFF: the file says what its numbers mean
+    std::size_t resolutionUnitAt = 0;  // TIFF: the less significant byte of that tag's value; 0 where there is none
+    bool furtherPictures = false;      // TIFF
+    bool colorsStated = true;          // TIFF: the file says what its numbers mean
 
     platform::PictureInfo info() const {
         return {static_cast<int>(width), static_cast<int>(height), bitsPerPixel, dpiX, dpiY};

@@ -194,6 +194,9 @@ void readResolution(const Directory& directory, ForeignPicture& file) {
     constexpr std::uint32_t inch = 2;
     constexpr std::uint32_t centimetre = 3;
     const std::uint32_t unit = directory.value(resolutionUnit, inch);
+    if (const Entry entry = directory.find(resolutionUnit); entry.count > 0 && entry.type == shortType) {
+        file.resolutionUnitAt = directory.lowByteAt(entry, 0);
+    }
     const double perInch = unit == inch ? 1 : unit == centimetre ? centimetresPerInch : 0;
     file.dpiX = directory.rational(xResolution) * perInch;
     file.dpiY = directory.rational(yResolution) * perInch;

@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "pictures/file_bytes.h"
+#include "pictures/jpeg_segments.h"
 #include "runtime/error.h"
 
 namespace pictures {
@@ -92,6 +93,19 @@ void invertPixels(std::uint8_t* bytes, std::size_t count, const SampleLayout& la
     }
 }
 
+constexpr std::size_t lengthOfMarker = 2;
+constexpr std::size_t lengthOfHead = 4;  // marker and length
+
+// Says something about the picture and nothing about how it is coded, as Adobe's segment does.
+bool isNote(const JpegSegment& segment) {
+    const bool ofApplication = segment.marker >= APP0 && segment.marker <= APP15;
+    return (ofApplication && segment.marker != APP14) || segment.marker == COM;
+}
+
+std::size_t startOf(const JpegSegment& segment, std::string_view file) {
+    return static_cast<std::size_t>(segment.content.data() - file.data()) - lengthOfHead;
+}
+
 }  // namespace
 
 void invertSamples(std::uint8_t* bytes, std::size_t count, const SampleLayout& layout) {
@@ -147,6 +161,30 @@ std::string withInvertedPngPixels(std::string_view content, std::string_view inv
         }
     });
     return result;
+}
+
+std::string withInvertedJpegScans(std::string_view content, std::string_view inverted) {
+    std::string result(content.substr(0, lengthOfMarker));
+    JpegSegments segments(content);
+    while (const std::optional<JpegSegment> segment = segments.next()) {
+        if (isNote(*segment)) {
+            result += content.substr(startOf(*segment, content), lengthOfHead + segment->content.size());
+        }
+    }
+    JpegSegments others(inverted);
+    std::optional<JpegSegment> other = others.next();
+    while (other && isNote(*other)) {
+        other = others.next();
+    }
+    return other ? result.append(inverted.substr(startOf(*other, inverted))) : result;
+}
+
+std::string withoutTiffResolution(std::string content) {
+    constexpr char noUnit = 1;
+    if (const ForeignPicture file = inspectForeignPicture(content); file.resolutionUnitAt != 0) {
+        content[file.resolutionUnitAt] = noUnit;
+    }
+    return content;
 }
 
 void refuseInversion(ForeignKind kind, std::string_view lost) {

@@ -30,6 +30,13 @@ std::optional<std::string> withInvertedTables(std::string_view content, const Fo
 // them. Throws errInvalidPicture where the other one is not of the same size and kind of pixels.
 std::string withInvertedPngPixels(std::string_view content, std::string_view inverted);
 
+// A JPEG file with the pixels of another, which are its own inverted, and with its own notes: resolution, camera,
+// profile of colours, comment.
+std::string withInvertedJpegScans(std::string_view content, std::string_view inverted);
+
+// A TIFF file that says nothing about its resolution, as encoders will not write one.
+std::string withoutTiffResolution(std::string content);
+
 // Throws errInvalidPicture: the file cannot be written as it is; it says what would be lost.
 [[noreturn]] void refuseInversion(ForeignKind kind, std::string_view lost);
 

@@ -24,6 +24,8 @@ enum JpegMarker : std::uint32_t {
     SOS = 0xDA,
     APP0 = 0xE0,   // JFIF
     APP14 = 0xEE,  // Adobe
+    APP15 = 0xEF,
+    COM = 0xFE,  // a comment
     TEM = 0x01,
 };
 

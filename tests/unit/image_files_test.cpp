@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "pictures/foreign_picture.h"
+#include "pictures/inversion.h"
 #include "runtime/error.h"
 
 namespace {
@@ -63,13 +64,30 @@ TEST(ImageFiles, AreInvertedWithAllThatIsInThemOrRefused) {
         EXPECT_LE(differenceOf(colorsOf(files->decode(files->inverted(content))), colorsOf(files->decode(original))),
                   2 * loss);
         EXPECT_EQ(keptOf(content), keptOf(original));
-        EXPECT_NEAR(picture.dpiX, row.dpiX, 0.5);
-        EXPECT_NEAR(picture.dpiY, row.dpiY, 0.5);
+        EXPECT_NEAR(picture.dpiX, row.dpiX, 0.02);
+        EXPECT_NEAR(picture.dpiY, row.dpiY, 0.02);
         if (canKeepAll()) {
             EXPECT_EQ(pictures::inspectForeignPicture(content).compression,
                       pictures::inspectForeignPicture(original).compression);
         }
     }
+}
+
+TEST(ImageFiles, InvertedSayAboutThemselvesWhatTheySaid) {
+    using namespace std::string_literals;
+    const auto files = makeImageFiles();
+    std::string jpeg = pictureFile("full.jpg");
+    const std::size_t lengthOfJfif = 18;
+    const std::string jfif = jpeg.substr(2, lengthOfJfif);
+    const std::string notes = "\xFF\xFE\0\6Haus\xFF\xE1\0\6Exif"s;
+    jpeg.insert(2 + lengthOfJfif, notes);
+    EXPECT_EQ(files->inverted(jpeg).substr(2, lengthOfJfif + notes.size()), jfif + notes) << "100 dots per centimetre";
+    jpeg.erase(2, lengthOfJfif);
+    EXPECT_EQ(files->decode(files->inverted(jpeg)).dpiX, 0);
+
+    const std::string tiff = pictures::withoutTiffResolution(pictureFile("strips.tif"));
+    EXPECT_EQ(files->inspect(tiff).dpiX, 0);
+    EXPECT_EQ(files->decode(files->inverted(tiff)).dpiX, 0);
 }
 
 TEST(ImageFiles, RefuseFilesThatAreCutOffAtEveryLength) {

@@ -1,4 +1,5 @@
 // The port ImageFiles on Windows; what it has to do is in image_files_test.cpp.
+#include "platform/windows/wic_factory.h"
 #include "platform/windows/windows_image_files.h"
 #include "support/image_files_test.h"
 #include "windows_support.h"
@@ -22,3 +23,16 @@ bool canInvert(std::string_view name) {
 bool canKeepAll() { return !windows_support::onWine(); }
 
 }  // namespace support
+
+namespace {
+
+// Where the system has no codecs no class is registered, as none is under this number.
+TEST(WindowsImageFiles, SayWhatIsMissingWhereTheSystemHasNoCodecs) {
+    std::string detail;
+    EXPECT_EQ(support::errorOf([] { platform_windows::WicFactory{GUID_ContainerFormatPng}; }, &detail),
+              runtime::errInvalidPicture);
+    EXPECT_NE(detail.find("fehlt die Windows Imaging Component"), std::string::npos) << detail;
+    EXPECT_NE(detail.find("als BMP speichern"), std::string::npos) << detail;
+}
+
+}  // namespace

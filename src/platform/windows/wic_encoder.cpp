@@ -60,7 +60,7 @@ void writeFrame(const WicFactory& factory, IWICBitmapFrameEncode& frame, WicPixe
     const auto width = static_cast<UINT>(original.stored.width);
     const auto height = static_cast<UINT>(original.stored.height);
     check(frame.SetSize(width, height));
-    if (original.dpiX > 0 && original.dpiY > 0) {
+    if (statesResolution(original)) {
         check(frame.SetResolution(original.dpiX, original.dpiY));
     }
     WICPixelFormatGUID format = pixels.format;

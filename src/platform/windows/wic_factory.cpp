@@ -17,16 +17,31 @@ std::string codeOf(HRESULT result) {
     return "Windows-Fehler " + std::string(text.data());
 }
 
+bool isOutOfMemory(HRESULT result) {
+    return result == E_OUTOFMEMORY || result == HRESULT_FROM_WIN32(ERROR_NOT_ENOUGH_MEMORY) ||
+           result == HRESULT_FROM_WIN32(ERROR_COMMITMENT_LIMIT);
+}
+
+[[noreturn]] void refuseWithoutCodecs(HRESULT result) {
+    if (isOutOfMemory(result)) {
+        throw std::bad_alloc();
+    }
+    const bool missing = result == REGDB_E_CLASSNOTREG || result == HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND);
+    const std::string reason =
+        missing ? "Auf diesem Windows fehlt die Windows Imaging Component, die PNG, JPEG, GIF und TIFF liest ("
+                : "Windows kann auf diesem Rechner keine Bilder dieser Art lesen (";
+    throw runtime::Error(runtime::errInvalidPicture, reason + codeOf(result) + "). Bitte " +
+                                                         (missing ? "sie installieren oder " : "") +
+                                                         "das Bild als BMP speichern.");
+}
+
 }  // namespace
 
-WicFactory::WicFactory() {
+WicFactory::WicFactory(const CLSID& codecs) {
     void* created = nullptr;
-    const HRESULT result =
-        ::CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory, &created);
+    const HRESULT result = ::CoCreateInstance(codecs, nullptr, CLSCTX_INPROC_SERVER, IID_IWICImagingFactory, &created);
     if (FAILED(result)) {
-        throw runtime::Error(runtime::errInvalidPicture,
-                             "Windows kann auf diesem Rechner keine Bilder dieser Art lesen (" + codeOf(result) +
-                                 "). Bitte das Bild als BMP speichern.");
+        refuseWithoutCodecs(result);
     }
     factory_.reset(static_cast<IWICImagingFactory*>(created));
 }
@@ -35,10 +50,13 @@ void WicCheck::operator()(HRESULT result) const {
     if (SUCCEEDED(result)) {
         return;
     }
+    if (isOutOfMemory(result)) {
+        throw std::bad_alloc();
+    }
     switch (result) {
-        case E_OUTOFMEMORY:
-            throw std::bad_alloc();
         case WINCODEC_ERR_COMPONENTNOTFOUND:
+        case REGDB_E_CLASSNOTREG:
+        case WINCODEC_ERR_UNSUPPORTEDVERSION:
         case WINCODEC_ERR_UNSUPPORTEDPIXELFORMAT:
         case WINCODEC_ERR_UNSUPPORTEDOPERATION:
             pictures::refuseForeign(kind_, "ist von einer Art, die Windows nicht kennt (" + codeOf(result) + ")");

@@ -11,10 +11,10 @@
 namespace platform_windows {
 
 // COM and the factory of the codecs, as long as this lives; to be used on one thread. Throws errInvalidPicture where
-// the system has none.
+// the system has none, as Windows XP, which had to be given them.
 class WicFactory {
 public:
-    WicFactory();
+    explicit WicFactory(const CLSID& codecs = CLSID_WICImagingFactory);
 
     IWICImagingFactory& get() const { return *factory_; }
 

@@ -75,6 +75,9 @@ std::string invertTiff(const WicFactory& factory, const ForeignPicture& file, st
         pictures::refuseInversion(file.kind, "die weiteren Bilder oder die Ausrichtung");
     }
     std::string result = encodeByWic(factory, invertedPixels(factory, file, content), file);
+    if (!statesResolution(file)) {
+        result = pictures::withoutTiffResolution(std::move(result));
+    }
     const ForeignPicture written = pictures::inspectForeignPicture(result);
     if (std::tie(written.bitsPerSample, written.samples, written.transparency) !=
         std::tie(file.bitsPerSample, file.samples, file.transparency)) {
@@ -91,7 +94,8 @@ std::string invertByWic(const WicFactory& factory, const ForeignPicture& file, s
             return pictures::withInvertedPngPixels(content,
                                                    encodeByWic(factory, invertedPixels(factory, file, content), file));
         case ForeignKind::jpeg:
-            return encodeByWic(factory, jpegPixels(factory, file, content), file);
+            return pictures::withInvertedJpegScans(content,
+                                                   encodeByWic(factory, jpegPixels(factory, file, content), file));
         case ForeignKind::gif:
         case ForeignKind::tiff:
             break;

@@ -18,7 +18,12 @@ WindowsImageFiles::WindowsImageFiles() = default;
 WindowsImageFiles::~WindowsImageFiles() = default;
 
 platform::PictureInfo WindowsImageFiles::inspect(std::string_view content) {
-    return pictures::inspectForeignPicture(content).info();
+    return pictures::withinMemory([&, this] {
+        const platform::PictureInfo info = pictures::inspectForeignPicture(content).info();
+        // Where there are no codecs a job learns it with the faults of its other pictures, and not on a page.
+        factory();
+        return info;
+    });
 }
 
 Picture WindowsImageFiles::decode(std::string_view content) {

@@ -49,7 +49,7 @@ std::string ImageCodecs::inverted(std::string_view content) {
         case pictures::ForeignKind::jpeg: {
             platform::Picture picture = decode(content);
             pictures::invert(picture);
-            return encodeJpeg(picture, content);
+            return pictures::withInvertedJpegScans(content, encodeJpeg(picture, content));
         }
         case pictures::ForeignKind::gif:
         case pictures::ForeignKind::tiff:

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <cmath>
 #include <cstdlib>
 #include <iterator>
 
@@ -74,16 +73,6 @@ void chooseCoding(const jpeg_decompress_struct& original, int components, jpeg_c
     }
 }
 
-void stateResolution(const Picture& picture, jpeg_compress_struct& info) {
-    constexpr double most = 65535;
-    constexpr std::uint8_t dotsPerInch = 1;
-    if (picture.dpiX > 0 && picture.dpiY > 0) {
-        info.density_unit = dotsPerInch;
-        info.X_density = static_cast<UINT16>(std::lround(std::min(picture.dpiX, most)));
-        info.Y_density = static_cast<UINT16>(std::lround(std::min(picture.dpiY, most)));
-    }
-}
-
 }  // namespace
 
 std::string encodeJpeg(const Picture& picture, std::string_view original) {
@@ -95,7 +84,6 @@ std::string encodeJpeg(const Picture& picture, std::string_view original) {
         info.image_width = static_cast<JDIMENSION>(picture.width);
         info.image_height = static_cast<JDIMENSION>(picture.height);
         chooseCoding(reader.info(), picture.bitsPerPixel / 8, info);
-        stateResolution(picture, info);
         jpeg_start_compress(&info, TRUE);
         while (info.next_scanline < info.image_height) {
             // The library does not change what it is given to write.
