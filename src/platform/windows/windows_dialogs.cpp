@@ -86,6 +86,10 @@ void tell(const std::string& text) {
 }
 
 int showBox(const wchar_t* text, const wchar_t* title, Buttons buttons, Icon icon) noexcept {
+    // Windows XP shows no box before the controls that the manifest asks for have been loaded; by this name, for which
+    // the manifest says the place.
+    static const HMODULE controls = ::LoadLibraryW(L"comctl32.dll");
+    static_cast<void>(controls);
     const HWND owner = topmostWindow();
     return ::MessageBoxW(owner, text, title, styleOf(buttons, icon, owner));
 }
