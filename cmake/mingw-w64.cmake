@@ -13,5 +13,5 @@ set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tests/wine-run.sh
 
 # One file that needs nothing but the system, without what no part of it uses.
 set(CMAKE_CXX_FLAGS_INIT "-ffunction-sections -fdata-sections")
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--gc-sections")
+set(CMAKE_EXE_LINKER_FLAGS_INIT "-static -Wl,--gc-sections ${KRV_MINGW_START}")
 set(CMAKE_EXE_LINKER_FLAGS_RELEASE_INIT "-s")
