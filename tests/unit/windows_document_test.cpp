@@ -49,6 +49,9 @@ struct FailingPrinter {
         calls.startPage = [this](HDC) { return step('('); };
         calls.stretchPicture = [this](auto...) {
             ::SetLastError(pictureError);
+            if (pictureThrows) {
+                throw std::bad_alloc();
+            }
             return std::exchange(refusedOnce, false) ? -1 : pictureRows;
         };
         calls.endPage = [this](HDC) {
@@ -76,6 +79,7 @@ struct FailingPrinter {
     HDC context = nullptr;
     int pictureRows = 5;
     bool refusedOnce = false;
+    bool pictureThrows = false;
     DWORD pictureError = ERROR_SUCCESS;
     COLORREF pixel = 0;  // of the page ended last
     std::string done;
@@ -119,6 +123,17 @@ TEST(FailingDriver, FinishedPagesAreHandedOverWhenThePageBehindThemFails) {
         EXPECT_EQ(document->perhapsHandedOver(), row.perhaps) << row.done;
         EXPECT_EQ(printer.pixel, row.pixel) << row.done;
     }
+}
+
+TEST(FailingDriver, FinishedPagesAreHandedOverWhenThereIsNoMemoryForTheNext) {
+    FailingPrinter printer;
+    const auto document = printer.open();
+    printPage(*document);
+    printer.pictureThrows = true;
+    EXPECT_THROW(printPage(*document), std::bad_alloc);
+    EXPECT_EQ(printer.done, "CS()()E");
+    EXPECT_EQ(document->pagesHandedOver(), 1);
+    EXPECT_EQ(printer.pixel, RGB(255, 255, 255));
 }
 
 TEST(FailingDriver, ACancelledJobIsDroppedAndSaysSo) {

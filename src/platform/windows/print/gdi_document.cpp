@@ -1,5 +1,6 @@
 #include "platform/windows/print/gdi_document.h"
 
+#include <exception>
 #include <utility>
 
 #include "platform/windows/print/port_questions.h"
@@ -96,11 +97,16 @@ void GdiDocument::endPage() {
         failBehindFinishedPages(reasonOf(result));
     }
     surface_.beginPage();
-    recorder_.playOnDevice();
+    const std::exception_ptr thrown = play();
     const DWORD undrawn = surface_.endPage();
     ::SetLastError(ERROR_SUCCESS);
     if (const int result = calls_.endPage(device_.get()); result <= 0) {
-        fail(undrawn != ERROR_SUCCESS ? undrawn : reasonOf(result));
+        const DWORD code = reasonOf(result);
+        fail(undrawn != ERROR_SUCCESS && !isCancel(code) ? undrawn : code);
+    }
+    if (thrown) {
+        finishJob();
+        std::rethrow_exception(thrown);
     }
     if (undrawn != ERROR_SUCCESS) {
         failBehindFinishedPages(undrawn);
@@ -109,6 +115,17 @@ void GdiDocument::endPage() {
     ++pagesEnded_;
     if (std::exchange(modeChanged_, false)) {
         apply(mode_);
+    }
+}
+
+// What was thrown meanwhile must not get past the end of a page that has begun.
+std::exception_ptr GdiDocument::play() noexcept {
+    try {
+        recorder_.playOnDevice();
+        return nullptr;
+    } catch (...) {
+        surface_.giveUp(ERROR_NOT_ENOUGH_MEMORY);
+        return std::current_exception();
     }
 }
 
@@ -128,6 +145,9 @@ void GdiDocument::startJob() {
 
 DWORD GdiDocument::finishJob() {
     state_.ended();
+    if (pagesEnded_ == 0) {
+        abort();
+    }
     if (!std::exchange(jobStarted_, false)) {
         return ERROR_SUCCESS;
     }
@@ -135,7 +155,7 @@ DWORD GdiDocument::finishJob() {
     if (const int result = calls_.endDocument(device_.get()); result <= 0) {
         const DWORD code = reasonOf(result);
         calls_.abortDocument(device_.get());
-        brokenOff_ = pagesEnded_ > 0;
+        brokenOff_ = true;
         return code;
     }
     pagesHandedOver_ = pagesEnded_;
@@ -165,7 +185,7 @@ void GdiDocument::fail(DWORD code) {
 }
 
 void GdiDocument::failBehindFinishedPages(DWORD code) {
-    if (pagesEnded_ > 0 && !isCancel(code)) {
+    if (!isCancel(code)) {
         finishJob();
     }
     fail(code);

@@ -1,6 +1,7 @@
 // A document on a printer, drawn with GDI.
 #pragma once
 
+#include <exception>
 #include <string>
 
 #include "platform/drawing/document_state.h"
@@ -54,7 +55,9 @@ private:
     // job keeps the one it has.
     void apply(const PageMode& mode);
     void startJob();
-    // Hands over what the job has so far. Returns 0 or the system's error code; then the job is gone.
+    std::exception_ptr play() noexcept;
+    // Hands over the pages that the job has so far; without any it is dropped. Returns 0 or the system's error code;
+    // then the job is gone.
     DWORD finishJob();
     [[noreturn]] void fail(DWORD code);
     [[noreturn]] void failBehindFinishedPages(DWORD code);

@@ -45,6 +45,12 @@ void GdiSurface::beginPage() {
     drawing_.emplace(device_, handles_);
 }
 
+void GdiSurface::giveUp(DWORD code) noexcept {
+    if (failure_ == ERROR_SUCCESS) {
+        failure_ = code;
+    }
+}
+
 DWORD GdiSurface::endPage() {
     drawing_.reset();
     if (failure_ != ERROR_SUCCESS) {
@@ -75,34 +81,26 @@ void GdiSurface::attempt(Step step) {
 
 FontKey GdiSurface::fontKey() const { return {typeface_, std::max(1, font().emHeight), turn(), textScale()}; }
 
+// In pieces no longer than the system draws. How long an advance up or down the page is where pixels are not square,
+// devices do not agree upon: there letters are drawn one by one.
 void GdiSurface::showRun(const Run& run) {
-    if (turn().upright() && textScale() != platform::drawing::TextScale{}) {
-        showOneByOne(run);
-        return;
-    }
-    run_.clear();
-    advances_.clear();
-    for (const char byte : run.text) {
-        const auto code = static_cast<unsigned char>(byte);
-        run_.push_back(characters_[code]);
-        advances_.push_back(toInt(fontPixels().advance[code]));
-    }
-    attempt([&](PageDrawing& drawing) {
-        return drawing.text(fontKey(), colorRef(run.color), {toInt(run.start.x), toInt(run.start.y)}, run_, advances_);
-    });
-}
-
-// How long an advance up or down the page is where pixels are not square, devices do not agree upon.
-void GdiSurface::showOneByOne(const Run& run) {
+    constexpr std::size_t longest = 8192;
+    const bool oneByOne = turn().upright() && textScale() != platform::drawing::TextScale{};
     platform::drawing::Point start = run.start;
-    for (const char byte : run.text) {
-        const auto code = static_cast<unsigned char>(byte);
-        run_.assign(1, characters_[code]);
-        advances_.assign(1, 0);
+    for (std::string_view rest = run.text; !rest.empty();) {
+        const std::string_view piece = rest.substr(0, oneByOne ? 1 : longest);
+        run_.clear();
+        advances_.clear();
+        for (const char byte : piece) {
+            const auto code = static_cast<unsigned char>(byte);
+            run_.push_back(characters_[code]);
+            advances_.push_back(toInt(fontPixels().advance[code]));
+        }
         attempt([&](PageDrawing& drawing) {
             return drawing.text(fontKey(), colorRef(run.color), {toInt(start.x), toInt(start.y)}, run_, advances_);
         });
-        start = turn().toPage(start, platform::drawing::Point{fontPixels().advance[code], 0});
+        start = turn().toPage(start, platform::drawing::Point{fontPixels().widthOf(piece), 0});
+        rest.remove_prefix(piece.size());
     }
 }
 

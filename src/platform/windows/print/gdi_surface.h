@@ -35,6 +35,9 @@ public:
     // The device has begun a page; what is drawn without one goes nowhere.
     void beginPage();
 
+    // The rest of the page will not be drawn.
+    void giveUp(DWORD code) noexcept;
+
     // Returns 0 or the system's error code. What could not be drawn has been tried once more with all that the system
     // can spare; after an error the page is white, as far as the device can do that: half a page could be taken for a
     // whole.
@@ -51,7 +54,6 @@ private:
 
     template <typename Step>
     void attempt(Step step);
-    void showOneByOne(const Run& run);
     FontKey fontKey() const;
 
     HDC device_;

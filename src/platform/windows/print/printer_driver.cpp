@@ -27,7 +27,8 @@ PageMode PrinterDriver::ask(const PageMode* wish) const {
     if (size <= 0) {
         throw failure(lastError(), printer_);
     }
-    PageMode mode(static_cast<std::size_t>(size));
+    constexpr std::size_t spare = 1024;  // some drivers write more than they said
+    PageMode mode(static_cast<std::size_t>(size) + spare);
     auto* const input = wish != nullptr ? const_cast<DEVMODEW*>(wish->record()) : nullptr;
     const DWORD flags = DM_OUT_BUFFER | (wish != nullptr ? DM_IN_BUFFER : 0);
     if (calls_.documentProperties(nullptr, handle_.get(), name, mode.record(), input, flags) != IDOK) {
