@@ -140,10 +140,10 @@ class PrivateCups:
         (self.root / "driver.ppd").write_text(ppd)
         self.run("lpadmin", "-p", name, "-P", str(self.root / "driver.ppd"), *options)
 
-    def add_postscript_queue(self, name, *options):
+    def add_postscript_queue(self, name, *options, ppd=PPD):
         """The printer with trays, for PostScript, A4 by default; its jobs are recorded byte for byte as they were
         sent."""
-        self.add_tray_queue(name, *options, ppd=PPD.replace(": Letter", ": A4").replace(
+        self.add_tray_queue(name, *options, ppd=ppd.replace(": Letter", ": A4").replace(
             "application/vnd.cups-pdf application/pdf", "application/postscript application/postscript"))
 
     def jobs(self, name) -> list[RecordedJob]:

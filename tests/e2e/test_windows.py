@@ -7,6 +7,7 @@ import os
 import pathlib
 import re
 import shutil
+import struct
 import subprocess
 import tempfile
 import unittest
@@ -14,7 +15,7 @@ from pathlib import Path
 
 from barcode_readers import zbar
 from page_picture import BLACK, BLUE, CYAN, GREEN, GREY, MAGENTA, RED, YELLOW, PagePicture, bmp
-from private_cups import PrivateCups
+from private_cups import PPD, PrivateCups
 from support import OK_TEXT, PRINTER, PRODUCT_KEY, TENTH_OF_A_MILLIMETRE, Job, JobTest, output_of, words_of
 
 TESTS = Path(__file__).resolve().parents[1]
@@ -36,6 +37,9 @@ class WindowsTest(JobTest):
         # Wine's printer driver writes PostScript. The margins in the log are those of the queue's default size.
         cls.cups.add_postscript_queue(QUEUE, "-o", "Resolution=600dpi")
         cls.cups.add_pdf_queue("archiv")
+        needles = PPD.replace("1200x600dpi", "360x180dpi").replace(": Letter", ": A4")
+        cls.cups.add_tray_queue("Nadel-PDF", ppd=needles)
+        cls.cups.add_postscript_queue("Nadel", ppd=needles)
         cls.cups.run("lpadmin", "-d", QUEUE)
         cls.boxes = cls.enterClassContext(tempfile.TemporaryFile("w+"))
         answering = subprocess.Popen([*WINE, os.environ["KRVWINPR_ANSWER"]], stdin=subprocess.DEVNULL, stdout=cls.boxes,
@@ -94,9 +98,9 @@ class WindowsTest(JobTest):
         self.assertEqual(self.run_windows(*arguments), [])
         return self.cups.wait_for_jobs(queue, before + 1)[before]
 
-    def printed_pdf(self, *arguments):
+    def printed_pdf(self, *arguments, queue=QUEUE):
         """A PDF of what a PostScript printer would print."""
-        pdf, self.postscript = self.job.folder / "job.pdf", self.printed(*arguments).path
+        pdf, self.postscript = self.job.folder / "job.pdf", self.printed(*arguments, queue=queue).path
         output_of("gs", "-q", "-dBATCH", "-dNOPAUSE", "-sDEVICE=pdfwrite", f"-sOutputFile={pdf}", self.postscript)
         return pdf
 
@@ -137,6 +141,28 @@ class Program(WindowsTest):
                     self.assert_each_has_its_like(page, native_page, deepest_shadow)
                 self.assertEqual(*([line.replace(QUEUE, PRINTER) for line in job.log() if not OWN_LINES.search(line)]
                                    for job in (self.job, self.native)))
+
+    def test_the_same_on_a_needle_printer_whose_pixels_are_not_square(self):
+        # For Wine a printer has two resolutions when its settings say so: the members dmPrintQuality and dmYResolution.
+        key = r"HKLM\System\CurrentControlSet\Control\Print\Printers\Nadel"
+        mode = bytearray.fromhex(re.search(r"Default DevMode +REG_BINARY +(\w+)", self.wine("reg", "query", key))[1])
+        struct.pack_into("<h4xh", mode, 58, 360, 180)
+        self.wine("reg", "add", key, "/v", "Default DevMode", "/t", "REG_BINARY", "/d", mode.hex(), "/f")
+        self.native.environment["CUPS_SERVER"] = str(self.cups.socket)
+        for job in (self.job, self.native):
+            job.sample("RECHNUNG.OUT")
+        pdf = self.printed_pdf("RECHNUNG.OUT", "KEINEGRAFIK", "Nadel", "/DEBUG", queue="Nadel")
+        self.native.run("RECHNUNG.OUT", "KEINEGRAFIK", "Nadel-PDF", "/DEBUG")
+        for job in (self.job, self.native):
+            self.assertIn(">   TwipsPerPixel (X,Y): 4, 8", job.log())
+        pages = self.words(pdf, self.job)
+        native_pages = self.words(self.cups.wait_for_jobs("Nadel-PDF", 1)[0].path, self.native)
+        # Wine's driver draws narrow letters, so that words end elsewhere; where they begin is what the widths say.
+        for words, native_words in zip(pages, native_pages, strict=True):
+            for text, x, bottom, _ in native_words:
+                likes = [word for word in words if abs(word[1] - x) < TENTH_OF_A_MILLIMETRE and
+                         (word[0].startswith(text) or text.startswith(word[0])) and abs(word[2] - bottom) < 4]
+                self.assertTrue(likes, (text, x, bottom))
 
     def test_whatever_is_drawn_lies_where_the_native_program_draws_it_in_the_same_colours(self):
         self.write("HPLASER.INI", "[Grafik]\r\nGrafik1=1,2,1,INCH,True,3\r\nGrafik2=8.5,4.3,gruen.bmp,CM,False,3\r\n"
