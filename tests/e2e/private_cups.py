@@ -57,8 +57,9 @@ class RecordedJob(NamedTuple):
 
 
 class PrivateCups:
-    def __init__(self, may_purge=True):
-        """may_purge: whether the caller has the right to cancel other people's jobs."""
+    def __init__(self, may_purge=True, configuration=""):
+        """may_purge: whether the caller has the right to cancel other people's jobs; further lines of cupsd.conf."""
+        self.configuration = configuration
         self.root = Path(tempfile.mkdtemp(prefix="krv-cups-"))
         self.socket = self.root / "run/cups.sock"
         self.queues = []  # the recorded jobs of each lie in the folder of its number
@@ -98,7 +99,7 @@ class PrivateCups:
         # CUPS runs a backend that only its owner may run as root, any other as the user of the filters.
         (root / "bin/backend/record").chmod(0o700 if os.geteuid() == 0 else 0o755)
         (root / "etc/cups-files.conf").write_text(FILES.format(root=root))
-        (root / "etc/cupsd.conf").write_text(SERVER.format(root=root, purger=self.purger))
+        (root / "etc/cupsd.conf").write_text(SERVER.format(root=root, purger=self.purger) + self.configuration)
         with (root / "log/error_log").open("ab") as log:
             command = ["cupsd", "-f", "-c", root / "etc/cupsd.conf", "-s", root / "etc/cups-files.conf"]
             self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
@@ -167,7 +168,8 @@ class PrivateCups:
 
 class LossyProxy:
     """A way to a print server's socket on which the first document that is sent ("document") or the answer to it
-    ("answer") is lost, with the connection; for ever: and nothing gets through afterwards."""
+    ("answer") is lost, with the connection; for ever: and nothing gets through afterwards. With a function nothing is
+    lost, but it is called before the document gets through."""
 
     SEND_DOCUMENT = b"\x02\x00\x00\x06"  # version 2.0 and the operation (RFC 8011, section 5.4.15)
 
@@ -207,7 +209,10 @@ class LossyProxy:
                 for source in select.select([client, server], [], [])[0]:
                     data = source.recv(1 << 20)
                     if source is client and not self.lost and self.SEND_DOCUMENT in data:
-                        self.lost = losing = True
+                        self.lost = True
+                        losing = not callable(self.lose)
+                        if not losing:
+                            self.lose()
                     answer = source is server and b"HTTP/1.1 200" in data
                     if not data or (losing and (self.lose == "document" or answer)):
                         return

@@ -199,6 +199,17 @@ class Keeping(QueueTest):
             self.assert_kept(self.job.run("A.OUT", "", "archiv", CUPS_SERVER=str(proxy.path)), "vielleicht gedruckt",
                              "archiv", ["", ".pdf", ".txt"])
 
+    def test_a_job_that_is_cancelled_while_it_is_sent_ends_without_a_message(self):
+        # A server that keeps no history does not know such a job any more, another one takes its document.
+        forgetful = self.enterContext(PrivateCups(configuration="PreserveJobHistory No\n"))
+        forgetful.add_pdf_queue("archiv")
+        for cups, errors in ((self.cups, ""), (forgetful, "KRVWinPr: Druckauftrag 'A.OUT' vom Benutzer abgebrochen.\n")):
+            with LossyProxy(cups.socket, lambda: cups.run("cancel", "-a", "archiv")) as proxy:
+                run = self.job.run("A.OUT", "", "archiv", "/WAIT", CUPS_SERVER=str(proxy.path))
+                self.assertTrue(proxy.lost)
+            self.assertEqual((run.errors, list(self.kept.iterdir()), self.job.read("KRVWINPR.OK")), (errors, [], OK_TEXT))
+            self.assertEqual(cups.jobs("archiv"), [])
+
     def test_a_queue_that_goes_away_while_it_is_waited_for_has_printed(self):
         self.cups.run("cupsdisable", "archiv")
         run = self.job.start("A.OUT", "", "archiv", "/WAIT")

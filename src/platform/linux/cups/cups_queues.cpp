@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/linux/cups/bin_names.h"
+#include "platform/linux/cups/cups_error.h"
 #include "platform/linux/cups/queue_device.h"
 #include "platform/linux/file_descriptor.h"
 #include "runtime/text.h"
@@ -126,7 +127,17 @@ void CupsQueues::sendDocument(const std::string& queue, int job, int fileDescrip
     IppMessage request = makeJobRequest(IPP_OP_SEND_DOCUMENT, queue, job);
     ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_MIMETYPE, "document-format", nullptr, "application/pdf");
     ippAddBoolean(request.get(), IPP_TAG_OPERATION, "last-document", 1);
-    connection_->request(queue, std::move(request), fileDescriptor);
+    try {
+        connection_->request(queue, std::move(request), fileDescriptor);
+    } catch (const platform::SpoolerError& error) {
+        if (error.code() != IPP_STATUS_ERROR_NOT_FOUND) {
+            throw;
+        }
+        // Either the queue is gone, which the next question says, or the job: a server that keeps no history forgets a
+        // job that is cancelled.
+        connection_->attributes(queue, {"printer-state"});
+        throw failure(IPP_STATUS_ERROR_JOB_CANCELED, queue, {});
+    }
 }
 
 JobFate CupsQueues::fate(const std::string& queue, int job) {
