@@ -7,6 +7,7 @@ import pathlib
 import re
 import subprocess
 import unittest
+from xml.etree import ElementTree
 
 FILES = [pathlib.Path(name) for name in os.environ["KRVWINPR_FILES"].split(":")]
 SYSTEM_FUNCTIONS = "tests/e2e/windows/system_functions.txt"
@@ -68,6 +69,20 @@ class Hardening(unittest.TestCase):
             self.assertEqual(version, ["6", "1"] if wide else ["5", "1"], kind)
         for sign in (b"*** stack smashing detected ***", b"*** buffer overflow detected ***"):
             self.assertIn(sign, content)
+
+    @unittest.skipUnless(FILES[0].suffix == ".exe", "programs of Linux")
+    def test_what_the_windows_program_says_of_itself(self):
+        content = FILES[0].read_bytes()
+        for key, value in (("CompanyName", "Velmora"), ("LegalCopyright", "Copyright (c) 20")):
+            at = content.index(key.encode("utf-16-le"))
+            self.assertIn(value.encode("utf-16-le"), content[at:at + 80])
+        self.assertIn(b"\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\1\0\0\0\1\0", content, "the large icon")
+        manifest = ElementTree.fromstring(content[content.index(b"<?xml"):content.index(b"</assembly>") + 11])
+        # Windows XP reads what has this name space, and starts nothing that has unknown elements in it.
+        namespace = "{urn:schemas-microsoft-com:asm.v1}"
+        known = {"assembly", "assemblyIdentity", "description", "dependency", "dependentAssembly"}
+        self.assertEqual({element.tag.removeprefix(namespace) for element in manifest.iter()
+                          if element.tag.startswith(namespace)}, known)
 
     @unittest.skipUnless(FILES[0].suffix == ".exe", "programs of Linux")
     def test_what_the_windows_program_imports(self):
