@@ -55,8 +55,9 @@ void setOptions(IPropertyBag2& options, const ForeignPicture& original) {
     }
 }
 
-void writeFrame(const WicFactory& factory, IWICBitmapFrameEncode& frame, WicPixels& pixels,
-                const ForeignPicture& original, const WicCheck& check) {
+// The encoder, which takes pixels by a pointer to what is not constant, only reads them.
+void writeFrame(IWICBitmapFrameEncode& frame, WicPixels& pixels, const ForeignPicture& original,
+                const WicCheck& check) {
     const auto width = static_cast<UINT>(original.stored.width);
     const auto height = static_cast<UINT>(original.stored.height);
     check(frame.SetSize(width, height));
@@ -68,15 +69,9 @@ void writeFrame(const WicFactory& factory, IWICBitmapFrameEncode& frame, WicPixe
     if (::IsEqualGUID(format, pixels.format) == 0) {
         pictures::refuseInversion(original.kind, "Farben, die Windows nicht ebenso speichern kann,");
     }
-    const auto bitmap = received<IWICBitmap>(
-        [&](IWICBitmap** to) {
-            return factory.get().CreateBitmapFromMemory(
-                width, height, pixels.format, static_cast<UINT>(pixels.bytes.size() / height),
-                static_cast<UINT>(pixels.bytes.size()), pixels.bytes.data(), to);
-        },
-        check);
-    pixels.bytes = {};
-    check(frame.WriteSource(bitmap.get(), nullptr));
+    // From where they are: a source of its own would be a copy, with a resolution and a palette of its own.
+    const auto size = static_cast<UINT>(pixels.bytes.size());
+    check(frame.WritePixels(height, size / height, size, pixels.bytes.data()));
 }
 
 std::string contentOf(IStream& stream, const WicCheck& check) {
@@ -113,7 +108,7 @@ std::string encodeByWic(const WicFactory& factory, WicPixels pixels, const Forei
         setOptions(*options, original);
     }
     check(frame->Initialize(options.get()));
-    writeFrame(factory, *frame, pixels, original, check);
+    writeFrame(*frame, pixels, original, check);
     check(frame->Commit());
     check(encoder->Commit());
     return contentOf(*stream, check);
