@@ -19,6 +19,10 @@ std::uint16_t shortField(TIFF* tiff, std::uint32_t tag) {
     return TIFFGetFieldDefaulted(tiff, tag, &value) != 0 ? value : std::uint16_t{0};
 }
 
+[[noreturn]] void refuseCompression() {
+    pictures::refuseInversion(ForeignKind::tiff, "Farben, die hier nicht ebenso komprimiert werden können,");
+}
+
 [[noreturn]] void refuse() { pictures::refuseDamaged(ForeignKind::tiff); }
 
 struct Samples {
@@ -89,11 +93,8 @@ void invertPieces(TIFF* from, TIFF* to) {
         }
         if ((tiled ? TIFFWriteEncodedTile(to, i, piece.data(), got) : TIFFWriteEncodedStrip(to, i, piece.data(), got)) <
             0) {
-            pictures::refuseInversion(ForeignKind::tiff, "Farben, die hier nicht ebenso komprimiert werden können,");
+            refuseCompression();
         }
-    }
-    if (TIFFFlush(to) == 0) {
-        throw std::bad_alloc();
     }
 }
 
@@ -110,9 +111,13 @@ std::string invertTiff(std::string_view content) {
     prepareJpeg(from.get());
     prepareJpeg(to.get());
     invertPieces(from.get(), to.get());
+    const bool written = TIFFFlush(to.get()) != 0;
     to.reset();
     if (copy.isFull()) {
         throw std::bad_alloc();
+    }
+    if (!written) {
+        refuseCompression();
     }
     return copy.takeWritten();
 }
