@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
+#include "platform/forms.h"
 #include "platform/image_files.h"
 #include "platform/print_jobs.h"
 #include "platform/settings_store.h"
@@ -19,6 +20,7 @@ struct Platform {
     Dialogs& dialogs;
     ImageFiles& imageFiles;
     UserFiles& userFiles;
+    Forms& forms;
 };
 
 }  // namespace platform

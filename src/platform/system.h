@@ -51,6 +51,9 @@ public:
 
     virtual bool fileExists(const std::string& path) = 0;
 
+    // Removes a file; that there is none is no failure.
+    virtual void removeFile(const std::string& path) = 0;
+
     // Whether a path leads, over links too, to the file that writeFile() would replace under the other name.
     virtual bool wouldReplace(const std::string& written, const std::string& path) = 0;
 

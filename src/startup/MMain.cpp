@@ -1,6 +1,7 @@
 #include "startup/MMain.h"
 
 #include <exception>
+#include <memory>
 #include <new>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 #include "runtime/text.h"
 #include "runtime/utf8.h"
 #include "session/session.h"
+#include "settings/FDruckerAuswahl.h"
 #include "settings/MRegistry.h"
 #include "startup/clsArguments.h"
 
@@ -80,6 +82,7 @@ private:
     session::Session session_;
     session::DebugLog& log_;
     std::string exePath_;
+    std::unique_ptr<settings::FDruckerAuswahl> druckerAuswahl_;
 };
 
 void StartUp::run(bool& reportBegun) {
@@ -92,6 +95,7 @@ void StartUp::run(bool& reportBegun) {
     session_.storeSettings();
     log_.line("> Programm regulär beendet!");
     log_.write("");
+    session_.platform.forms.run();
 }
 
 void StartUp::giveUpReport() {
@@ -187,7 +191,11 @@ void StartUp::selectPrinter() {
         show("Es sind keine Druckertreiber unter Windows eingerichtet!");
     } else {
         log_.line("> Windowsdruckertreiber Auswahlformbeginn");
-        notYet("Die Druckerauswahl");
+        druckerAuswahl_ = std::make_unique<settings::FDruckerAuswahl>(
+            session_, [this](const std::string& file, const std::string& printer, const auto& betweenPages) {
+                report::MPrint::DoReport(session_, {file, "", printer, false, false}, betweenPages);
+            });
+        druckerAuswahl_->Show();
         log_.line("> Windowsdruckertreiber Auswahlformende");
     }
     log_.line("> Druckertreiberauswahlende");

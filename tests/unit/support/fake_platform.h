@@ -13,6 +13,7 @@
 #include "platform/platform.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
+#include "unit/support/recording_forms.h"
 #include "unit/support/recording_printer.h"
 
 namespace testing_support {
@@ -101,6 +102,7 @@ public:
         files[path] += content;
     }
     bool fileExists(const std::string& path) override { return files.contains(path); }
+    void removeFile(const std::string& path) override { files.erase(path); }
     bool wouldReplace(const std::string& written, const std::string& path) override {
         return files.contains(path) && runtime::upperCase(written) == runtime::upperCase(path);
     }
@@ -225,13 +227,14 @@ struct FakePlatform {
     RecordingDialogs dialogs;
     FakeImageFiles imageFiles;
     MemoryUserFiles userFiles;
+    RecordingForms forms;
     // Puts a picture of the given size into a file.
     void addPicture(const std::string& path, int width, int height) {
         system.files[path] = path;
         imageFiles.pictures[path] = pictures::makePicture(width, height, 24);
     }
 
-    platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles, userFiles};
+    platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles, userFiles, forms};
 
     // Lines of the debug log without their time stamp; a line that has none is kept whole.
     std::vector<std::string> logLines() const {
