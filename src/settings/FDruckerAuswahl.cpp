@@ -43,6 +43,15 @@ const TextSetting* textSettingOf(std::string_view control) {
     return found != textSettings.end() ? found : nullptr;
 }
 
+// Empty where the printer has gone meanwhile.
+platform::PrinterRecord recordOf(platform::Spooler& spooler, const std::string& name) {
+    try {
+        return spooler.printer(name);
+    } catch (const platform::SpoolerError&) {
+        return {};
+    }
+}
+
 }  // namespace
 
 FDruckerAuswahl::FDruckerAuswahl(session::Session& session, RunReport runReport)
@@ -77,12 +86,10 @@ void FDruckerAuswahl::fillPrinterList() {
     log.line(">   vorhandene Druckertreiber Liste hinzufügen");
     platform::Spooler& spooler = session_.platform.spooler;
     printers_ = spooler.printerNames();
-    for (const std::string& name : printers_) {
-        if (log.writes()) {
-            const platform::PrinterRecord record = spooler.printer(name);
-            log.line(">     '", runtime::shown(name), "'  '", runtime::shown(record.driverName), "'  '",
-                     runtime::shown(record.portName), "'");
-        }
+    for (const std::string& name : log.writes() ? printers_ : std::vector<std::string>()) {
+        const platform::PrinterRecord record = recordOf(spooler, name);
+        log.line(">     '", runtime::shown(name), "'  '", runtime::shown(record.driverName), "'  '",
+                 runtime::shown(record.portName), "'");
     }
     form_->setItems("List1", printers_);
     log.line(">   Liste zugewiesene Druckertreiber: ", std::to_string(printers_.size()));
@@ -103,6 +110,7 @@ void FDruckerAuswahl::preselect(std::string remembered) {
             remembered = found;
         }
     }
+    // A file that holds the marker itself leaves the list without a selection.
     if (remembered != found) {
         log.line(">   kein Vorgabedrucker gefunden");
         select(0);
@@ -342,6 +350,9 @@ void FDruckerAuswahl::storeTray(std::size_t tray) {
 
 // What the store does not take is not told: the edit stays to be seen, and the next one tries again.
 void FDruckerAuswahl::store(std::string_view name, const std::string& text, std::string_view byDefault) {
+    if (printer().empty()) {
+        return;
+    }
     platform::SettingsStore& settings = session_.platform.settings;
     MRegistry::SetRegistryValue(settings, printerKey(), name, text, byDefault);
     settings.commit();

@@ -1,5 +1,6 @@
 krv_unit_test(core-tests LIBS krv-startup SOURCES
     unit/core/barcode_test.cpp
+    unit/core/druckerauswahl_test.cpp
     unit/core/graphics_test.cpp
     unit/core/hplaser_test.cpp
     unit/core/page_interpreter_test.cpp
