@@ -147,6 +147,13 @@ bool WindowsSystem::fileExists(const std::string& path) {
     }
 }
 
+void WindowsSystem::removeFile(const std::string& path) {
+    const std::wstring file = nativePath(path);
+    if (::DeleteFileW(file.c_str()) == 0 && isFile(file)) {
+        throwFileError(::GetLastError(), shownPath(file));
+    }
+}
+
 bool WindowsSystem::wouldReplace(const std::string& written, const std::string& path) {
     try {
         return isSameFile(nativePath(written), nativePath(path));

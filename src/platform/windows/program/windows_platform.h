@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/windows/forms/windows_forms.h"
 #include "platform/windows/print/windows_print_jobs.h"
 #include "platform/windows/print/windows_spooler.h"
 #include "platform/windows/windows_dialogs.h"
@@ -24,7 +25,8 @@ private:
     WindowsDialogs dialogs_;
     WindowsImageFiles imageFiles_;
     WindowsUserFiles userFiles_;
-    platform::Platform ports_{system_, settings_, spooler_, jobs_, dialogs_, imageFiles_, userFiles_};
+    forms::WindowsForms forms_;
+    platform::Platform ports_{system_, settings_, spooler_, jobs_, dialogs_, imageFiles_, userFiles_, forms_};
 };
 
 }  // namespace platform_windows::program

@@ -1,0 +1,75 @@
+#include "platform/windows/forms/windows_forms.h"
+
+#include <shellapi.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/windows/system_error.h"
+#include "platform/windows/system_library.h"
+#include "platform/windows/topmost_window.h"
+#include "platform/windows/visible_desktop.h"
+#include "runtime/error.h"
+
+namespace platform_windows::forms {
+
+std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign& design,
+                                                     platform::FormEvents& events) {
+    if (!hasVisibleDesktop()) {
+        throw runtime::Error(runtime::errPermissionDenied, "das Fenster „" + design.title +
+                                                               "“ braucht einen Bildschirm; das Programm als "
+                                                               "angemeldeter Benutzer starten");
+    }
+    auto form = std::make_unique<WindowsForm>(design, events, *this);
+    open_.push_back(form.get());
+    return form;
+}
+
+void WindowsForms::run() {
+    MSG message{};
+    while (!open_.empty() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
+        const bool taken = std::any_of(open_.begin(), open_.end(), [&](const WindowsForm* form) {
+            return ::IsDialogMessageW(form->window(), &message) != FALSE;
+        });
+        if (!taken) {
+            ::TranslateMessage(&message);
+            ::DispatchMessageW(&message);
+        }
+    }
+    if (failure_) {
+        std::rethrow_exception(std::exchange(failure_, nullptr));
+    }
+}
+
+void WindowsForms::closeAll() {
+    for (WindowsForm* const form : open_) {
+        form->close();
+    }
+}
+
+std::string WindowsForms::showPrinterFolder() {
+    constexpr INT_PTR lastError = 32;
+    const auto execute = functionOf<decltype(&::ShellExecuteW)>(systemLibrary(L"shell32.dll"), "ShellExecuteW");
+    const INT_PTR result =
+        execute == nullptr
+            ? 0
+            : reinterpret_cast<INT_PTR>(execute(topmostWindow(), L"Open", L"explorer.exe",
+                                                L"/e,::{2227A280-3AEA-1069-A2DE-08002B30309D}", nullptr,
+                                                SW_SHOWNORMAL));
+    if (result > lastError) {
+        return {};
+    }
+    return "Der Druckerordner lässt sich nicht öffnen (" + systemMessage(static_cast<DWORD>(result)) +
+           "). Bitte die Drucker in der Systemsteuerung öffnen.";
+}
+
+void WindowsForms::gone(WindowsForm& form) noexcept { std::erase(open_, &form); }
+
+void WindowsForms::failed() noexcept {
+    if (!failure_) {
+        failure_ = std::current_exception();
+    }
+    closeAll();
+}
+
+}  // namespace platform_windows::forms

@@ -1,0 +1,29 @@
+// The port Forms on Windows.
+#pragma once
+
+#include <exception>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/forms.h"
+#include "platform/windows/forms/windows_form.h"
+
+namespace platform_windows::forms {
+
+class WindowsForms final : public platform::Forms, public FormKeeper {
+public:
+    std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events) override;
+    void run() override;
+    void closeAll() override;
+    std::string showPrinterFolder() override;
+
+private:
+    void gone(WindowsForm& form) noexcept override;
+    void failed() noexcept override;
+
+    std::vector<WindowsForm*> open_;
+    std::exception_ptr failure_;
+};
+
+}  // namespace platform_windows::forms
