@@ -187,7 +187,6 @@ void WindowsForm::destroyed() noexcept {
 void WindowsForm::show() {
     const Raised quiet(silent_);
     centre(window_.get());
-    shown_ = true;
     ::ShowWindow(window_.get(), SW_SHOWNORMAL);
     ::SetForegroundWindow(window_.get());
 }
@@ -266,11 +265,16 @@ void WindowsForm::select(const std::string& control, int index) {
 void WindowsForm::setEnabled(const std::string& control, bool enabled) {
     const Raised quiet(silent_);
     const HWND window = windowOf(control);
-    // The focus does not stay where nothing can be done.
+    // The focus does not stay where nothing can be done, and comes back.
     if (!enabled && ::GetFocus() == window) {
         ::SendMessageW(window_.get(), WM_NEXTDLGCTL, 0, FALSE);
+        disabledWithFocus_ = window;
     }
     ::EnableWindow(window, enabled ? TRUE : FALSE);
+    if (enabled && disabledWithFocus_ == window) {
+        ::SendMessageW(window_.get(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(window), TRUE);
+        disabledWithFocus_ = nullptr;
+    }
 }
 
 void WindowsForm::setTabStop(const std::string& control, bool stop) {

@@ -85,8 +85,8 @@ private:
     std::list<Part> parts_;  // in the design's order
     Window window_;
     HWND tips_ = nullptr;
+    HWND disabledWithFocus_ = nullptr;
     bool silent_ = true;  // the program does something, and no user
-    bool shown_ = false;
 };
 
 }  // namespace platform_windows::forms
