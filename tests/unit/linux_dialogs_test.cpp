@@ -16,7 +16,8 @@ std::string errorsOf(const std::function<void(LinuxDialogs&)>& function) {
     const TemporaryFile file;
     const pid_t child = start([&] {
         ::dup2(file.descriptor(), STDERR_FILENO);
-        LinuxDialogs dialogs;
+        LoadedDesktop desktop;
+        LinuxDialogs dialogs(desktop);
         function(dialogs);
         return 0;
     });
@@ -49,7 +50,8 @@ TEST(LinuxDialogs, DiagnosticsSurviveAStandardErrorThatNobodyReads) {
     const auto diagnose = [](int error) {
         return ended(start([error] {
             error < 0 ? ::close(STDERR_FILENO) : ::dup2(error, STDERR_FILENO);
-            LinuxDialogs().diagnostic(std::string(1'000'000, 'x'));  // far more than a pipe takes
+            LoadedDesktop desktop;
+            LinuxDialogs(desktop).diagnostic(std::string(1'000'000, 'x'));  // far more than a pipe takes
             return 0;
         }));
     };

@@ -42,6 +42,10 @@ TEST_F(SystemPort, KeepsEveryByteOfAFileInWhateverCaseItIsNamed) {
     std::filesystem::current_path(before);
     EXPECT_EQ(system.readFile(folder / "Übergabe/krvwinpr.log"), "drei");
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(where), {}), 2);
+    for (const std::string& gone : {folder / "übergabe\\LISTE.out", folder / "übergabe\\LISTE.out", folder / "x\\y"}) {
+        system.removeFile(gone);
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(where), {}), 1);
 }
 
 TEST_F(SystemPort, KeepsFilesForItsUserAndNeverOverAnother) {

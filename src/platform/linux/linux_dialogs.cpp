@@ -1,8 +1,6 @@
 #include "platform/linux/linux_dialogs.h"
 
-#include <fcntl.h>
 #include <poll.h>
-#include <spawn.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -11,11 +9,11 @@
 #include <climits>
 #include <csignal>
 #include <cstdlib>
-#include <exception>
 #include <string_view>
 
 #include "platform/linux/c_string.h"
 #include "platform/linux/desktop.h"
+#include "platform/linux/detached_start.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/module.h"
 #include "platform/linux/notification/notification.h"
@@ -29,23 +27,6 @@ namespace {
 
 using platform::Answer;
 using platform::Buttons;
-
-std::unique_ptr<qt::Desktop> openDesktop() {
-    constexpr std::chrono::seconds limit{10};
-    const auto create = [] { return reinterpret_cast<qt::DesktopFactory>(moduleEntry("qt"))(); };
-    const auto tryOut = [&create] {
-        // Never destroyed, as taking Qt down again may hang as well as setting it up.
-        return create().release() != nullptr ? 1 : 0;
-    };
-    if (!desktopNamed() || forkedCall(tryOut, limit).value_or(0) == 0) {
-        return nullptr;
-    }
-    try {
-        return create();
-    } catch (const std::exception&) {
-        return nullptr;
-    }
-}
 
 // Keeps a reader that has gone away from ending the process, where nobody has seen to that yet.
 class NoBrokenPipeSignal {
@@ -83,41 +64,6 @@ void writeToStandardError(std::string_view text) {
 
 void tell(const std::string& text) { writeToStandardError(std::string(runtime::programName) + ": " + text + "\n"); }
 
-// Owner of what a started program gets along: no terminal, no pipe of ours that somebody may wait for the end of, and
-// the usual signals.
-class DetachedStart {
-public:
-    DetachedStart() {
-        ::posix_spawn_file_actions_init(&files_);
-        ::posix_spawnattr_init(&attributes_);
-        for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-            ::posix_spawn_file_actions_addopen(&files_, descriptor, "/dev/null", O_RDWR, 0);
-        }
-        sigset_t usual;
-        ::sigemptyset(&usual);
-        ::sigaddset(&usual, SIGPIPE);
-        ::sigaddset(&usual, SIGXFSZ);
-        ::posix_spawnattr_setsigdefault(&attributes_, &usual);
-        ::posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGDEF | POSIX_SPAWN_SETSID);
-    }
-    DetachedStart(const DetachedStart&) = delete;
-    DetachedStart& operator=(const DetachedStart&) = delete;
-    ~DetachedStart() {
-        ::posix_spawn_file_actions_destroy(&files_);
-        ::posix_spawnattr_destroy(&attributes_);
-    }
-
-    bool start(std::string program, std::string argument) const {
-        const std::array<char*, 3> arguments = {program.data(), argument.data(), nullptr};
-        pid_t child = 0;
-        return ::posix_spawnp(&child, program.c_str(), &files_, &attributes_, arguments.data(), environ) == 0;
-    }
-
-private:
-    posix_spawn_file_actions_t files_{};
-    posix_spawnattr_t attributes_{};
-};
-
 // The user's own choice of a program first, then the editors that desktops come with.
 bool openInEditor(const std::string& file) {
     const char* visual = ::getenv("VISUAL");
@@ -126,7 +72,7 @@ bool openInEditor(const std::string& file) {
         "pluma"};
     const DetachedStart detached;
     return std::any_of(programs.begin(), programs.end(),
-                       [&](const std::string& program) { return !program.empty() && detached.start(program, file); });
+                       [&](const std::string& program) { return !program.empty() && detached.start({program, file}); });
 }
 
 std::string absolute(const std::string& path) {
@@ -146,18 +92,11 @@ void LinuxDialogs::withMemory(Function function) noexcept {
     }
 }
 
-qt::Desktop* LinuxDialogs::desktop() {
-    if (!desktop_) {
-        desktop_ = openDesktop();
-    }
-    return desktop_->get();
-}
-
 Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platform::Icon icon,
                                 const std::string& title) {
     Answer answer = platform::messages::unseenAnswer(buttons);
     withMemory([&] {
-        if (qt::Desktop* windows = desktop()) {
+        if (qt::Desktop* windows = desktop_.get()) {
             answer =
                 windows->messageBox(text, buttons, icon, title.empty() ? std::string(runtime::programName) : title);
         } else {
@@ -168,8 +107,8 @@ Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platfo
 }
 
 void LinuxDialogs::processEvents() {
-    if (desktop_ && *desktop_) {
-        (*desktop_)->processEvents();
+    if (qt::Desktop* windows = desktop_.ifLoaded()) {
+        windows->processEvents();
     }
 }
 

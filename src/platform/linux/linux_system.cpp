@@ -170,6 +170,17 @@ bool LinuxSystem::fileExists(const std::string& path) {
     return file.error == 0 && ::stat(file.path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
 }
 
+void LinuxSystem::removeFile(const std::string& path) {
+    const ResolvedPath file = findPath(nativePath(path));
+    int error = file.error;
+    if (error == 0 && ::unlink(file.path.c_str()) != 0) {
+        error = errno;
+    }
+    if (error != 0 && error != ENOENT && error != ENOTDIR) {
+        throwFileError(error, file.path);
+    }
+}
+
 bool LinuxSystem::wouldReplace(const std::string& written, const std::string& path) {
     const ResolvedPath reached = findPath(nativePath(path));
     const CString file(reached.error == 0 ? ::realpath(reached.path.c_str(), nullptr) : nullptr);

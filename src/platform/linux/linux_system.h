@@ -29,6 +29,7 @@ public:
     void rewriteFile(const std::string& path, std::string_view content) override;
     void appendFile(const std::string& path, std::string_view content) override;
     bool fileExists(const std::string& path) override;
+    void removeFile(const std::string& path) override;
     bool wouldReplace(const std::string& written, const std::string& path) override;
     std::unique_ptr<platform::Profile> openProfile(const std::string& path) override;
     std::string fileNamed(const std::string& name) override;

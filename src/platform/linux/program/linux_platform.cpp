@@ -35,10 +35,12 @@ void ignoreSignal(int number) {
 LinuxPlatform::LinuxPlatform(int argumentCount, const char* const* arguments)
     : settings_(LinuxSettingsStore::usualPath()),
       system_(argumentCount, arguments, settings_),
+      dialogs_(desktop_),
+      forms_(desktop_),
       printing_(
           {[this] { return system_.codePage(); }, std::string(runtime::programName) + " " + runtime::programVersion},
           settings_),
-      ports_{system_, settings_, printing_.spooler(), printing_.jobs(), dialogs_, imageFiles_, userFiles_} {
+      ports_{system_, settings_, printing_.spooler(), printing_.jobs(), dialogs_, imageFiles_, userFiles_, forms_} {
     fillStandardDescriptors();
     ignoreSignal(SIGPIPE);
     ignoreSignal(SIGXFSZ);

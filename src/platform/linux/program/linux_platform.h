@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/linux_dialogs.h"
+#include "platform/linux/linux_forms.h"
 #include "platform/linux/linux_image_files.h"
 #include "platform/linux/linux_settings_store.h"
 #include "platform/linux/linux_system.h"
@@ -24,7 +25,9 @@ public:
 private:
     LinuxSettingsStore settings_;
     LinuxSystem system_;
+    LoadedDesktop desktop_;
     LinuxDialogs dialogs_;
+    LinuxForms forms_;
     LinuxImageFiles imageFiles_;
     LinuxUserFiles userFiles_;
     spool::LinuxPrinting printing_;

@@ -14,7 +14,8 @@ bool run(int argc, char** argv, void (*function)(platform::Platform&) noexcept) 
         function(platform.ports());
         return true;
     } catch (const std::bad_alloc&) {
-        platform_linux::LinuxDialogs().outOfMemory();
+        platform_linux::LoadedDesktop desktop;
+        platform_linux::LinuxDialogs(desktop).outOfMemory();
         return false;
     }
 }

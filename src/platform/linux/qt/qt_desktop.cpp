@@ -1,8 +1,11 @@
 #include "platform/linux/qt/qt_desktop.h"
 
+#include <QAccessible>
 #include <QApplication>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTranslator>
 #include <algorithm>
 #include <array>
 #include <clocale>
@@ -10,6 +13,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/linux/qt/open_forms.h"
+#include "platform/linux/qt/qt_form.h"
 #include "runtime/program.h"
 
 namespace {
@@ -93,6 +98,13 @@ public:
     QtDesktop() {
         QCoreApplication::setApplicationName(runtime::programName);
         QGuiApplication::setQuitOnLastWindowClosed(false);
+        QGuiApplication::setWindowIcon(QIcon(":/krvwinpr.ico"));
+        // What Qt does only in its own main loop; without it screen readers meet no window.
+        QAccessible::setRootObject(&application_);
+        // For the menus that Qt's own controls have; the program speaks German.
+        if (translator_.load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+            QCoreApplication::installTranslator(&translator_);
+        }
     }
 
     Answer messageBox(const std::string& text, Buttons buttons, Icon icon, const std::string& title) override {
@@ -123,12 +135,21 @@ public:
 
     void processEvents() override { QCoreApplication::processEvents(); }
 
+    std::unique_ptr<platform::Form> createForm(const platform::FormDesign& design,
+                                               platform::FormEvents& events) override {
+        return std::make_unique<platform_linux::qt::QtForm>(design, events, forms_);
+    }
+    void runForms() override { forms_.run(); }
+    void closeForms() override { forms_.closeAll(); }
+
 private:
     // Qt keeps references to both as long as the application lives.
     std::string name_ = runtime::programName;
     std::array<char*, 2> arguments_{name_.data(), nullptr};
     int argumentCount_ = 1;
     QApplication application_{argumentCount_, arguments_.data()};
+    QTranslator translator_;
+    platform_linux::qt::OpenForms forms_;
 };
 
 }  // namespace

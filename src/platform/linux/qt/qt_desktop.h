@@ -5,6 +5,7 @@
 #include <string>
 
 #include "platform/dialogs.h"
+#include "platform/forms.h"
 
 namespace platform_linux::qt {
 
@@ -17,6 +18,12 @@ public:
     virtual platform::Answer messageBox(const std::string& text, platform::Buttons buttons, platform::Icon icon,
                                         const std::string& title) = 0;
     virtual void processEvents() = 0;
+
+    // As in the port Forms. The desktop must outlive its forms.
+    virtual std::unique_ptr<platform::Form> createForm(const platform::FormDesign& design,
+                                                       platform::FormEvents& events) = 0;
+    virtual void runForms() = 0;
+    virtual void closeForms() = 0;
 };
 
 // The module's entry function; nothing where Qt has no screen to show windows on. Where it cannot reach the display it

@@ -1,0 +1,32 @@
+#include "platform/linux/linux_forms.h"
+
+#include "platform/linux/printer_folder.h"
+#include "runtime/error.h"
+
+namespace platform_linux {
+
+std::unique_ptr<platform::Form> LinuxForms::create(const platform::FormDesign& design, platform::FormEvents& events) {
+    if (qt::Desktop* desktop = desktop_.get()) {
+        return desktop->createForm(design, events);
+    }
+    throw runtime::Error(runtime::errPermissionDenied,
+                         "Das Fenster „" + design.title +
+                             "“ braucht einen Bildschirm, und hier antwortet keiner. Bitte in einem Fenster der "
+                             "Arbeitsoberfläche starten; über SSH mit „ssh -X“, damit DISPLAY gesetzt ist");
+}
+
+void LinuxForms::run() {
+    if (qt::Desktop* desktop = desktop_.ifLoaded()) {
+        desktop->runForms();
+    }
+}
+
+void LinuxForms::closeAll() {
+    if (qt::Desktop* desktop = desktop_.ifLoaded()) {
+        desktop->closeForms();
+    }
+}
+
+std::string LinuxForms::showPrinterFolder() { return openPrinterFolder(); }
+
+}  // namespace platform_linux

@@ -1,0 +1,23 @@
+// The port Forms on Linux: windows of the module "qt".
+#pragma once
+
+#include "platform/forms.h"
+#include "platform/linux/loaded_desktop.h"
+
+namespace platform_linux {
+
+class LinuxForms : public platform::Forms {
+public:
+    // The desktop must outlive it.
+    explicit LinuxForms(LoadedDesktop& desktop) : desktop_(desktop) {}
+
+    std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events) override;
+    void run() override;
+    void closeAll() override;
+    std::string showPrinterFolder() override;
+
+private:
+    LoadedDesktop& desktop_;
+};
+
+}  // namespace platform_linux
