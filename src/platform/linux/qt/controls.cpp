@@ -29,8 +29,9 @@ class LabelView final : public ControlView {
 public:
     LabelView(const platform::Control& control, QWidget& parent) : label_(QString::fromStdString(control.caption), &parent) {
         label_.setTextFormat(Qt::PlainText);
-        label_.setWordWrap(true);
-        label_.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        constexpr int oneLine = 8;
+        label_.setWordWrap(control.place.height > oneLine);
+        label_.setAlignment(Qt::AlignLeft | (label_.wordWrap() ? Qt::AlignTop : Qt::AlignVCenter));
     }
     QWidget& widget() override { return label_; }
     QString text() const override { return label_.text(); }
