@@ -81,18 +81,31 @@ const std::vector<platform::PaperBin>& TrayDiscovery::binsOf(const std::string& 
 }
 
 void TrayDiscovery::ask() {
+    if (name_.empty() || ask(name_)) {
+        return;
+    }
     const std::string wanted = runtime::upperCase(name_);
     try {
         const std::vector<std::string> printers = session_.platform.spooler.printerNames();
         const auto found = std::find_if(printers.begin(), printers.end(), [&](const std::string& printer) {
             return runtime::upperCase(printer) == wanted;
         });
-        printerIsKnown_ = found != printers.end();
-        if (printerIsKnown_) {
-            bins_ = session_.platform.spooler.paperBins(*found);
+        if (found != printers.end()) {
+            ask(*found);
         }
     } catch (const platform::SpoolerError&) {
         // Then no bin is known.
+    }
+}
+
+// Whether it need not be asked by another name: an answer came, or none within the time that the user waits.
+bool TrayDiscovery::ask(const std::string& printer) {
+    try {
+        bins_ = session_.platform.spooler.paperBins(printer);
+        printerIsKnown_ = true;
+        return true;
+    } catch (const platform::SpoolerError& error) {
+        return error.mayPass();
     }
 }
 

@@ -40,6 +40,7 @@ public:
 private:
     const std::vector<platform::PaperBin>& binsOf(const std::string& name);
     void ask();
+    bool ask(const std::string& printer);
 
     session::Session& session_;
     bool known_ = false;           // what follows

@@ -2,6 +2,7 @@
 
 #include <cups/cups.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -13,8 +14,12 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int connectMilliseconds = 3000;
+constexpr double connectSeconds = 3;
 constexpr double answerSeconds = 3;
+// What libcups waits for the server's leave to send a request, before it does so without.
+constexpr double leaveSeconds = 1;
+// Of what is left of a limit that is over.
+constexpr double leastSeconds = 0.1;
 // A document may have to wait for the server's disk.
 constexpr double documentSeconds = 10;
 // The server closes a connection that is idle for half a minute; libcups would then reconnect in its own time.
@@ -30,10 +35,18 @@ Connection::Connection() {
 void Connection::lost(const std::string& queue, bool silent) {
     http_.reset();
     if (silent) {
-        silent_ = true;
+        silent_ = !end_;
         throw failure(ETIMEDOUT, queue, "");
     }
     throw failure(ECONNREFUSED, queue, "");
+}
+
+double Connection::within(double seconds) const {
+    if (!end_) {
+        return seconds;
+    }
+    const std::chrono::duration<double> left = *end_ - Clock::now();
+    return std::clamp(left.count(), leastSeconds, seconds);
 }
 
 void Connection::connect(const std::string& queue, double timeout) {
@@ -45,10 +58,12 @@ void Connection::connect(const std::string& queue, double timeout) {
     }
     if (http_ == nullptr) {
         const Clock::time_point start = Clock::now();
-        http_.reset(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1, connectMilliseconds,
-                                 nullptr));
+        const std::chrono::duration<double> limit(within(connectSeconds));
+        const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(limit);
+        http_.reset(httpConnect2(cupsServer(), ippPort(), nullptr, AF_UNSPEC, cupsEncryption(), 1,
+                                 static_cast<int>(milliseconds.count()), nullptr));
         if (http_ == nullptr) {
-            lost(queue, Clock::now() - start >= std::chrono::milliseconds(connectMilliseconds));
+            lost(queue, Clock::now() - start >= milliseconds);
         }
     }
     httpSetTimeout(
@@ -57,12 +72,14 @@ void Connection::connect(const std::string& queue, double timeout) {
 }
 
 http_t* Connection::connected(const std::string& queue) {
-    connect(queue, answerSeconds);
+    connect(queue, within(answerSeconds));
     return http_.get();
 }
 
 IppMessage Connection::request(const std::string& queue, IppMessage message, int fileDescriptor) {
-    connect(queue, fileDescriptor < 0 ? answerSeconds : documentSeconds);
+    const double usual = fileDescriptor < 0 ? answerSeconds : documentSeconds;
+    const double limit = std::max(within(leaveSeconds + usual) - leaveSeconds, leastSeconds);
+    connect(queue, limit);
     const std::string resource = queue.empty() ? "/" : "/printers/" + queue;
     IppMessage answer(cupsDoIORequest(http_.get(), message.release(), resource.c_str(), fileDescriptor, -1));
     const ipp_status_t status = cupsLastError();
@@ -71,7 +88,7 @@ IppMessage Connection::request(const std::string& queue, IppMessage message, int
                         status == IPP_STATUS_ERROR_NOT_AUTHORIZED ||
                         status == IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED;
     if (answer == nullptr && !denied) {
-        lost(queue, Clock::now() - lastUse_ >= std::chrono::duration<double>(answerSeconds));
+        lost(queue, Clock::now() - lastUse_ >= std::chrono::duration<double>(std::min(limit, answerSeconds)));
     }
     lastUse_ = Clock::now();
     if (status >= IPP_STATUS_ERROR_BAD_REQUEST) {

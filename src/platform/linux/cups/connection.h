@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +29,21 @@ public:
         return request(queue, makeRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, queue, names));
     }
 
+    // While it lives, all questions together take no longer than its time, but for a tenth of a second each; a server
+    // that has not answered by then is asked the next time as ever.
+    class Limit {
+    public:
+        Limit(Connection& connection, std::chrono::milliseconds time) : connection_(connection) {
+            connection_.end_ = Clock::now() + time;
+        }
+        Limit(const Limit&) = delete;
+        Limit& operator=(const Limit&) = delete;
+        ~Limit() { connection_.end_.reset(); }
+
+    private:
+        Connection& connection_;
+    };
+
     // A server that did not answer is asked again from now on.
     void askAgain() { silent_ = false; }
 
@@ -43,12 +59,15 @@ private:
     };
     using Clock = std::chrono::steady_clock;
 
+    // Seconds, or what is left of the limit.
+    double within(double seconds) const;
     void connect(const std::string& queue, double timeout);
     [[noreturn]] void lost(const std::string& queue, bool silent);
 
     std::unique_ptr<http_t, Close> http_;
     Clock::time_point lastUse_;
     bool silent_ = false;  // the server did not answer in time
+    std::optional<Clock::time_point> end_;
 };
 
 }  // namespace platform_linux::cups

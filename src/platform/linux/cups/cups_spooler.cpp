@@ -21,6 +21,7 @@ namespace attribute_flag = platform::printer_attribute;
 using namespace std::chrono_literals;
 
 constexpr auto discoveryLimit = 2s;
+constexpr auto binsLimit = 2s;
 constexpr auto setUpLimit = 8s;
 constexpr auto setUpPoll = 50ms;
 
@@ -185,7 +186,11 @@ platform::PrinterRecord CupsSpooler::printer(const std::string& queue) {
     return record;
 }
 
-std::vector<platform::PaperBin> CupsSpooler::paperBins(const std::string& queue) { return queues_->bins(queue); }
+// Whoever asks is a user who looks at the answer.
+std::vector<platform::PaperBin> CupsSpooler::paperBins(const std::string& queue) {
+    const Connection::Limit limit(*connection_, binsLimit);
+    return queues_->bins(queue);
+}
 
 bool CupsSpooler::canAdminister(const std::string& queue) {
     // The server checks the right to cancel everybody's jobs before it looks whether the job is there.

@@ -27,7 +27,8 @@ QStringList textsOf(const std::vector<std::string>& items) {
 
 class LabelView final : public ControlView {
 public:
-    LabelView(const platform::Control& control, QWidget& parent) : label_(QString::fromStdString(control.caption), &parent) {
+    LabelView(const platform::Control& control, QWidget& parent)
+        : label_(QString::fromStdString(control.caption), &parent) {
         label_.setTextFormat(Qt::PlainText);
         constexpr int oneLine = 8;
         label_.setWordWrap(control.place.height > oneLine);

@@ -4,8 +4,8 @@
 #include <QString>
 #include <QWidget>
 #include <memory>
-#include <vector>
 #include <string>
+#include <vector>
 
 #include "platform/forms.h"
 #include "platform/linux/qt/user_events.h"

@@ -26,7 +26,9 @@ DialogUnits::DialogUnits(const QFont& font, int dpi) {
     characterHeight_ = std::max(metrics.height(), usualHeight * dpi / usualDpi);
 }
 
-int DialogUnits::across(int units) const { return static_cast<int>(std::lround(units * characterWidth_ / unitsAcross)); }
+int DialogUnits::across(int units) const {
+    return static_cast<int>(std::lround(units * characterWidth_ / unitsAcross));
+}
 
 int DialogUnits::down(int units) const { return static_cast<int>(std::lround(units * characterHeight_ / unitsDown)); }
 

@@ -55,8 +55,8 @@ std::optional<TextBox::Taken> TextBox::taken(const QString& wanted) const {
         return Taken{wanted, 0};
     }
     const auto [gone, added] = std::mismatch(before_.begin(), before_.end(), wanted.begin(), wanted.end());
-    const auto [goneEnd, addedEnd] =
-        std::mismatch(before_.rbegin(), std::make_reverse_iterator(gone), wanted.rbegin(), std::make_reverse_iterator(added));
+    const auto [goneEnd, addedEnd] = std::mismatch(before_.rbegin(), std::make_reverse_iterator(gone), wanted.rbegin(),
+                                                   std::make_reverse_iterator(added));
     const QString start(wanted.begin(), added - wanted.begin());
     const QString inserted(added, addedEnd.base() - added);
     const QString rest(addedEnd.base(), wanted.end() - addedEnd.base());

@@ -35,7 +35,7 @@ private:
 
     std::string name_;
     UserEvents& user_;
-    QString before_;              // the text before the change under way
+    QString before_;               // the text before the change under way
     bool focusedByMouse_ = false;  // and the button is still down
 };
 
