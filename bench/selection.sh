@@ -14,4 +14,4 @@ prefix=build/windows/wineprefix
 graphics() { tests/wine-run.sh $prefix reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d "$1" /f >/dev/null; tests/wine-prefix.sh --end $prefix; }
 graphics x11
 trap 'graphics null' EXIT
-xvfb-run -a -s "-screen 0 1400x1000x24" bench/selection.py build/linux build/windows "$@"
+xvfb-run -a -s "-screen 0 1400x1000x24 -noreset" bench/selection.py build/linux build/windows "$@"

@@ -6,7 +6,7 @@
 namespace platform_linux {
 
 std::unique_ptr<platform::Form> LinuxForms::create(const platform::FormDesign& design, platform::FormEvents& events) {
-    if (qt::Desktop* desktop = desktop_.get()) {
+    if (qt::Desktop* desktop = desktop_.get(Trial::displayOnly)) {
         return desktop->createForm(design, events);
     }
     throw runtime::Error(runtime::errPermissionDenied,

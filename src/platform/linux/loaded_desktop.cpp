@@ -6,23 +6,30 @@
 #include "platform/linux/desktop.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/module.h"
+#include "platform/linux/screen/screen.h"
 
 namespace platform_linux {
 
 namespace {
 
-std::unique_ptr<qt::Desktop> openDesktop() {
+std::unique_ptr<qt::Desktop> create() { return reinterpret_cast<qt::DesktopFactory>(moduleEntry("qt"))(); }
+
+// In another process. There Qt is never taken down again, which may hang as well as setting it up.
+bool isCreatedElsewhere() {
     constexpr std::chrono::seconds limit{10};
-    const auto create = [] { return reinterpret_cast<qt::DesktopFactory>(moduleEntry("qt"))(); };
-    const auto tryOut = [&create] {
-        // Never destroyed, as taking Qt down again may hang as well as setting it up.
-        return create().release() != nullptr ? 1 : 0;
-    };
-    if (!desktopNamed() || forkedCall(tryOut, limit).value_or(0) == 0) {
-        return nullptr;
-    }
+    return forkedCall([] { return create().release() != nullptr ? 1 : 0; }, limit).value_or(0) != 0;
+}
+
+// Of X11 only; Qt takes Wayland where there is no other.
+bool displayTakesWindows() {
+    return isSet("DISPLAY") && !isSet("QT_QPA_PLATFORM") && !isSet("WAYLAND_DISPLAY") &&
+           reinterpret_cast<screen::ScreenDpi>(moduleEntry("screen"))() >= 0;
+}
+
+std::unique_ptr<qt::Desktop> openDesktop(Trial trial) {
     try {
-        return create();
+        const bool sure = trial == Trial::displayOnly && displayTakesWindows();
+        return desktopNamed() && (sure || isCreatedElsewhere()) ? create() : nullptr;
     } catch (const std::exception&) {
         return nullptr;
     }
@@ -30,9 +37,9 @@ std::unique_ptr<qt::Desktop> openDesktop() {
 
 }  // namespace
 
-qt::Desktop* LoadedDesktop::get() {
+qt::Desktop* LoadedDesktop::get(Trial trial) {
     if (!desktop_) {
-        desktop_ = openDesktop();
+        desktop_ = openDesktop(trial);
     }
     return desktop_->get();
 }

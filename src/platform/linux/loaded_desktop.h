@@ -8,12 +8,17 @@
 
 namespace platform_linux {
 
+// What is made sure of before Qt is loaded, which ends the process where it cannot reach the display. A job that has a
+// message to show goes on in any case, so Qt is tried in another process first. For a window that the user has asked
+// for, and waits for, it is enough that the display takes windows; one that hangs keeps it waiting.
+enum class Trial { whole, displayOnly };
+
 // There is a desktop where DISPLAY or WAYLAND_DISPLAY is set and the module "qt" can open windows there; this is found
 // out, and Qt loaded, when it is first asked for.
 class LoadedDesktop {
 public:
     // Null where there is none.
-    qt::Desktop* get();
+    qt::Desktop* get(Trial trial = Trial::whole);
 
     // The same, but null as long as nobody has asked for it.
     qt::Desktop* ifLoaded() const { return desktop_ ? desktop_->get() : nullptr; }

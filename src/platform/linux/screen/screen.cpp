@@ -42,13 +42,14 @@ extern "C" {
 }
 
 int krvwinpr_screen() {
+    constexpr int noDisplay = -1;
     const std::unique_ptr<xcb_connection_t, Disconnect> connection(xcb_connect(nullptr, nullptr));
     if (xcb_connection_has_error(connection.get()) != 0) {
-        return 0;
+        return noDisplay;
     }
     const xcb_screen_iterator_t screens = xcb_setup_roots_iterator(xcb_get_setup(connection.get()));
     if (screens.rem == 0) {
-        return 0;
+        return noDisplay;
     }
     constexpr std::uint32_t longestInWords = 0x10000;
     const xcb_get_property_cookie_t cookie = xcb_get_property(
