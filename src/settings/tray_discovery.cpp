@@ -14,7 +14,8 @@ namespace {
 constexpr std::size_t nameRoom = 24;
 
 std::size_t charactersOf(std::string_view name) {
-    return static_cast<std::size_t>(std::count_if(name.begin(), name.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
+    return static_cast<std::size_t>(
+        std::count_if(name.begin(), name.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
 std::string allNames(const std::vector<platform::PaperBin>& bins) {

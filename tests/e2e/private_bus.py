@@ -14,7 +14,7 @@ class PrivateBus:
         self.capabilities, self.lines = capabilities, queue.Queue()
 
     def __enter__(self):
-        self.folder = tempfile.TemporaryDirectory(prefix="krvwinpr-bus-")
+        self.folder = tempfile.TemporaryDirectory(prefix="krvwinpr-bus-", ignore_cleanup_errors=True)
         self.address = f"unix:path={self.folder.name}/bus"
         self.daemon = self.start("dbus-daemon", "--session", "--nofork", "--print-address=1",
                                  f"--address={self.address}")
@@ -27,7 +27,8 @@ class PrivateBus:
 
     def start(self, *command):
         return subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL,
-                                text=True, env=os.environ | {"DBUS_SESSION_BUS_ADDRESS": self.address})
+                                text=True, env=os.environ | {"DBUS_SESSION_BUS_ADDRESS": self.address,
+                                                   "XDG_RUNTIME_DIR": self.folder.name})
 
     def __exit__(self, *_):
         for process in self.service, self.daemon:

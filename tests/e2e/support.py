@@ -120,6 +120,15 @@ class Job:
                             "LANG": "de_DE.UTF-8", "CUPS_SERVER": str(root / "no-cups.sock")}
         self.environment |= {f"{kind}SAN_OPTIONS": "exitcode=97" for kind in ("A", "L", "UB")}
 
+    def show_windows(self):
+        """For the builds with the sanitizers, where the program loads the libraries of a desktop."""
+        # What these leak is not the program's.
+        foreign = self.settings.parents[2] / "foreign-leaks"
+        foreign.write_text("leak:libdbus-1\nleak:libfontconfig\n")
+        self.environment["LSAN_OPTIONS"] += f":suppressions={foreign}:print_suppressions=0"
+        # Following the thread storage of libraries loaded late makes this compiler's leak check crash now and then.
+        self.environment["ASAN_OPTIONS"] += ":intercept_tls_get_addr=0"
+
     def write(self, name, data) -> pathlib.Path:
         path = self.folder / name
         path.parent.mkdir(parents=True, exist_ok=True)

@@ -5,6 +5,7 @@
 
 #include "linux_support.h"
 #include "platform/linux/forked_call.h"
+#include "platform/linux/printer_folder.h"
 
 namespace {
 
@@ -42,6 +43,34 @@ TEST(LinuxDialogs, OpensTheEditorWithoutWaitingForIt) {
     const Variable display("DISPLAY", ":4711");
     ASSERT_EQ(errorsOf(show), "");
     EXPECT_EQ(get(folder / "xdg-open.pipe"), folder / "-r.log");
+}
+
+TEST(PrinterFolder, IsTheDesktopsOwnOrTheWebPageOrSaysWhatToInstall) {
+    struct Row {
+        const char* desktop;
+        std::vector<std::string> programs;
+        std::string started;
+    };
+    const std::array rows = {
+        Row{"KDE", {"systemsettings5", "system-config-printer"}, "systemsettings5 kcm_printer_manager"},
+        Row{"ubuntu:GNOME", {"gnome-control-center", "xdg-open"}, "gnome-control-center printers"},
+        Row{"XFCE", {"gnome-control-center", "system-config-printer", "xdg-open"}, "system-config-printer "},
+        Row{nullptr, {"xdg-open"}, "xdg-open http://localhost:631/printers"},
+    };
+    for (const Row& row : rows) {
+        const TemporaryFolder folder;
+        ::mkfifo((folder / "started").c_str(), 0600);
+        for (const std::string& program : row.programs) {
+            put(folder / program, "#!/bin/sh\necho -n \"${0##*/} $*\" > \"${0%/*}/started\"\n");
+            ::chmod((folder / program).c_str(), 0700);
+        }
+        const Variable path("PATH", (folder / "").c_str());
+        const Variable desktop("XDG_CURRENT_DESKTOP", row.desktop);
+        EXPECT_EQ(ended(start([] { return openPrinterFolder().empty() ? 0 : 1; })), 0);
+        EXPECT_EQ(get(folder / "started"), row.started);
+    }
+    const Variable path("PATH", "/nowhere");
+    EXPECT_NE(openPrinterFolder().find("„system-config-printer“ installieren"), std::string::npos);
 }
 
 TEST(LinuxDialogs, DiagnosticsSurviveAStandardErrorThatNobodyReads) {
