@@ -10,15 +10,18 @@ FOCUSED, SHOWING = 1 << 12, 1 << 25  # states of AT-SPI
 
 
 class PrivateScreen:
-    def __init__(self, bus):
-        """bus: the PrivateBus of the same desktop."""
+    def __init__(self, bus=None):
+        """bus: the PrivateBus of the same desktop, where it is to be read as well."""
         read, write = os.pipe()
         self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-noreset"],
                                        pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as numbers:
-            self.environment = {"DISPLAY": ":" + numbers.readline().strip(), "DBUS_SESSION_BUS_ADDRESS": bus.address,
-                                "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "XDG_RUNTIME_DIR": bus.folder.name}
+            self.environment = {"DISPLAY": ":" + numbers.readline().strip()}
+        if bus is None:
+            return
+        self.environment |= {"DBUS_SESSION_BUS_ADDRESS": bus.address, "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+                             "XDG_RUNTIME_DIR": bus.folder.name}
         self.bus = self.tool("gdbus", "call", "--session", "-d", "org.a11y.Bus", "-o", "/org/a11y/bus", "-m",
                              "org.a11y.Bus.GetAddress").split("'")[1]
 

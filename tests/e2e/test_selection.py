@@ -17,7 +17,16 @@ UNFOLDED = [*FOLDED[:4], "Erweitert <<", "Oberer Rand", "Zeilenabstand", "Linker
             "Standardwerte eintragen", "Schacht 1:", "Schacht 2:", "Schacht 3:", "Testseite drucken",
             "Schachtzuordnungen testen", "Grafiktest drucken"]
 ROLES = ["list", *["push button"] * 4, *["text"] * 4, "push button", *["combo box"] * 3, *["push button"] * 3]
+# Each replaces what is selected with the focus.
+EDITS = ("510", ["2", "space", "3", "space"], "zwei", ["6", "comma", "comma", "period", "x", "5"])
+EDITED = {"ObererRand": "510", "Zeilenabstand": "2 3", "LinkerRand": "zwei", "ScaleFaktor": "6,5"}
 MACRO = r"\^([LT]R.|\d\d|[UFKBHT][EA])"
+
+
+def texts_of(print_file):
+    """What its lines print, without blanks."""
+    lines = print_file.read_bytes().decode("cp850").replace("\f", "").split("\r\n")
+    return [text for line in lines if (text := re.sub(r"\s", "", re.sub(MACRO, "", line, flags=re.S)))]
 
 
 @unittest.skipUnless(all(map(shutil.which, ("Xvfb", "xdotool", "gdbus", "/usr/libexec/at-spi-bus-launcher"))),
@@ -60,11 +69,10 @@ class SelectionTest(JobTest):
         self.assertEqual(self.screen.height("Druckerauswahl"), 500)
         controls = self.assert_focus_goes_round(UNFOLDED)
         self.assertEqual([self.screen.role(place) for place in controls.values()], ROLES)
-        for text in ("510", ["2", "space", "3", "space"], "zwei", ["6", "comma", "comma", "period", "x", "5"]):  # each replaces what is selected with the focus
+        for text in EDITS:
             self.screen.press("Tab", *text)
         self.screen.press("alt+1", "Down", "alt+3", "m", "Return")
-        self.assertEqual(self.closed(b"Buero\r\n"), {"ObererRand": "510", "Zeilenabstand": "2 3", "LinkerRand": "zwei",
-                                                     "ScaleFaktor": "6,5", "Schacht1": "2", "Schacht3": "4"})
+        self.assertEqual(self.closed(b"Buero\r\n"), EDITED | {"Schacht1": "2", "Schacht3": "4"})
 
     def test_by_mouse_and_cancelled(self):
         self.job.write("KRVWIN.ASW", ODD)
@@ -89,9 +97,8 @@ class SelectionTest(JobTest):
         self.screen.height("^KRVWinPr$")
         self.screen.press("Return")
         page = lines_of(self.cups.wait_for_jobs(PLAIN, 1)[0].path)
-        written = (PROGRAM.parent / "TESTDRUC.OUT").read_bytes().decode("cp850").rstrip("\f").split("\r\n")
         self.assertEqual([re.sub(r"\s", "", line) for lines in page for line in lines],
-                         [text for line in written if (text := re.sub(r"\s", "", re.sub(MACRO, "", line, flags=re.S)))])
+                         texts_of(PROGRAM.parent / "TESTDRUC.OUT"))
         # There is no window manager to give the focus back to the window.
         self.screen.tool("xdotool", "search", "--name", "Druckerauswahl", "windowfocus", "--sync")
         self.assertTrue(self.screen.has(self.screen.controls()["Testseite drucken"], FOCUSED))

@@ -1,0 +1,83 @@
+"""The printer selection of the Windows program under Wine, by keyboard alone; environment as in test_windows.py."""
+
+import re
+import subprocess
+import unittest
+from pathlib import Path
+
+from private_cups import PrivateCups
+from private_screen import PrivateScreen
+from support import lines_of
+from test_selection import EDITED, EDITS, texts_of
+from test_windows import KEY, PROGRAM, QUEUE, WINE, WindowsTest
+
+DRIVERS = r"HKCU\Software\Wine\Drivers"
+
+
+class WindowsSelectionTest(WindowsTest):
+    @classmethod
+    def setUpClass(cls):
+        cls.end_wine()
+        cls.cups = cls.enterClassContext(PrivateCups())
+        cls.cups.add_pdf_queue("archiv")
+        cls.cups.add_postscript_queue(QUEUE, "-o", "Resolution=600dpi")
+        cls.screen = cls.enterClassContext(PrivateScreen())
+        # Other tests want windows that nobody sees.
+        for graphics in "x11", "null":
+            command = [*WINE, "reg", "add", DRIVERS, "/v", "Graphics", "/d", graphics, "/f"]
+            if graphics == "x11":
+                subprocess.run(command, stdout=subprocess.DEVNULL, check=True)
+            else:
+                cls.addClassCleanup(subprocess.run, command, stdout=subprocess.DEVNULL, check=True)
+        cls.end_wine()
+        cls.addClassCleanup(cls.end_wine)
+
+    def open(self, printer):
+        """Unfolded, the focus on the button for that; the heights of the window so far."""
+        self.program = subprocess.Popen([*WINE, PROGRAM, "/DRUCKERAUSWAHL"], cwd=self.job.folder,
+                                        env=self.cups.environment() | self.screen.environment,
+                                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        self.addCleanup(self.program.wait)
+        self.addCleanup(self.program.terminate)
+        heights = [self.screen.height("Druckerauswahl")]
+        self.screen.tool("sleep", "1")
+        self.screen.press(printer, *["Tab"] * 4, "space")
+        return [*heights, self.screen.height("Druckerauswahl")]
+
+    def stored(self):
+        return dict(re.findall(r"(\w+) +REG_SZ +(.*)\r\n", self.wine("reg", "query", KEY, check=False)))
+
+    def test_edits_are_stored_and_the_window_has_the_heights_that_it_always_had(self):
+        first, unfolded = self.open("l")
+        for text in EDITS:
+            self.screen.press("Tab", *text)
+        self.screen.press("alt+1", "Down", "Down", "alt+3", "Down", "Down", "Down", "space")
+        self.assertEqual(self.stored(), EDITED | {"Schacht1": "257", "Schacht3": "258"})
+        self.screen.press(*["shift+Tab"] * 8, "space")
+        self.assertEqual([unfolded - first, self.screen.height("Druckerauswahl") - first], [(7500 - 2925) // 15, 5])
+        self.screen.press("alt+3", "Down", "alt+o")
+        self.assertEqual(self.program.wait(20), 0)
+        self.assertEqual(self.job.read("KRVWIN.ASW"), QUEUE.encode() + b"\r\n")
+        self.assertEqual(self.stored()["Schacht3"], "258")
+
+    def test_tests_are_printed_and_esc_leaves_the_selection_file(self):
+        self.open("l")
+        for number, (key, pages) in enumerate((("alt+t", 1), ("alt+s", 7), ("alt+g", 1)), start=1):
+            self.screen.press(key)
+            self.screen.height("^KRVWinPr$")
+            self.screen.press("Return")
+            job = self.cups.wait_for_jobs(QUEUE, number)[-1]
+            pdf = self.job.folder / "job.pdf"
+            subprocess.run(["ps2pdf", job.path, pdf], check=True)
+            printed = "".join(re.sub(r"\s", "", line) for lines in lines_of(pdf) for line in lines)
+            self.assertEqual(len(lines_of(pdf)), pages, key)
+            for text in texts_of(Path(PROGRAM).parent / "TESTDRUC.OUT")[-3:]:
+                self.assertIn(text, printed)
+            self.screen.tool("xdotool", "search", "--sync", "--onlyvisible", "--name", "Druckerauswahl")
+        self.screen.press("Escape")
+        self.assertEqual(self.program.wait(20), 0)
+        self.assertFalse((self.job.folder / "KRVWIN.ASW").exists())
+
+
+if __name__ == "__main__":
+    unittest.main()
