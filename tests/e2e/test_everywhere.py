@@ -35,6 +35,8 @@ class Everywhere(JobTest):
     def test_the_queue_of_an_everywhere_printer_is_a_printer_like_any(self):
         self.cups.run("lpadmin", "-p", "flur", "-E", "-m", "everywhere", "-v",
                       f"ipp://localhost:{self.printer.port}/ipp/print")
+        # The server fetches what it says of a new queue when lpadmin has ended.
+        self.cups.wait_until(lambda: self.ask("bins|flur"), "the queue's bins")
         self.assertEqual(self.ask("bins|flur"), ["1 Auto", "2 Main", "3 Manual", "4 ByPassTray"])
         self.job.run("A.OUT", "", "FLUR")
         self.printed("flur", 1)
