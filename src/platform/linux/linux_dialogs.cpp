@@ -71,8 +71,9 @@ bool openInEditor(const std::string& file) {
         "xdg-open", visual != nullptr ? visual : "", "gnome-text-editor", "gedit", "kate", "kwrite", "mousepad", "xed",
         "pluma"};
     const DetachedStart detached;
-    return std::any_of(programs.begin(), programs.end(),
-                       [&](const std::string& program) { return !program.empty() && detached.start({program, file}); });
+    return std::any_of(programs.begin(), programs.end(), [&](const std::string& program) {
+        return !program.empty() && detached.start({program, file});
+    });
 }
 
 std::string absolute(const std::string& path) {

@@ -42,7 +42,8 @@ std::vector<Command> printerSettings() {
 std::string openPrinterFolder() {
     const std::vector<Command> programs = printerSettings();
     const DetachedStart detached;
-    if (std::any_of(programs.begin(), programs.end(), [&](const Command& command) { return detached.start(command); })) {
+    if (std::any_of(programs.begin(), programs.end(),
+                    [&](const Command& command) { return detached.start(command); })) {
         return {};
     }
     return "Hier ist kein Programm für die Einstellungen der Drucker vorhanden. Bitte das Paket "

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QLibraryInfo>
 #include <QMessageBox>
+#include <QPluginLoader>
 #include <QPushButton>
 #include <QTranslator>
 #include <algorithm>
@@ -152,6 +153,14 @@ private:
     platform_linux::qt::OpenForms forms_;
 };
 
+// Qt ends the process where it has no plugin for the display, or one that lacks a library. What loads here need not be
+// loaded again.
+bool pluginLoads() {
+    const bool usual = qEnvironmentVariableIsEmpty("QT_PLUGIN_PATH") &&
+                       qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+    return !usual || QPluginLoader(QLibraryInfo::path(QLibraryInfo::PluginsPath) + "/platforms/libqxcb.so").load();
+}
+
 }  // namespace
 
 extern "C" {
@@ -160,6 +169,9 @@ extern "C" {
 
 std::unique_ptr<platform_linux::qt::Desktop> krvwinpr_qt() {
     qInstallMessageHandler(onlyFatal);
+    if (!pluginLoads()) {
+        return nullptr;
+    }
     auto desktop = std::make_unique<QtDesktop>();
     // Qt takes over the locale of the environment; numbers are no business of the process's locale here.
     std::setlocale(LC_NUMERIC, "C");

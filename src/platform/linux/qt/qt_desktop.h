@@ -26,8 +26,8 @@ public:
     virtual void closeForms() = 0;
 };
 
-// The module's entry function; nothing where Qt has no screen to show windows on. Where it cannot reach the display it
-// ends the process, so it is tried in another one first. To be called once.
+// The module's entry function; nothing where Qt has no screen to show windows on, or no plugin for it. Where it cannot
+// reach the display it ends the process. To be called once.
 using DesktopFactory = std::unique_ptr<Desktop> (*)();
 
 }  // namespace platform_linux::qt

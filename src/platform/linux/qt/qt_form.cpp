@@ -60,8 +60,8 @@ void QtForm::addControls(const platform::FormDesign& design) {
     ControlView* label = nullptr;
     int bottom = 0;
     for (const platform::Control& control : design.controls) {
-        ControlView& view =
-            *controls_.emplace_back(control.name, control.place.y, makeControl(control, window_, user_)).view;
+        controls_.push_back({control.name, control.place.y, makeControl(control, window_, user_)});
+        ControlView& view = *controls_.back().view;
         view.widget().setGeometry(units_.rectangle(control.place));
         if (label != nullptr && control.caption.empty()) {
             label->nameOf(view.widget());
