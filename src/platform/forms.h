@@ -45,8 +45,8 @@ struct FormDesign {
 
 // How much of a form is to be seen. Controls that begin below the visible part take no focus and no access key.
 struct FormHeight {
-    // Twips (20 to the point, 15 to a pixel at 96 dpi) in the system's usual font: of the whole window where the program
-    // decides about its frame (Windows), of the room inside the frame elsewhere. It grows with scale and font.
+    // Twips (20 to the point, 15 to a pixel at 96 dpi) in the system's usual font: of the whole window where the
+    // program decides about its frame (Windows), of the room inside the frame elsewhere. It grows with scale and font.
     int twips = 0;
     // The least that is seen in any font, in dialog units.
     int visible = 0;
@@ -104,8 +104,8 @@ class Forms {
 public:
     virtual ~Forms() = default;
 
-    // Throws runtime::Error (errPermissionDenied) where there is no desktop to show it on. The events must live as long as
-    // the form.
+    // Throws runtime::Error (errPermissionDenied) where there is no desktop to show it on. The events must live as long
+    // as the form.
     virtual std::unique_ptr<Form> create(const FormDesign& design, FormEvents& events) = 0;
 
     // Serves the forms until the last one is closed; returns at once where none is open. What an event throws closes
@@ -115,8 +115,8 @@ public:
     // Closes every form that is open.
     virtual void closeAll() = 0;
 
-    // Opens the system's own list of printers, without waiting for it. Where there is nothing of the kind, what to install
-    // instead; otherwise empty.
+    // Opens the system's own list of printers, without waiting for it. Where there is nothing of the kind, what to
+    // install instead; otherwise empty.
     virtual std::string showPrinterFolder() = 0;
 };
 

@@ -33,9 +33,9 @@ constexpr std::array textSettings = {
 constexpr std::array trayLists = {"cboSchacht1", "cboSchacht2", "cboSchacht3"};
 
 // What only the unfolded form shows; the graphic test stays in the tab order, where the fold hides it as well.
-constexpr std::array unfoldedControls = {"txtLinkerRand", "txtObererRand",    "txtZeilenabstand", "txtScaleFaktor",
-                                         "cmdStandardwerte", "cboSchacht1", "cboSchacht2",      "cboSchacht3",
-                                         "cmdTestseite",  "cmdSchachtTest"};
+constexpr std::array unfoldedControls = {"txtLinkerRand",    "txtObererRand", "txtZeilenabstand", "txtScaleFaktor",
+                                         "cmdStandardwerte", "cboSchacht1",   "cboSchacht2",      "cboSchacht3",
+                                         "cmdTestseite",     "cmdSchachtTest"};
 
 const TextSetting* textSettingOf(std::string_view control) {
     const auto* const found = std::find_if(textSettings.begin(), textSettings.end(),
@@ -278,21 +278,18 @@ void FDruckerAuswahl::cmdStandardwerte_Click() {
 }
 
 void FDruckerAuswahl::DoTestdruck() {
-    test("cmdTestseite", TestPrints::testPageQuestion, [this] {
-        testPrints_.print(testPrints_.testPage(printer()), printer(), runReport_, progress());
-    });
+    test("cmdTestseite", TestPrints::testPageQuestion,
+         [this] { testPrints_.print(testPrints_.testPage(printer()), printer(), runReport_, progress()); });
 }
 
 void FDruckerAuswahl::DoSchachtTest() {
-    test("cmdSchachtTest", TestPrints::trayTestQuestion, [this] {
-        testPrints_.print(testPrints_.trayTest(printer()), printer(), runReport_, progress());
-    });
+    test("cmdSchachtTest", TestPrints::trayTestQuestion,
+         [this] { testPrints_.print(testPrints_.trayTest(printer()), printer(), runReport_, progress()); });
 }
 
 void FDruckerAuswahl::DoGrafikTest() {
-    test("cmdGrafikseite", TestPrints::graphicTestQuestion, [this] {
-        testPrints_.printWithLog(testPrints_.graphicTest(printer()), printer(), runReport_, progress());
-    });
+    test("cmdGrafikseite", TestPrints::graphicTestQuestion,
+         [this] { testPrints_.printWithLog(testPrints_.graphicTest(printer()), printer(), runReport_, progress()); });
 }
 
 void FDruckerAuswahl::test(const std::string& button, std::string_view question, const std::function<void()>& print) {

@@ -97,21 +97,23 @@ std::string TestPrints::trayTest(const std::string& printer) {
     std::string text;
     for (const char* tray : {"1", "2", "3"}) {
         for (const char* sheet : {"1", "2"}) {
-            text += GetTestSeite(printer, std::string("^TR") + tray + "Schacht" + tray + " Blatt" + sheet +
-                                              "\r\n\r\n");
+            text += GetTestSeite(printer, std::string("^TR") + tray + "Schacht" + tray + " Blatt" + sheet + "\r\n\r\n");
         }
     }
     if (trays_.CountPrinterBins(printer) > 0) {
         BinList cboSchaechte;
         trays_.FillBinList(cboSchaechte, printer);
-        addLine(text, "m\x94gliche Sch\x84"
-                      "chte zur Auswahl:");
+        addLine(text,
+                "m\x94gliche Sch\x84"
+                "chte zur Auswahl:");
         for (std::size_t i = 0; i < cboSchaechte.names.size(); ++i) {
-            addLine(text, "  " + inSystemCodePage(cboSchaechte.names[i]) + ", " + std::to_string(cboSchaechte.numbers[i]));
+            addLine(text,
+                    "  " + inSystemCodePage(cboSchaechte.names[i]) + ", " + std::to_string(cboSchaechte.numbers[i]));
         }
     } else {
-        addLine(text, "Beim aktuellen Druckertreiber '" + inSystemCodePage(printer) + "' sind keine Sch\x84"
-                      "chte definiert!");
+        addLine(text, "Beim aktuellen Druckertreiber '" + inSystemCodePage(printer) +
+                          "' sind keine Sch\x84"
+                          "chte definiert!");
     }
     return text;
 }
@@ -164,7 +166,7 @@ bool TestPrints::FileExists(const std::string& path) { return session_.platform.
 std::string TestPrints::written(const std::string& content) {
     constexpr std::string_view name = "TESTDRUC.OUT";
     platform::System& system = session_.platform.system;
-    const std::string file = runtime::AddBackslash(system.programDirectory()).append(name);
+    std::string file = runtime::AddBackslash(system.programDirectory()).append(name);
     try {
         system.writeFile(file, content);
         return file;
@@ -172,7 +174,7 @@ std::string TestPrints::written(const std::string& content) {
         // Where the program was installed for everybody its users may not write there.
     }
     platform::UserFiles& own = session_.platform.userFiles;
-    const std::string ownFile = own.folders("Testdruck").front().append(name);
+    std::string ownFile = own.folders("Testdruck").front().append(name);
     own.replace(ownFile, content);
     return ownFile;
 }

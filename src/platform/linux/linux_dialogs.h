@@ -7,8 +7,9 @@
 namespace platform_linux {
 
 // On standard error a box is one line (a text to be read, without an icon, several), "KRVWinPr: title: text", the title
-// left out where it is the program's name; behind a question stands the answer taken for it. A notification is the business of a process of its own, which loads the module "notification"
-// and is ended after half a minute: a session bus that hangs holds nobody up.
+// left out where it is the program's name; behind a question stands the answer taken for it. A notification is the
+// business of a process of its own, which loads the module "notification" and is ended after half a minute: a session
+// bus that hangs holds nobody up.
 class LinuxDialogs : public platform::Dialogs {
 public:
     // The desktop, which is asked for with the first box, must outlive it.

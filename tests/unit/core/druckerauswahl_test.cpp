@@ -18,7 +18,8 @@ protected:
     }
 
     // Opens the form; the steps are what the user does before it is closed.
-    void open(const std::function<void()>& user = [] {}, const std::string& switches = "") {
+    void open(
+        const std::function<void()>& user = [] {}, const std::string& switches = "") {
         host.forms.atRun = user;
         start("/DRUCKERAUSWAHL" + switches);
     }
@@ -100,8 +101,11 @@ TEST_F(DruckerAuswahl, ThePrinterChosenLastIsSelectedByItsExactName) {
 }
 
 TEST_F(DruckerAuswahl, ShowsWhatIsStoredAndLosesNothingByIt) {
-    for (const auto& [name, value] : {std::pair{"LinkerRand", "-20"}, {"ObererRand", "x"}, {"Schacht1", "1"},
-                                      {"Schacht2", "-32000"}, {"Schacht3", "99"}}) {
+    for (const auto& [name, value] : {std::pair{"LinkerRand", "-20"},
+                                      {"ObererRand", "x"},
+                                      {"Schacht1", "1"},
+                                      {"Schacht2", "-32000"},
+                                      {"Schacht3", "99"}}) {
         put(name, value);
     }
     const auto before = host.settings.keys;
@@ -198,10 +202,12 @@ TEST_F(DruckerAuswahl, TestsWriteTheHostsLanguageAndPrintIt) {
         const std::string page = host.system.files.at(file);
         EXPECT_TRUE(page.starts_with("^TR1^10^UE^FE^KETestdruck: Schriftattribute^UA^FA^KA\r\n\r\nNormalschrift\r\n"));
         using namespace std::string_literals;
-        for (const std::string& part :
-             {"\r\nSch\x94nschrift\r\n"s, "^LR\0Normaler Rand.\r\n^LR\n10 Zeichen (Pica) einger\x81" "ckt.\r\n^LR\0\r\n"s,
-              "\r\n128='\x80'   129='\x81'   "s, "   135='\x87'\r\n136="s, "   255='\xFF'\r\n\r\n\r\nTreiber: Laser 1\r\n"
-              "21.11.2026 13:45:07\r\n\r\nEnde der Testseite\r\n\f"s}) {
+        for (const std::string& part : {"\r\nSch\x94nschrift\r\n"s,
+                                        "^LR\0Normaler Rand.\r\n^LR\n10 Zeichen (Pica) einger\x81"
+                                        "ckt.\r\n^LR\0\r\n"s,
+                                        "\r\n128='\x80'   129='\x81'   "s, "   135='\x87'\r\n136="s,
+                                        "   255='\xFF'\r\n\r\n\r\nTreiber: Laser 1\r\n"
+                                        "21.11.2026 13:45:07\r\n\r\nEnde der Testseite\r\n\f"s}) {
             EXPECT_NE(page.find(part), std::string::npos) << part;
         }
         EXPECT_EQ(std::ranges::count(page, '\n'), 56 + 1);
@@ -213,8 +219,10 @@ TEST_F(DruckerAuswahl, TestsWriteTheHostsLanguageAndPrintIt) {
         const std::string trays = host.userFiles.files.at("C:\\Daten\\Testdruck\\TESTDRUC.OUT");
         EXPECT_TRUE(trays.starts_with("^TR1Schacht1 Blatt1\r\n\r\n^10^UE"));
         EXPECT_NE(trays.find("\f^TR3Schacht3 Blatt2\r\n\r\n"), std::string::npos);
-        EXPECT_TRUE(trays.ends_with("\fm\x94gliche Sch\x84" "chte zur Auswahl:\r\n  Automatik, 7\r\n  Kassette 1, 1\r\n"
-                                    "  Umschlag, -32000\r\n"));
+        EXPECT_TRUE(
+            trays.ends_with("\fm\x94gliche Sch\x84"
+                            "chte zur Auswahl:\r\n  Automatik, 7\r\n  Kassette 1, 1\r\n"
+                            "  Umschlag, -32000\r\n"));
         EXPECT_EQ(host.dialogs.boxes.at(2).text.substr(0, 42), "Dieser Test druckt insgesamt 6 Seiten, von");
     });
 }
@@ -225,9 +233,10 @@ TEST_F(DruckerAuswahl, TheGraphicTestLeavesTheLogOfItsRunAlone) {
     put("ScaleFaktor", "4,4");
     open([this] {
         form.press("cmdGrafikseite");
-        EXPECT_EQ(host.system.files.at("C:\\Programme\\TESTDRUC.OUT"),
-                  "^GRGR-Grafikdrucktest\r\n\r\n\r\n\r\nScalefaktor: 4,4\r\nTreiber: Laser 1\r\n21.11.2026 13:45:07\r\n\r\n"
-                  "\f");
+        EXPECT_EQ(
+            host.system.files.at("C:\\Programme\\TESTDRUC.OUT"),
+            "^GRGR-Grafikdrucktest\r\n\r\n\r\n\r\nScalefaktor: 4,4\r\nTreiber: Laser 1\r\n21.11.2026 13:45:07\r\n\r\n"
+            "\f");
         EXPECT_FALSE(host.system.files.contains("C:\\KORVANO\\KRVWinPr.log"));
         const std::size_t lines = host.logLines().size();
         EXPECT_GT(lines, 10U);

@@ -48,6 +48,8 @@ QtForm::QtForm(const platform::FormDesign& design, platform::FormEvents& events,
     window_.setObjectName(QString::fromStdString(design.name));
     window_.setWindowTitle(QString::fromStdString(design.title));
     addControls(design);
+    ending_.setSingleShot(true);
+    QObject::connect(&ending_, &QTimer::timeout, &window_, [this] { endIfClosing(); });
 }
 
 QtForm::~QtForm() {
@@ -97,8 +99,7 @@ void QtForm::show() {
 // The end is an event, and so does not come inside of another one or of a call.
 void QtForm::close() {
     closing_ = true;
-    QMetaObject::invokeMethod(
-        &window_, [this] { endIfClosing(); }, Qt::QueuedConnection);
+    ending_.start(0);
 }
 
 void QtForm::endIfClosing() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <string>
@@ -74,6 +75,7 @@ private:
     std::vector<NamedControl> controls_;
     QWidget* lostFocus_ = nullptr;  // the control that had the focus until it was disabled
     bool open_ = false;
+    QTimer ending_;
     bool closing_ = false;
 };
 

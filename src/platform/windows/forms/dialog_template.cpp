@@ -33,7 +33,8 @@ ControlWindow windowOf(ControlKind kind, bool isDefault) {
         case ControlKind::textBox:
             return {edit, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, 0};
         case ControlKind::listBox:
-            return {list, WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, WS_EX_CLIENTEDGE, 0};
+            return {list, WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, WS_EX_CLIENTEDGE,
+                    0};
         case ControlKind::dropDownList:
             return {combo, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0, 120};
         case ControlKind::button:

@@ -2,6 +2,7 @@
 
 #include <exception>
 
+#include "platform/windows/forms/kept_pointer.h"
 #include "platform/windows/handle.h"
 
 namespace platform_windows::forms {
@@ -26,7 +27,7 @@ std::wstring clipboardText(HWND owner) {
     if (text == nullptr) {
         return {};
     }
-    const std::wstring copy(text);
+    std::wstring copy(text);
     ::GlobalUnlock(memory);
     return copy;
 }
@@ -78,7 +79,7 @@ LRESULT CALLBACK handle(HWND box, UINT message, WPARAM first, LPARAM second) noe
 void filterBox(HWND box, CharacterFilter& filter) {
     const auto before = ::GetWindowLongPtrW(box, GWLP_WNDPROC);
     if (::SetPropW(box, filterProperty, &filter) != FALSE &&
-        ::SetPropW(box, procedureProperty, reinterpret_cast<HANDLE>(before)) != FALSE) {
+        ::SetPropW(box, procedureProperty, keptPointer<HANDLE>(before)) != FALSE) {
         ::SetWindowLongPtrW(box, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(handle));
     }
 }

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/windows/forms/form_frame.h"
+#include "platform/windows/forms/kept_pointer.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
 #include "runtime/error.h"
@@ -35,7 +36,7 @@ private:
 // The width of the longest item, with some room at its end.
 int widthOf(HWND list, const std::vector<std::wstring>& items) {
     const ScreenContext screen(::GetDC(nullptr));
-    const HGDIOBJ before = ::SelectObject(screen.get(), reinterpret_cast<HFONT>(::SendMessageW(list, WM_GETFONT, 0, 0)));
+    const HGDIOBJ before = ::SelectObject(screen.get(), keptPointer<HFONT>(::SendMessageW(list, WM_GETFONT, 0, 0)));
     LONG widest = 0;
     for (const std::wstring& item : items) {
         SIZE size{};
@@ -60,9 +61,9 @@ WindowsForm::WindowsForm(const platform::FormDesign& design, platform::FormEvent
     ::CreateDialogIndirectParamW(::GetModuleHandleW(nullptr), reinterpret_cast<LPCDLGTEMPLATEW>(shape.data()), nullptr,
                                  handle, reinterpret_cast<LPARAM>(this));
     if (!window_) {
-        throw runtime::Error(runtime::errPermissionDenied,
-                             "das Fenster „" + design.title + "“ lässt sich nicht öffnen; andere Programme beenden (" +
-                                 systemMessage(::GetLastError()) + ")");
+        throw runtime::Error(runtime::errPermissionDenied, "das Fenster „" + design.title +
+                                                               "“ lässt sich nicht öffnen; andere Programme beenden (" +
+                                                               systemMessage(::GetLastError()) + ")");
     }
     silent_ = false;
 }
@@ -75,10 +76,10 @@ WindowsForm::~WindowsForm() {
 INT_PTR CALLBACK WindowsForm::handle(HWND window, UINT message, WPARAM first, LPARAM second) noexcept {
     if (message == WM_INITDIALOG) {
         ::SetWindowLongPtrW(window, DWLP_USER, second);
-        reinterpret_cast<WindowsForm*>(second)->created(window);
+        keptPointer<WindowsForm*>(second)->created(window);
         return TRUE;
     }
-    auto* const form = reinterpret_cast<WindowsForm*>(::GetWindowLongPtrW(window, DWLP_USER));
+    auto* const form = keptPointer<WindowsForm*>(::GetWindowLongPtrW(window, DWLP_USER));
     if (form == nullptr) {
         return FALSE;
     }
@@ -103,8 +104,8 @@ INT_PTR CALLBACK WindowsForm::handle(HWND window, UINT message, WPARAM first, LP
 void WindowsForm::created(HWND window) {
     *window_.receive() = window;
     for (std::size_t index = 0; index < design_.controls.size(); ++index) {
-        Part& part = parts_.emplace_back(
-            Part{design_.controls[index], ::GetDlgItem(window, numberOf(design_, index)), nullptr});
+        Part& part =
+            parts_.emplace_back(Part{design_.controls[index], ::GetDlgItem(window, numberOf(design_, index)), nullptr});
         if (part.control.kind == ControlKind::textBox) {
             part.filter = [this, &part](const std::wstring& text, wchar_t character) {
                 bool taken = false;
@@ -156,9 +157,8 @@ void WindowsForm::tell(const Event& event) noexcept {
 }
 
 void WindowsForm::commanded(int number, unsigned notification) {
-    const auto part = std::find_if(parts_.begin(), parts_.end(), [&](const Part& known) {
-        return ::GetDlgCtrlID(known.window) == number;
-    });
+    const auto part = std::find_if(parts_.begin(), parts_.end(),
+                                   [&](const Part& known) { return ::GetDlgCtrlID(known.window) == number; });
     if (part == parts_.end() || ::IsWindowEnabled(part->window) == FALSE) {
         return;
     }

@@ -13,8 +13,7 @@
 
 namespace platform_windows::forms {
 
-std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign& design,
-                                                     platform::FormEvents& events) {
+std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign& design, platform::FormEvents& events) {
     if (!hasVisibleDesktop()) {
         throw runtime::Error(runtime::errPermissionDenied, "das Fenster „" + design.title +
                                                                "“ braucht einen Bildschirm; das Programm als "
@@ -50,12 +49,11 @@ void WindowsForms::closeAll() {
 std::string WindowsForms::showPrinterFolder() {
     constexpr INT_PTR lastError = 32;
     const auto execute = functionOf<decltype(&::ShellExecuteW)>(systemLibrary(L"shell32.dll"), "ShellExecuteW");
-    const INT_PTR result =
-        execute == nullptr
-            ? 0
-            : reinterpret_cast<INT_PTR>(execute(topmostWindow(), L"Open", L"explorer.exe",
-                                                L"/e,::{2227A280-3AEA-1069-A2DE-08002B30309D}", nullptr,
-                                                SW_SHOWNORMAL));
+    const INT_PTR result = execute == nullptr
+                               ? 0
+                               : reinterpret_cast<INT_PTR>(execute(topmostWindow(), L"Open", L"explorer.exe",
+                                                                   L"/e,::{2227A280-3AEA-1069-A2DE-08002B30309D}",
+                                                                   nullptr, SW_SHOWNORMAL));
     if (result > lastError) {
         return {};
     }
