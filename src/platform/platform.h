@@ -8,6 +8,7 @@
 #include "platform/spooler.h"
 #include "platform/system.h"
 #include "platform/user_files.h"
+#include "platform/xml_files.h"
 
 namespace platform {
 
@@ -19,6 +20,7 @@ struct Platform {
     Dialogs& dialogs;
     ImageFiles& imageFiles;
     UserFiles& userFiles;
+    XmlFiles& xmlFiles;
 };
 
 }  // namespace platform

@@ -9,6 +9,7 @@
 #include "platform/windows/windows_settings_store.h"
 #include "platform/windows/windows_system.h"
 #include "platform/windows/windows_user_files.h"
+#include "platform/windows/windows_xml_files.h"
 
 namespace platform_windows::program {
 
@@ -24,7 +25,8 @@ private:
     WindowsDialogs dialogs_;
     WindowsImageFiles imageFiles_;
     WindowsUserFiles userFiles_;
-    platform::Platform ports_{system_, settings_, spooler_, jobs_, dialogs_, imageFiles_, userFiles_};
+    WindowsXmlFiles xmlFiles_;
+    platform::Platform ports_{system_, settings_, spooler_, jobs_, dialogs_, imageFiles_, userFiles_, xmlFiles_};
 };
 
 }  // namespace platform_windows::program
