@@ -7,7 +7,7 @@ foreach(name pdf log faults queues desktop selection graphics barcodes everywher
              COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     set_tests_properties(e2e.${name} PROPERTIES
         TIMEOUT $<IF:$<BOOL:${KRV_SANITIZE}>,400,200>
-        ENVIRONMENT "KRVWINPR=$<TARGET_FILE:KRVWinPr>;KRVWINPR_SLOW=$<BOOL:${KRV_SANITIZE}>")
+        ENVIRONMENT "KRVWINPR=$<TARGET_FILE:KRVWinPr>;KRVWINPR_SLOW=$<BOOL:${KRV_SANITIZE}>;KRVWINPR_DEVELOPED=$<BOOL:${KRV_DEVELOPMENT}>")
 endforeach()
 set_property(TEST e2e.queues e2e.everywhere APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TARGET_FILE:krv-printers>")
 set_tests_properties(e2e.everywhere PROPERTIES SKIP_RETURN_CODE 77)
@@ -15,7 +15,7 @@ set_tests_properties(e2e.everywhere PROPERTIES SKIP_RETURN_CODE 77)
 # How the files that users get are hardened; the builds with the sanitizers are not.
 if(NOT KRV_SANITIZE)
     set(files "$<TARGET_FILE:KRVWinPr>")
-    foreach(module cups images notification pdf qt screen)
+    foreach(module cups images notification pdf qt screen xml)
         string(APPEND files ":$<TARGET_FILE:krvwinpr-${module}>")
     endforeach()
     add_test(NAME e2e.hardening WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}

@@ -9,6 +9,7 @@
 #include "platform/spooler.h"
 #include "platform/system.h"
 #include "platform/user_files.h"
+#include "platform/xml_files.h"
 
 namespace platform {
 
@@ -21,6 +22,7 @@ struct Platform {
     ImageFiles& imageFiles;
     UserFiles& userFiles;
     Forms& forms;
+    XmlFiles& xmlFiles;
 };
 
 }  // namespace platform

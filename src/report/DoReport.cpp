@@ -13,8 +13,10 @@
 #include "report/printer_geometry.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
+#include "runtime/program.h"
 #include "runtime/text.h"
 #include "runtime/utf8.h"
+#include "settings/clsSettings.h"
 #include "settings/waiting_time.h"
 
 namespace report::MPrint {
@@ -47,6 +49,7 @@ private:
     void readPrintFile();
     void earlyHandshake();
     void choosePrinter();
+    void loadUnfinishedSettings();
     void handOver();
     void lateHandshake();
 
@@ -132,6 +135,7 @@ void ReportJob::printReport() {
     earlyHandshake();
     choosePrinter();
     logPrinterGeometry(session_, *printer_);
+    loadUnfinishedSettings();
     PrintRun run(session_, *printer_, progress_, letEventsRun_);
     preparePrinter(run);
     printPages(run, printText_, order_.sGrafikname, order_.blnTwoPass);
@@ -179,6 +183,15 @@ void ReportJob::choosePrinter() {
     namedPrinter_ = patience.during([&] { return printer::installedPrinter(spooler, order_.sDruckerTreiber); });
     printer_ = printer::choosePrinter(session_, namedPrinter_, std::string(runtime::fileNameOf(order_.sDateiname)),
                                       std::move(patience));
+}
+
+// The program that users have never does it.
+void ReportJob::loadUnfinishedSettings() {
+    if (runtime::developmentBuild && session_.development) {
+        session_.platform.dialogs.messageBox("Noch nicht implementiert!", platform::Buttons::ok, platform::Icon::none,
+                                             session_.program.title);
+        settings::clsSettings(session_).Load("KRVWinPr.CFG");
+    }
 }
 
 void ReportJob::handOver() {

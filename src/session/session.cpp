@@ -1,10 +1,22 @@
 #include "session/session.h"
 
+#include <cstdlib>
+#include <string_view>
+
 #include "runtime/program.h"
 
 namespace session {
 
-Session::Session(platform::Platform& ports) : platform(ports), log(ports.system) {
+namespace {
+
+bool asksForDevelopment() {
+    const char* value = std::getenv("KRVWINPR_DEVELOPMENT");
+    return value != nullptr && std::string_view(value) == "1";
+}
+
+}  // namespace
+
+Session::Session(platform::Platform& ports) : platform(ports), log(ports.system), development(asksForDevelopment()) {
     program.version = runtime::programVersion;
     program.description = runtime::programDescription;
     const std::string fileName = ports.system.programFileName();

@@ -21,6 +21,7 @@ struct Session {
     platform::Platform& platform;
     Program program;
     DebugLog log;
+    bool development = false;  // the environment asks for what is unfinished; a development build does it
 
     explicit Session(platform::Platform& ports);
 

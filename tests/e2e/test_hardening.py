@@ -78,7 +78,7 @@ class Hardening(unittest.TestCase):
             at = content.index(key.encode("utf-16-le"))
             self.assertIn(value.encode("utf-16-le"), content[at:at + 80])
         self.assertIn(b"\x89PNG\r\n\x1a\n\0\0\0\rIHDR\0\0\1\0\0\0\1\0", content, "the large icon")
-        manifest = ElementTree.fromstring(content[content.index(b"<?xml"):content.index(b"</assembly>") + 11])
+        manifest = ElementTree.fromstring(content[content.index(b"<?xml version="):content.index(b"</assembly>") + 11])
         # Windows XP reads what has this name space, and starts nothing that has unknown elements in it.
         namespace = "{urn:schemas-microsoft-com:asm.v1}"
         known = {"assembly", "assemblyIdentity", "description", "dependency", "dependentAssembly"}

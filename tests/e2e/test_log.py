@@ -176,6 +176,14 @@ class DebugLog(JobTest):
                      r"Grafikdatei b\x1B[2J.bmp auf.", r"Bilddatei g\x81\x1B.bmp nicht gefunden"):
             self.assertIn(text, errors)
 
+    def test_unfinished_settings_are_read_only_where_the_program_is_developed(self):
+        self.job.write("KRVWinPr.CFG", b"<Korvano-Printer-Settings><Printer/><x/></Korvano-Printer-Settings>")
+        for asked in "0", "1":
+            read = asked == os.environ["KRVWINPR_DEVELOPED"] == "1"
+            errors = self.job.run("EINE.OUT", "/DEBUG", KRVWINPR_DEVELOPMENT=asked).errors
+            self.assertEqual("Noch nicht implementiert!" in errors, read)
+            self.assertEqual("> InitExportJobs, Unbekannter Node: x" in self.job.log(), read)
+
     def test_every_start_appends(self):
         self.job.write("KRVWinPr.LOG", b"alt\r\n")
         self.job.run("EINE.OUT", "/DEBUG2", "KEINEGRAFIK", "/TWOPASS")

@@ -1,13 +1,14 @@
-krv_unit_test(adapter-tests LIBS krv-linux SOURCES
+krv_unit_test(adapter-tests LIBS krv-linux krv-settings krv-printer krv-drawing SOURCES
     unit/linux_dialogs_test.cpp
     unit/linux_locale_test.cpp
     unit/linux_settings_test.cpp
     unit/linux_system_test.cpp
     unit/ports_test.cpp
+    unit/xml_files_test.cpp
 )
 # Modules are looked for beside the program.
 set_target_properties(adapter-tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-add_dependencies(adapter-tests krvwinpr-qt krvwinpr-screen)
+add_dependencies(adapter-tests krvwinpr-qt krvwinpr-screen krvwinpr-xml)
 
 include(unit/pictures.cmake)
 krv_unit_test(images-tests LIBS krv-linux-images krv-linux SOURCES

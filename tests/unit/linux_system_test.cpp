@@ -1,6 +1,7 @@
 // The port System on Linux, beside what ports_test.cpp asks of every system.
 #include "platform/linux/linux_system.h"
 #include "platform/linux/linux_user_files.h"
+#include "platform/linux/linux_xml_files.h"
 
 #include <sys/resource.h>
 
@@ -241,6 +242,11 @@ std::string support::deviceIn(const TemporaryFolder& folder) {
     ::mkfifo((folder / "pipe").c_str(), 0600);
     return folder / "pipe";
 }
+
+std::unique_ptr<platform::XmlFiles> support::xmlFilesPort() {
+    return std::make_unique<platform_linux::LinuxXmlFiles>();
+}
+bool support::parsesByTheBook() { return true; }
 
 std::unique_ptr<platform::UserFiles> support::userFilesPort() {
     return std::make_unique<platform_linux::LinuxUserFiles>();

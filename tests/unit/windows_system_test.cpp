@@ -1,6 +1,7 @@
 // The port System on Windows, beside what ports_test.cpp asks of every system.
 #include "platform/windows/windows_system.h"
 #include "platform/windows/windows_user_files.h"
+#include "platform/windows/windows_xml_files.h"
 
 #include <array>
 #include <chrono>
@@ -182,6 +183,11 @@ platform::System& support::systemPort() {
 }
 
 std::string support::deviceIn(const TemporaryFolder&) { return "C:\\NUL"; }
+
+std::unique_ptr<platform::XmlFiles> support::xmlFilesPort() {
+    return std::make_unique<platform_windows::WindowsXmlFiles>();
+}
+bool support::parsesByTheBook() { return !windows_support::onWine(); }
 
 std::unique_ptr<platform::UserFiles> support::userFilesPort() {
     return std::make_unique<platform_windows::WindowsUserFiles>();

@@ -2,8 +2,9 @@
 #pragma once
 
 #include <windows.h>
-// After windows.h, which it needs.
+// After windows.h, which they need.
 #include <objbase.h>
+#include <oleauto.h>
 
 #include <memory>
 
@@ -40,5 +41,10 @@ ComObject<Interface> received(const Call& call, const Check& check) {
     check(call(&object));
     return ComObject<Interface>(object);
 }
+
+struct FreeString {
+    void operator()(wchar_t* text) const noexcept { ::SysFreeString(text); }
+};
+using ComString = std::unique_ptr<wchar_t, FreeString>;
 
 }  // namespace platform_windows

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <memory>
 
 #include "platform/windows/handle.h"
@@ -90,6 +91,17 @@ std::string systemMessage(DWORD code) {
         text.pop_back();
     }
     return "Windows-Fehler " + std::to_string(code) + (text.empty() ? "" : ": " + text);
+}
+
+std::string codeOf(HRESULT result) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "0x%08lX", static_cast<unsigned long>(result));
+    return "Windows-Fehler " + std::string(text.data());
+}
+
+bool isOutOfMemory(HRESULT result) {
+    return result == E_OUTOFMEMORY || result == HRESULT_FROM_WIN32(ERROR_NOT_ENOUGH_MEMORY) ||
+           result == HRESULT_FROM_WIN32(ERROR_COMMITMENT_LIMIT);
 }
 
 void throwFileError(DWORD code, const std::string& path, std::string_view remedy) {

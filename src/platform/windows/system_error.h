@@ -20,6 +20,10 @@ std::string systemText(DWORD code);
 // "Windows-Fehler 5: Zugriff verweigert"; the number alone where the system has no text for it.
 std::string systemMessage(DWORD code);
 
+// "Windows-Fehler 0x80040154", as the results of COM are looked up.
+std::string codeOf(HRESULT result);
+bool isOutOfMemory(HRESULT result);
+
 // Throws the run-time error that a failed call on a file means: path, what to do, and the system's message. A code that
 // has no meaning of its own here is errDeviceIo. Whoever knows better what to do than the code tells says it.
 [[noreturn]] void throwFileError(DWORD code, const std::string& path, std::string_view remedy = {});

@@ -1,7 +1,5 @@
 #include "platform/windows/wic_factory.h"
 
-#include <array>
-#include <cstdio>
 #include <new>
 
 #include "platform/windows/system_error.h"
@@ -10,17 +8,6 @@
 namespace platform_windows {
 
 namespace {
-
-std::string codeOf(HRESULT result) {
-    std::array<char, 16> text{};
-    std::snprintf(text.data(), text.size(), "0x%08lX", static_cast<unsigned long>(result));
-    return "Windows-Fehler " + std::string(text.data());
-}
-
-bool isOutOfMemory(HRESULT result) {
-    return result == E_OUTOFMEMORY || result == HRESULT_FROM_WIN32(ERROR_NOT_ENOUGH_MEMORY) ||
-           result == HRESULT_FROM_WIN32(ERROR_COMMITMENT_LIMIT);
-}
 
 [[noreturn]] void refuseWithoutCodecs(HRESULT result) {
     if (isOutOfMemory(result)) {

@@ -54,6 +54,18 @@ protected:
     int refusedOption = -1;  // the value that the printer refuses
 };
 
+TEST_F(ReportTest, OnlyWhereTheProgramIsDevelopedTheSettingsFileIsRead) {
+    host.system.files["KRVWinPr.CFG"] = "<x/>";
+    host.xmlFiles.document.error = "Grund";
+    EXPECT_EQ(report("A"), "Laser 1: / A OK");
+    EXPECT_EQ(host.xmlFiles.parsed, "");
+    session.development = true;
+    EXPECT_EQ(report("A"), "Laser 1: / A OK");
+    EXPECT_EQ(lastBox(), runtime::developmentBuild ? "Noch nicht implementiert!" : "");
+    EXPECT_EQ(host.logged("> ValidationError: Grund"), runtime::developmentBuild);
+    EXPECT_EQ(host.xmlFiles.parsed, runtime::developmentBuild ? "<x/>" : "");
+}
+
 TEST_F(ReportTest, TheNamedPrinterGetsTheJob) {
     host.spooler.names = {"Fax", "Laser 1"};
     host.spooler.byDefault = "Fax";

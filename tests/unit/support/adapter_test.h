@@ -17,6 +17,7 @@
 #include "platform/settings_store.h"
 #include "platform/system.h"
 #include "platform/user_files.h"
+#include "platform/xml_files.h"
 #include "runtime/error.h"
 
 namespace support {
@@ -79,6 +80,10 @@ platform::System& systemPort();
 
 // The system's own, wherever the environment says that the user's data is.
 std::unique_ptr<platform::UserFiles> userFilesPort();
+
+// The system's own, and whether it goes by type declarations and finds whatever is wrong; Wine's does not.
+std::unique_ptr<platform::XmlFiles> xmlFilesPort();
+bool parsesByTheBook();
 
 // A path, in that folder or anywhere, at which there is something other than a file or a folder.
 std::string deviceIn(const TemporaryFolder& folder);

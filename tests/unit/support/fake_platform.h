@@ -219,6 +219,18 @@ public:
     void remove(const std::string& path) noexcept override { files.erase(path); }
 };
 
+// Finds the same document in every file.
+class FakeXmlFiles : public platform::XmlFiles {
+public:
+    platform::XmlDocument document;
+    std::string parsed;  // the content last given
+
+    platform::XmlDocument parse(std::string_view content) override {
+        parsed = content;
+        return document;
+    }
+};
+
 struct FakePlatform {
     FakeSystem system;
     MemorySettings settings;
@@ -228,13 +240,14 @@ struct FakePlatform {
     FakeImageFiles imageFiles;
     MemoryUserFiles userFiles;
     RecordingForms forms;
+    FakeXmlFiles xmlFiles;
     // Puts a picture of the given size into a file.
     void addPicture(const std::string& path, int width, int height) {
         system.files[path] = path;
         imageFiles.pictures[path] = pictures::makePicture(width, height, 24);
     }
 
-    platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles, userFiles, forms};
+    platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles, userFiles, forms, xmlFiles};
 
     // Lines of the debug log without their time stamp; a line that has none is kept whole.
     std::vector<std::string> logLines() const {

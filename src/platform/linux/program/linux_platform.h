@@ -7,6 +7,7 @@
 #include "platform/linux/linux_settings_store.h"
 #include "platform/linux/linux_system.h"
 #include "platform/linux/linux_user_files.h"
+#include "platform/linux/linux_xml_files.h"
 #include "platform/linux/spool/linux_printing.h"
 #include "platform/platform.h"
 
@@ -30,6 +31,7 @@ private:
     LinuxForms forms_;
     LinuxImageFiles imageFiles_;
     LinuxUserFiles userFiles_;
+    LinuxXmlFiles xmlFiles_;
     spool::LinuxPrinting printing_;
     platform::Platform ports_;
 };

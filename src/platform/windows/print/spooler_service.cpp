@@ -4,12 +4,10 @@
 #include "platform/windows/handle.h"
 
 #include <windows.h>
-// After windows.h, which they need.
-#include <oleauto.h>
+// After windows.h, which it needs.
 #include <wbemidl.h>
 
 #include <exception>
-#include <memory>
 #include <utility>
 
 namespace platform_windows::print {
@@ -17,11 +15,6 @@ namespace platform_windows::print {
 namespace {
 
 using platform::ServiceState;
-
-struct FreeString {
-    void operator()(wchar_t* text) const noexcept { ::SysFreeString(text); }
-};
-using ComString = std::unique_ptr<wchar_t, FreeString>;
 
 ComString comString(const wchar_t* text) { return ComString(::SysAllocString(text)); }
 

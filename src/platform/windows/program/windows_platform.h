@@ -10,6 +10,7 @@
 #include "platform/windows/windows_settings_store.h"
 #include "platform/windows/windows_system.h"
 #include "platform/windows/windows_user_files.h"
+#include "platform/windows/windows_xml_files.h"
 
 namespace platform_windows::program {
 
@@ -26,7 +27,9 @@ private:
     WindowsImageFiles imageFiles_;
     WindowsUserFiles userFiles_;
     forms::WindowsForms forms_;
-    platform::Platform ports_{system_, settings_, spooler_, jobs_, dialogs_, imageFiles_, userFiles_, forms_};
+    WindowsXmlFiles xmlFiles_;
+    platform::Platform ports_{system_,     settings_,  spooler_, jobs_,    dialogs_,
+                              imageFiles_, userFiles_, forms_,   xmlFiles_};
 };
 
 }  // namespace platform_windows::program
