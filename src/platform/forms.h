@@ -43,12 +43,13 @@ struct FormDesign {
     std::string cancelButton;       // Esc and the frame's closing press it
 };
 
-// How much of a form is to be seen. Controls that begin below the visible part take no focus and no access key.
+// How much of a form is to be seen.
 struct FormHeight {
     // Twips (20 to the point, 15 to a pixel at 96 dpi) in the system's usual font: of the whole window where the
     // program decides about its frame (Windows), of the room inside the frame elsewhere. It grows with scale and font.
     int twips = 0;
-    // The least that is seen in any font, in dialog units.
+    // The least that is seen in any font, in dialog units. Controls that begin below it are hidden: they take no focus
+    // and no access key, and where there is more room none of them is seen in part.
     int visible = 0;
 };
 
@@ -57,11 +58,13 @@ class FormEvents {
 public:
     virtual ~FormEvents() = default;
 
-    // A button was pressed, or another item of a list chosen.
+    // A button was pressed, another item of a list box chosen, or an item of a drop-down list, be it the one that was:
+    // so the first one, which stands for none as well, can be chosen.
     virtual void clicked(const std::string& control) = 0;
     virtual void doubleClicked(const std::string& control) = 0;
     // The text of a box is another one.
     virtual void changed(const std::string& control) = 0;
+    // A box got the focus.
     virtual void focused(const std::string& control) = 0;
     // Whether a box takes a character that is typed or pasted where the given text stands; 8 is the backspace.
     virtual bool accepts(const std::string& control, const std::string& text, char32_t character) = 0;
@@ -69,8 +72,8 @@ public:
     virtual void closed() = 0;
 };
 
-// One form on the screen; gone when it is destroyed. Controls are called by their names; a name that the design lacks
-// does nothing. Text is UTF-8. Never throws but for std::bad_alloc.
+// One form on the screen; gone when it is destroyed, which none of its events may do. Controls are called by their
+// names; a name that the design lacks does nothing. Text is UTF-8. Never throws but for std::bad_alloc.
 class Form {
 public:
     virtual ~Form() = default;
