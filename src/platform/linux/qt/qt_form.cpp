@@ -45,11 +45,10 @@ QtForm::QtForm(const platform::FormDesign& design, platform::FormEvents& events,
       units_(window_.font(), window_.logicalDpiY()),
       width_(units_.across(design.width)) {
     const UserEvents::Call call(user_);
+    QObject::connect(&closing_, &QTimer::timeout, &window_, [this] { endIfClosing(); });
     window_.setObjectName(QString::fromStdString(design.name));
     window_.setWindowTitle(QString::fromStdString(design.title));
     addControls(design);
-    ending_.setSingleShot(true);
-    QObject::connect(&ending_, &QTimer::timeout, &window_, [this] { endIfClosing(); });
 }
 
 QtForm::~QtForm() {
@@ -98,12 +97,15 @@ void QtForm::show() {
 
 // The end is an event, and so does not come inside of another one or of a call.
 void QtForm::close() {
-    closing_ = true;
-    ending_.start(0);
+    constexpr int milliseconds = 20;
+    if (open_) {
+        closing_.start(milliseconds);
+    }
 }
 
 void QtForm::endIfClosing() {
-    if (closing_ && open_ && !user_.busy()) {
+    if (closing_.isActive() && open_ && !user_.busy()) {
+        closing_.stop();
         open_ = false;
         window_.hide();
         user_.closed();

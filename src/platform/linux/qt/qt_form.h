@@ -75,8 +75,7 @@ private:
     std::vector<NamedControl> controls_;
     QWidget* lostFocus_ = nullptr;  // the control that had the focus until it was disabled
     bool open_ = false;
-    QTimer ending_;
-    bool closing_ = false;
+    QTimer closing_;  // runs from close() until the form could end
 };
 
 }  // namespace platform_linux::qt
