@@ -61,13 +61,19 @@ void FDruckerAuswahl::Show() {
     form_ = session_.platform.forms.create(designOfDruckerAuswahl(), *this);
     Form_Load();
     form_->show();
+    if (!trouble_.empty()) {
+        session_.platform.dialogs.messageBox(
+            trouble_ +
+                "\r\n\r\nEs werden nicht alle Drucker gezeigt; bitte die Druckerauswahl später noch einmal öffnen.",
+            platform::Buttons::ok, platform::Icon::critical, session_.program.title);
+    }
 }
 
 void FDruckerAuswahl::Form_Load() {
     form_->setHeight(heightAtFirst);
     session_.log.line(">   Vorgabeauswahl setzen");
     std::string remembered = readSelectionFile(session_.platform.system);
-    fillPrinterList();
+    fillPrinterList(remembered);
     preselect(std::move(remembered));
     if (printers_.empty() || trays_.CountPrinterBins(printer()) == 0) {
         return;
@@ -81,11 +87,31 @@ void FDruckerAuswahl::Form_Load() {
     session_.log.line(">   Schächte gesetzt");
 }
 
-void FDruckerAuswahl::fillPrinterList() {
+// Where the printers cannot be asked for, those that are known all the same: so that OK leaves the choice as it is.
+std::vector<std::string> FDruckerAuswahl::printersToShow(const std::string& remembered) {
+    platform::Spooler& spooler = session_.platform.spooler;
+    try {
+        return spooler.printerNames();
+    } catch (const platform::SpoolerError& error) {
+        std::vector<std::string> known;
+        for (const std::string& name : {remembered, spooler.builtinPrinter()}) {
+            if (!runtime::trimBlanks(name).empty() && std::find(known.begin(), known.end(), name) == known.end()) {
+                known.push_back(name);
+            }
+        }
+        if (known.empty()) {
+            throw;
+        }
+        trouble_ = error.message();
+        return known;
+    }
+}
+
+void FDruckerAuswahl::fillPrinterList(const std::string& remembered) {
     session::DebugLog& log = session_.log;
     log.line(">   vorhandene Druckertreiber Liste hinzufügen");
     platform::Spooler& spooler = session_.platform.spooler;
-    printers_ = spooler.printerNames();
+    printers_ = printersToShow(remembered);
     for (const std::string& name : log.writes() ? printers_ : std::vector<std::string>()) {
         const platform::PrinterRecord record = recordOf(spooler, name);
         log.line(">     '", runtime::shown(name), "'  '", runtime::shown(record.driverName), "'  '",

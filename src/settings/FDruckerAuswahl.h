@@ -36,7 +36,8 @@ private:
     static constexpr std::size_t trayCount = 3;
 
     void Form_Load();
-    void fillPrinterList();
+    std::vector<std::string> printersToShow(const std::string& remembered);
+    void fillPrinterList(const std::string& remembered);
     void preselect(std::string remembered);
     void List1_Click();
     void fillTrayLists();
@@ -68,6 +69,7 @@ private:
     TestPrints testPrints_;
     std::unique_ptr<platform::Form> form_;
     std::vector<std::string> printers_;
+    std::string trouble_;  // why there are not more; may be empty
     std::array<BinList, trayCount> binLists_;
     bool loading_ = false;
     bool expanded_ = false;

@@ -245,6 +245,17 @@ TEST_F(DruckerAuswahl, TheGraphicTestLeavesTheLogOfItsRunAlone) {
     });
 }
 
+TEST_F(DruckerAuswahl, APrintServerThatDoesNotAnswerLeavesTheChoiceAsItIs) {
+    host.system.files["C:\\KORVANO\\KRVWIN.ASW"] = "Laser 1\r\n";
+    host.spooler.silentFor = 1000;
+    open([this] {
+        EXPECT_EQ(form.controls["List1"].items, (Lines{"Laser 1", "Eingebaut"}));
+        EXPECT_NE(lastBox().find("antwortet nicht"), std::string::npos);
+        form.press("cmdOK");
+    });
+    EXPECT_EQ(selectionFile(), Lines{"Laser 1\r\n"});
+}
+
 TEST_F(DruckerAuswahl, WithoutPrintersOrADesktopTheUserIsTold) {
     host.forms.hasDesktop = false;
     open();
