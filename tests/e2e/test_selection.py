@@ -105,6 +105,21 @@ class SelectionTest(JobTest):
         self.screen.press("Escape")
         self.assertEqual(self.closed(PLAIN.encode()), {})
 
+    def test_trays_and_graphics_can_be_tested(self):
+        self.job.write("KRVWIN.ASW", ODD)
+        self.open()
+        self.screen.press(*["Tab"] * 4, "space")
+        for number, (key, pages, last) in enumerate((("alt+s", 7, "definiert!"), ("alt+g", 1, ":")), start=1):
+            self.screen.press(key)
+            self.screen.height("^KRVWinPr$")
+            self.screen.press("Return")
+            printed = lines_of(self.cups.wait_for_jobs(ODD, number)[-1].path)
+            self.assertEqual((len(printed), last in printed[-1][-1]), (pages, True), printed[-1])
+            self.screen.tool("xdotool", "search", "--sync", "--name", "Druckerauswahl", "windowfocus", "--sync")
+        self.assertIn(">   DoReport", "".join(self.job.log()))
+        self.screen.press("Escape")
+        self.closed(ODD.encode())
+
     def test_without_a_display_it_says_what_to_do(self):
         run = self.job.run("/DRUCKERAUSWAHL")
         self.assertRegex(run.errors, "Zugriff verweigert: .*„Korvano - Druckerauswahl“ braucht einen Bildschirm")
