@@ -121,7 +121,7 @@ DialogFont dialogFont() {
         return {.face = L"MS Shell Dlg"};
     }
     const ScreenContext screen(::GetDC(nullptr));
-    const int dpi = screen ? ::GetDeviceCaps(screen.get(), LOGPIXELSY) : USER_DEFAULT_SCREEN_DPI;
+    const int dpi = screen ? ::GetDeviceCaps(screen.get(), LOGPIXELSY) : usualDpi;
     const LOGFONTW& font = metrics.lfMessageFont;
     const int pixels = std::abs(font.lfHeight);
     return {font.lfFaceName, ::MulDiv(pixels, pointsInAnInch, dpi), pixels, font.lfWeight};

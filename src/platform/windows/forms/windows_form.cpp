@@ -47,6 +47,12 @@ int widthOf(HWND list, const std::vector<std::wstring>& items) {
     return static_cast<int>(widest) + ::GetSystemMetrics(SM_CXVSCROLL) / 2;
 }
 
+// An item may only be passed on the way through an open list, and the one that was may be chosen.
+bool isChoice(HWND list, unsigned notification) {
+    return notification == CBN_SELENDOK ||
+           (notification == CBN_SELCHANGE && ::SendMessageW(list, CB_GETDROPPEDSTATE, 0, 0) == FALSE);
+}
+
 bool isInput(UINT message) {
     return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
            message == WM_NCLBUTTONDOWN || message == WM_SYSCOMMAND;
@@ -167,7 +173,7 @@ void WindowsForm::commanded(int number, unsigned notification) {
     const bool ofBox = kind == ControlKind::textBox;
     const bool chosen = (kind == ControlKind::button && notification == BN_CLICKED) ||
                         (kind == ControlKind::listBox && notification == LBN_SELCHANGE) ||
-                        (kind == ControlKind::dropDownList && notification == CBN_SELCHANGE);
+                        (kind == ControlKind::dropDownList && isChoice(part->window, notification));
     if (chosen) {
         tell([&] { events_.clicked(name); });
     } else if (kind == ControlKind::listBox && notification == LBN_DBLCLK) {
