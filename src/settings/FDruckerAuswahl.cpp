@@ -337,9 +337,18 @@ void FDruckerAuswahl::test(const std::string& button, std::string_view question,
 }
 
 std::function<void()> FDruckerAuswahl::progress() {
-    return [this, page = 0]() mutable {
-        ++page;
-        form_->setTitle(designOfDruckerAuswahl().title + " - Seite " + std::to_string(page));
+    constexpr std::int64_t pause = 100;  // milliseconds
+    constexpr std::int64_t second = 1000;
+    const std::int64_t start = session_.platform.system.elapsedMilliseconds();
+    return [this, start, painted = start]() mutable {
+        const std::int64_t now = session_.platform.system.elapsedMilliseconds();
+        if (now - painted < pause) {
+            return;
+        }
+        painted = now;
+        if (const std::int64_t seconds = (now - start) / second; seconds > 0) {
+            form_->setTitle(designOfDruckerAuswahl().title + " - Testdruck läuft (" + std::to_string(seconds) + " s)");
+        }
         form_->repaint();
     };
 }

@@ -55,7 +55,7 @@ private:
     void DoSchachtTest();
     void DoGrafikTest();
     void test(const std::string& button, std::string_view question, const std::function<void()>& print);
-    // What tells the user, between the pages of a test, how far it is.
+    // To be called while a test prints: keeps the form painted, and tells a user who waits that it goes on.
     std::function<void()> progress();
 
     std::string printer() const;

@@ -134,12 +134,12 @@ std::string TestPrints::graphicTest(const std::string& printer) const {
 }
 
 void TestPrints::print(const std::string& content, const std::string& printer, const RunReport& runReport,
-                       const std::function<void()>& betweenPages) {
-    runReport(written(content), printer, betweenPages);
+                       const std::function<void()>& letEventsRun) {
+    runReport(written(content), printer, letEventsRun);
 }
 
 void TestPrints::printWithLog(const std::string& content, const std::string& printer, const RunReport& runReport,
-                              const std::function<void()>& betweenPages) {
+                              const std::function<void()>& letEventsRun) {
     // Also where printing fails in a way that ends the test.
     struct Restored {
         session::DebugLog& log;
@@ -150,7 +150,7 @@ void TestPrints::printWithLog(const std::string& content, const std::string& pri
     pClearLogFile();
     const Restored restored{session_.log, session_.log.debugging()};
     session_.log.debugging(true);
-    runReport(file, printer, betweenPages);
+    runReport(file, printer, letEventsRun);
 }
 
 void TestPrints::pClearLogFile() {

@@ -10,9 +10,10 @@
 
 namespace settings {
 
-// Prints a file on the printer of that name, as the host's jobs are printed; calls the function between pages.
+// Prints a file on the printer of that name, as the host's jobs are printed; calls the function as often as
+// windows want to be painted, and oftener.
 using RunReport =
-    std::function<void(const std::string& file, const std::string& printer, const std::function<void()>& betweenPages)>;
+    std::function<void(const std::string& file, const std::string& printer, const std::function<void()>& letEventsRun)>;
 
 // Of a printer, by its device name. The page's own texts are in the DOS code page, which 437 and 850 have in common;
 // names and the date are in the system's, as everything that the program writes.
@@ -38,11 +39,11 @@ public:
     // Writes the print file and has it printed. It lies in the program's folder or, where that cannot be written, in
     // the user's own. Errors of writing it are runtime::Error.
     void print(const std::string& content, const std::string& printer, const RunReport& runReport,
-               const std::function<void()>& betweenPages);
+               const std::function<void()>& letEventsRun);
 
     // The same with the debug log on, which then holds this run and nothing else.
     void printWithLog(const std::string& content, const std::string& printer, const RunReport& runReport,
-                      const std::function<void()>& betweenPages);
+                      const std::function<void()>& letEventsRun);
 
 private:
     std::string GetTestSeite(const std::string& printer, std::string_view prefix) const;

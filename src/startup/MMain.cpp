@@ -192,8 +192,8 @@ void StartUp::selectPrinter() {
     } else {
         log_.line("> Windowsdruckertreiber Auswahlformbeginn");
         druckerAuswahl_ = std::make_unique<settings::FDruckerAuswahl>(
-            session_, [this](const std::string& file, const std::string& printer, const auto& betweenPages) {
-                report::MPrint::DoReport(session_, {file, "", printer, false, false}, betweenPages);
+            session_, [this](const std::string& file, const std::string& printer, const auto& letEventsRun) {
+                report::MPrint::DoReport(session_, {file, "", printer, false, false}, letEventsRun);
             });
         druckerAuswahl_->Show();
         log_.line("> Windowsdruckertreiber Auswahlformende");

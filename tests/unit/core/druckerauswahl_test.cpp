@@ -1,4 +1,5 @@
 // The printer selection on a form in memory, from its start to its end as a user has it.
+#include "settings/FDruckerAuswahl.h"
 #include "unit/support/core_test.h"
 
 namespace {
@@ -225,6 +226,26 @@ TEST_F(DruckerAuswahl, TestsWriteTheHostsLanguageAndPrintIt) {
                             "  Umschlag, -32000\r\n"));
         EXPECT_EQ(host.dialogs.boxes.at(2).text.substr(0, 42), "Dieser Test druckt insgesamt 6 Seiten, von");
     });
+}
+
+TEST_F(DruckerAuswahl, ALongTestIsSeenToGoOn) {
+    host.dialogs.answer = platform::Answer::ok;
+    settings::FDruckerAuswahl selection(session, [this](const auto&, const auto&, const auto& letEventsRun) {
+        const auto after = [&](int milliseconds) {
+            host.system.sleptMilliseconds += milliseconds;
+            letEventsRun();
+            return std::pair(form.repaints, form.title.substr(form.title.size() - 5));
+        };
+        EXPECT_EQ(after(50), std::pair(0, std::string("swahl")));
+        EXPECT_EQ(after(60), std::pair(1, std::string("swahl")));
+        EXPECT_EQ(after(2900), std::pair(2, std::string("(3 s)")));
+        EXPECT_FALSE(form.controls["cmdTestseite"].enabled);
+        form.press("cmdOK");  // counts for nothing meanwhile
+        EXPECT_FALSE(form.closed);
+    });
+    selection.Show();
+    form.press("cmdTestseite");
+    EXPECT_EQ(form.title, "Korvano - Druckerauswahl");
 }
 
 TEST_F(DruckerAuswahl, TheGraphicTestLeavesTheLogOfItsRunAlone) {
