@@ -11,6 +11,18 @@
 
 namespace platform_linux::qt {
 
+namespace {
+
+// As long as it lives and filters, what the user does is lost instead of being done later.
+class NoInput : public QObject {
+public:
+    bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+        return event->isInputEvent() || event->type() == QEvent::Close;
+    }
+};
+
+}  // namespace
+
 FormWindow::FormWindow(std::function<void()> cancel)
     // No dialog to the window manager, as such a one has no place in the task bar.
     : QDialog(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
@@ -193,7 +205,9 @@ void QtForm::setTabStop(const std::string& control, bool stop) {
 
 void QtForm::repaint() {
     const UserEvents::Call call(user_);
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    NoInput noInput;
+    QCoreApplication::instance()->installEventFilter(&noInput);
+    QCoreApplication::processEvents();
 }
 
 }  // namespace platform_linux::qt
