@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/windows/places.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/system_library.h"
 #include "platform/windows/topmost_window.h"
@@ -12,6 +13,19 @@
 #include "runtime/error.h"
 
 namespace platform_windows::forms {
+
+namespace {
+
+// By its full name, as the current directory, where the host keeps its files, must not have a say in what is started.
+// It lies in the folder above the system's.
+std::wstring explorer() {
+    const std::wstring folder = systemFolder();
+    const std::size_t last = folder.find_last_of(L'\\', folder.size() - 2);
+    return (folder.empty() || last == std::wstring::npos ? std::wstring() : folder.substr(0, last + 1)) +
+           L"explorer.exe";
+}
+
+}  // namespace
 
 std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign& design, platform::FormEvents& events) {
     if (!hasVisibleDesktop()) {
@@ -51,7 +65,7 @@ std::string WindowsForms::showPrinterFolder() {
     const auto execute = functionOf<decltype(&::ShellExecuteW)>(systemLibrary(L"shell32.dll"), "ShellExecuteW");
     const INT_PTR result = execute == nullptr
                                ? 0
-                               : reinterpret_cast<INT_PTR>(execute(topmostWindow(), L"Open", L"explorer.exe",
+                               : reinterpret_cast<INT_PTR>(execute(topmostWindow(), L"Open", explorer().c_str(),
                                                                    L"/e,::{2227A280-3AEA-1069-A2DE-08002B30309D}",
                                                                    nullptr, SW_SHOWNORMAL));
     if (result > lastError) {
