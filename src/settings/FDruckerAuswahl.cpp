@@ -16,8 +16,6 @@ namespace settings {
 
 namespace {
 
-constexpr std::string_view noBinStored = "-1";
-
 struct TextSetting {
     const char* control;
     std::string_view value;
@@ -174,7 +172,7 @@ void FDruckerAuswahl::fillTrayLists() {
 void FDruckerAuswahl::selectStoredBins() {
     for (std::size_t tray = 0; tray < trayCount; ++tray) {
         const std::string stored = MRegistry::GetRegistryValue(session_.platform.settings, printerKey(),
-                                                               settings::trays[tray].name, noBinStored);
+                                                               settings::trays[tray].name, std::to_string(noBin));
         const double number = runtime::numberPrefix(stored, '.');
         if (number != 0) {
             binLists_[tray].selectNumber(number);
@@ -331,7 +329,7 @@ void FDruckerAuswahl::test(const std::string& button, std::string_view question,
         dialogs.messageBox("Der Test kann nicht gedruckt werden.\r\n\r\n" + error.message(), platform::Buttons::ok,
                            platform::Icon::critical, session_.program.title);
     }
-    form_->setTitle(designOfDruckerAuswahl().title);
+    form_->setTitle(titleOfDruckerAuswahl);
     form_->setEnabled(button, true);
     busy_ = false;
 }
@@ -347,7 +345,8 @@ std::function<void()> FDruckerAuswahl::progress() {
         }
         painted = now;
         if (const std::int64_t seconds = (now - start) / second; seconds > 0) {
-            form_->setTitle(designOfDruckerAuswahl().title + " - Testdruck läuft (" + std::to_string(seconds) + " s)");
+            form_->setTitle(std::string(titleOfDruckerAuswahl) + " - Testdruck läuft (" + std::to_string(seconds) +
+                            " s)");
         }
         form_->repaint();
     };
@@ -358,7 +357,7 @@ std::string FDruckerAuswahl::printer() const {
     return index < 0 ? std::string() : printers_[static_cast<std::size_t>(index)];
 }
 
-std::string FDruckerAuswahl::printerKey() const { return listedPrinterKey(printer()); }
+std::string FDruckerAuswahl::printerKey() const { return MRegistry::listedPrinterKey(printer()); }
 
 std::string FDruckerAuswahl::defaultOf(const std::string& control) const {
     if (control == "txtScaleFaktor") {
@@ -376,7 +375,7 @@ void FDruckerAuswahl::storeText(const std::string& control, std::string_view byD
 
 void FDruckerAuswahl::storeTray(std::size_t tray) {
     if (!loading_) {
-        store(settings::trays[tray].name, std::to_string(binLists_[tray].selectedNumber()), noBinStored);
+        store(settings::trays[tray].name, std::to_string(binLists_[tray].selectedNumber()), std::to_string(noBin));
     }
 }
 

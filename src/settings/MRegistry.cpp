@@ -42,8 +42,12 @@ std::string_view printerKeyName(std::string_view deviceName) {
     return deviceName.starts_with(R"(\\)") ? deviceName.substr(2) : deviceName;
 }
 
+std::string listedPrinterKey(std::string_view deviceName, std::string_view product) {
+    return std::string(product) + R"(\Drucker\)" + std::string(deviceName);
+}
+
 std::string printerKey(std::string_view deviceName, std::string_view product) {
-    return std::string(product) + R"(\Drucker\)" + std::string(printerKeyName(deviceName));
+    return listedPrinterKey(printerKeyName(deviceName), product);
 }
 
 SettingsRoot pGetPredefinedKey(std::string_view rootName) {

@@ -17,6 +17,10 @@ inline constexpr std::string_view noDefault = "NODEFAULTVALUESET";
 // A printer's name as its keys have it: without the two backslashes that begin the name of a network printer.
 std::string_view printerKeyName(std::string_view deviceName);
 
+// The key of a printer below a product key, under its name as the system lists it, which is how the printer selection
+// writes it. Of a network printer's name the store skips the backslashes that a job cuts.
+std::string listedPrinterKey(std::string_view deviceName, std::string_view product = productKey);
+
 // The key of a printer below a product key. Backslashes in the name open further keys; nothing is escaped.
 std::string printerKey(std::string_view deviceName, std::string_view product = productKey);
 

@@ -12,7 +12,7 @@ platform::FormDesign designOfDruckerAuswahl() {
     constexpr int trayLists = 188;
     return {
         .name = "FDruckerAuswahl",
-        .title = "Korvano - Druckerauswahl",
+        .title = titleOfDruckerAuswahl,
         .width = 300,
         .controls =
             {

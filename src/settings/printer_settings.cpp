@@ -104,10 +104,6 @@ std::string_view keyNameOf(session::Session& session, std::string_view deviceNam
     return name;
 }
 
-std::string listedPrinterKey(std::string_view deviceName) {
-    return std::string(MRegistry::productKey) + R"(\Drucker\)" + std::string(deviceName);
-}
-
 PrinterSettings loadPrinterSettings(session::Session& session, const std::string& deviceName,
                                     std::int32_t printerColorMode) {
     platform::SettingsStore& store = session.platform.settings;

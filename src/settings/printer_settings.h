@@ -47,10 +47,6 @@ struct PrinterSettings {
 // The printer's name as its keys have it. That two backslashes at its beginning were cut is mentioned in the log.
 std::string_view keyNameOf(session::Session& session, std::string_view deviceName);
 
-// The key of a printer as the printer selection writes it: its name as the system lists it. Of a network printer's name
-// the store skips the backslashes that a job cuts.
-std::string listedPrinterKey(std::string_view deviceName);
-
 // Records the printer as the last one used, carries its settings over from the old product key where only that has
 // them, and reads them. The colour mode's default is the printer's own.
 PrinterSettings loadPrinterSettings(session::Session& session, const std::string& deviceName,

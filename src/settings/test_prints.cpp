@@ -124,9 +124,10 @@ std::string TestPrints::graphicTest(const std::string& printer) const {
     addLine(text, "");
     addLine(text, "");
     addLine(text, "");
-    addLine(text, "Scalefaktor: " + inSystemCodePage(MRegistry::GetRegistryValue(
-                                        session_.platform.settings, listedPrinterKey(printer), scaleFactor.name,
-                                        runtime::singleText(scaleFactor.byDefault, session_.locale()))));
+    addLine(text,
+            "Scalefaktor: " + inSystemCodePage(MRegistry::GetRegistryValue(
+                                  session_.platform.settings, MRegistry::listedPrinterKey(printer), scaleFactor.name,
+                                  runtime::singleText(scaleFactor.byDefault, session_.locale()))));
     addLine(text, "Treiber: " + inSystemCodePage(printer));
     addLine(text, now());
     addLine(text, "");

@@ -19,7 +19,7 @@ using RunReport =
 // names and the date are in the system's, as everything that the program writes.
 class TestPrints {
 public:
-    TestPrints(session::Session& session, TrayDiscovery& trays) : session_(session), trays_(trays) {}
+    TestPrints(session::Session& session, TrayDiscovery& discovery) : session_(session), trays_(discovery) {}
 
     static constexpr std::string_view testPageQuestion =
         "Dieser Test druckt 1 Seite aus dem bei Schacht1 hinterlegten Druckerschacht.";

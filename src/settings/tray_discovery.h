@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "session/session.h"
+#include "settings/printer_settings.h"
 
 namespace settings {
 
@@ -19,7 +20,7 @@ struct BinList {
     int selected = 0;
 
     // A printer of which no bin is known.
-    static BinList withoutBins() { return {{std::string(noBinText)}, {std::int16_t{-1}}, 0}; }
+    static BinList withoutBins() { return {{std::string(noBinText)}, {noBin}, 0}; }
 
     // Selects the first item with that number, or else the first of all.
     void selectNumber(double number);

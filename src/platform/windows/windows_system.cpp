@@ -11,6 +11,7 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/newer_functions.h"
 #include "platform/windows/places.h"
+#include "platform/windows/screen_resolution.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/virtual_store.h"
 #include "platform/windows/wide_text.h"
@@ -36,13 +37,6 @@ std::string whereRedirected(const std::wstring& path) {
                          : "Windows hat sie umgeleitet nach „" + runtime::shown(shownPath(other)) +
                                "“; das Programm, das sie schreibt, in einem eigenen Ordner außerhalb der Systemordner "
                                "betreiben";
-}
-
-int screenResolution(int index) {
-    constexpr int usual = 96;
-    const ScreenContext screen(::GetDC(nullptr));
-    const int dpi = screen ? ::GetDeviceCaps(screen.get(), index) : 0;
-    return dpi > 0 ? dpi : usual;
 }
 
 }  // namespace

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "platform/windows/handle.h"
+#include "platform/windows/screen_resolution.h"
 #include "platform/windows/wide_text.h"
 
 namespace platform_windows::forms {
@@ -120,11 +120,9 @@ DialogFont dialogFont() {
         metrics.lfMessageFont.lfHeight == 0) {
         return {.face = L"MS Shell Dlg"};
     }
-    const ScreenContext screen(::GetDC(nullptr));
-    const int dpi = screen ? ::GetDeviceCaps(screen.get(), LOGPIXELSY) : usualDpi;
     const LOGFONTW& font = metrics.lfMessageFont;
     const int pixels = std::abs(font.lfHeight);
-    return {font.lfFaceName, ::MulDiv(pixels, pointsInAnInch, dpi), pixels, font.lfWeight};
+    return {font.lfFaceName, ::MulDiv(pixels, pointsInAnInch, screenResolution(LOGPIXELSY)), pixels, font.lfWeight};
 }
 
 int numberOf(const platform::FormDesign& design, std::size_t control) {

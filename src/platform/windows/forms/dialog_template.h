@@ -11,9 +11,6 @@
 
 namespace platform_windows::forms {
 
-// Pixels per inch of a screen that nobody has set to another scale.
-inline constexpr int usualDpi = 96;
-
 // The font of message boxes, in which the user wants to read dialogs.
 struct DialogFont {
     std::wstring face;

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/windows/forms/dialog_template.h"
-#include "platform/windows/handle.h"
+#include "platform/windows/screen_resolution.h"
 
 namespace platform_windows::forms {
 
@@ -28,15 +27,13 @@ void moveOnto(HWND form, const RECT& room, LONG left, LONG top, LONG width, LONG
 int frameHeight(HWND form, platform::FormHeight height, int fontPixels) {
     constexpr int twipsToThePixel = 15;
     constexpr int usualFontPixels = 12;
-    const ScreenContext screen(::GetDC(nullptr));
-    const int dpi = screen ? ::GetDeviceCaps(screen.get(), LOGPIXELSY) : usualDpi;
     const int pixels = height.twips / twipsToThePixel;
     RECT visible{0, 0, 0, height.visible};
     ::MapDialogRect(form, &visible);
     ::AdjustWindowRectEx(&visible, static_cast<DWORD>(::GetWindowLongW(form, GWL_STYLE)), FALSE,
                          static_cast<DWORD>(::GetWindowLongW(form, GWL_EXSTYLE)));
-    return std::max({::MulDiv(pixels, dpi, usualDpi), ::MulDiv(pixels, fontPixels, usualFontPixels),
-                     static_cast<int>(visible.bottom - visible.top)});
+    return std::max({::MulDiv(pixels, screenResolution(LOGPIXELSY), usualDpi),
+                     ::MulDiv(pixels, fontPixels, usualFontPixels), static_cast<int>(visible.bottom - visible.top)});
 }
 
 void setFrameHeight(HWND form, int height) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/windows/file_calls.h"
 #include "platform/windows/places.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/system_library.h"
@@ -19,10 +20,11 @@ namespace {
 // By its full name, as the current directory, where the host keeps its files, must not have a say in what is started.
 // It lies in the folder above the system's.
 std::wstring explorer() {
-    const std::wstring folder = systemFolder();
-    const std::size_t last = folder.find_last_of(L'\\', folder.size() - 2);
-    return (folder.empty() || last == std::wstring::npos ? std::wstring() : folder.substr(0, last + 1)) +
-           L"explorer.exe";
+    std::wstring folder = systemFolder();
+    if (!folder.empty()) {
+        folder.pop_back();
+    }
+    return folderOf(folder) + L"explorer.exe";
 }
 
 }  // namespace
