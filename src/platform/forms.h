@@ -3,54 +3,41 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/canvas.h"
+#include "platform/form_design.h"
+
 namespace platform {
 
-// In dialog units: across a quarter of the mean width, down an eighth of the height of the characters of the font in
-// which the system shows dialogs. So texts fit in every font and at every scale.
-struct Place {
-    int x = 0;
-    int y = 0;
-    int width = 0;
-    int height = 0;
+enum class PointerAction { moved, pressed, doubleClicked, released };
+enum class PointerButton { none, left, middle };
+enum class Cursor { arrow, text, hand, grabbing, wait };
+
+// The mouse over a canvas; while a button is held also outside of it.
+struct Pointer {
+    PointerAction action = PointerAction::moved;
+    PointerButton button = PointerButton::none;  // for moved: the one that is held
+    double x = 0;                                // pixels of the canvas
+    double y = 0;
+    bool shift = false;
 };
 
-enum class ControlKind {
-    label,         // names the control behind it where that has no caption of its own
-    textBox,       // one line
-    listBox,       // one item selected
-    dropDownList,  // one item selected, of those offered
-    button,
+struct Wheel {
+    double steps = 0;  // notches; away from the user is positive, and to the left
+    bool across = false;
+    bool control = false;
+    double x = 0;  // where the pointer is
+    double y = 0;
 };
 
-struct Control {
-    ControlKind kind = ControlKind::label;
-    std::string name;     // unique in its form
-    std::string caption;  // "&" marks the access key
-    std::string tooltip;  // may be empty
-    Place place;
-};
-
-// Everything of a form that does not change.
-struct FormDesign {
-    std::string name;
-    std::string title;
-    int width = 0;                  // of the room inside the frame, in dialog units
-    std::vector<Control> controls;  // in tab order
-    std::string defaultButton;      // Enter presses it
-    std::string cancelButton;       // Esc and the frame's closing press it
-};
-
-// How much of a form is to be seen.
-struct FormHeight {
-    // Twips (20 to the point, 15 to a pixel at 96 dpi) in the system's usual font: of the whole window where the
-    // program decides about its frame (Windows), of the room inside the frame elsewhere. It grows with scale and font.
-    int twips = 0;
-    // The least that is seen in any font, in dialog units. Controls that begin below it are hidden: they take no focus
-    // and no access key, and where there is more room none of them is seen in part.
-    int visible = 0;
+// A scroll bar of a canvas. It is to be seen where the whole is more than the page.
+struct ScrollBar {
+    int whole = 0;  // pixels
+    int page = 0;   // of it, seen at once
+    int position = 0;
 };
 
 // What the user did. None of these comes of a call of the form by the program, nor while one is under way.
@@ -58,8 +45,9 @@ class FormEvents {
 public:
     virtual ~FormEvents() = default;
 
-    // A button was pressed, another item of a list box chosen, or an item of a drop-down list, be it the one that was:
-    // so the first one, which stands for none as well, can be chosen.
+    // A button was pressed, or the key of a shortcut, or Enter in a box of a form without a default button; an option
+    // button was chosen, another item of a list box, or an item of a drop-down list or combo box, be it the one that
+    // was: so the first one, which stands for none as well, can be chosen.
     virtual void clicked(const std::string& control) = 0;
     virtual void doubleClicked(const std::string& control) = 0;
     // The text of a box is another one.
@@ -68,6 +56,16 @@ public:
     virtual void focused(const std::string& control) = 0;
     // Whether a box takes a character that is typed or pasted where the given text stands; 8 is the backspace.
     virtual bool accepts(const std::string& control, const std::string& text, char32_t character) = 0;
+    // A canvas has to be painted, the whole of it.
+    virtual void paint(const std::string& /*control*/, Canvas& /*canvas*/) {}
+    // A canvas has another size, or another screen.
+    virtual void resized(const std::string& /*control*/) {}
+    virtual void pointed(const std::string& /*control*/, const Pointer& /*pointer*/) {}
+    virtual void wheeled(const std::string& /*control*/, const Wheel& /*wheel*/) {}
+    // The user has moved a scroll bar of a canvas to these positions.
+    virtual void scrolled(const std::string& /*control*/, int /*across*/, int /*down*/) {}
+    // Nothing else is to be done, and Form::wantIdle() has asked for it.
+    virtual void idle() {}
     // The form is gone; the last event.
     virtual void closed() = 0;
 };
@@ -93,11 +91,28 @@ public:
 
     // Replaces the items of a list; none is selected then. An "&" in an item is just that.
     virtual void setItems(const std::string& control, const std::vector<std::string>& items) = 0;
-    virtual int selected(const std::string& control) const = 0;  // from 0; -1 where none is
+    // From 0; -1 where none is. An option button has one item, itself: choosing it takes the others of its group back.
+    virtual int selected(const std::string& control) const = 0;
     virtual void select(const std::string& control, int index) = 0;
 
     virtual void setEnabled(const std::string& control, bool enabled) = 0;
     virtual void setTabStop(const std::string& control, bool stop) = 0;
+
+    // The keyboard goes to this control.
+    virtual void focus(const std::string& /*control*/) {}
+
+    virtual CanvasSize canvasSize(const std::string& /*control*/) const { return {}; }
+    // Lets a canvas be painted anew soon.
+    virtual void invalidate(const std::string& /*control*/) {}
+    virtual void setScrollBars(const std::string& /*control*/, ScrollBar /*across*/, ScrollBar /*down*/) {}
+    virtual void setCursor(const std::string& /*control*/, Cursor /*cursor*/) {}
+
+    // Whether FormEvents::idle() is to be called again and again.
+    virtual void wantIdle(bool /*want*/) {}
+
+    // Of a form that can be made larger. A place that lies on no screen any more is moved to one.
+    virtual WindowPlace windowPlace() const { return {}; }
+    virtual void setWindowPlace(const WindowPlace& /*place*/) {}
 
     // Lets the form be painted while the program has much to do, without any event that the user causes.
     virtual void repaint() = 0;
@@ -108,8 +123,8 @@ public:
     virtual ~Forms() = default;
 
     // Throws runtime::Error (errPermissionDenied) where there is no desktop to show it on. The events must live as long
-    // as the form.
-    virtual std::unique_ptr<Form> create(const FormDesign& design, FormEvents& events) = 0;
+    // as the form. Where it has an owner, it lies in front of it, and the owner takes no input until it is closed.
+    virtual std::unique_ptr<Form> create(const FormDesign& design, FormEvents& events, Form* owner = nullptr) = 0;
 
     // Serves the forms until the last one is closed; returns at once where none is open. What an event throws closes
     // them all and comes out here.
@@ -117,6 +132,19 @@ public:
 
     // Closes every form that is open.
     virtual void closeAll() = 0;
+
+    // Text for other programs to be pasted.
+    virtual void copyText(const std::string& /*text*/) {}
+
+    // Asks the user for the name of a file to be written, and where there is one already, whether it may be replaced.
+    // Nothing where the user does not want it. The suggestion is a full path with this ending (".pdf"), which is added
+    // to a name without one.
+    virtual std::optional<std::string> askFileToWrite(Form& /*owner*/, const std::string& /*title*/,
+                                                      const std::string& /*suggestion*/,
+                                                      const std::string& /*kindOfFile*/,
+                                                      const std::string& /*ending*/) {
+        return std::nullopt;
+    }
 
     // Opens the system's own list of printers, without waiting for it. Where there is nothing of the kind, what to
     // install instead; otherwise empty.

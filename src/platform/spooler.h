@@ -124,6 +124,20 @@ public:
     // Opens a document on a printer. The title is the job's title in the queue and, without its folder and its ending,
     // the name of a file that a printer writes. Nothing reaches the printer before the first page has ended.
     virtual std::unique_ptr<PrintDocument> openDocument(const std::string& name, const std::string& title) = 0;
+
+    // A document that nobody can print, to measure and show pages where no printer answers: A4 in colour, all of it
+    // printable, 600 pixels per inch. Asks nobody. Null where there is none.
+    virtual std::unique_ptr<PrintDocument> openSheet() { return nullptr; }
+
+    // Whether the program writes PDF files itself. Otherwise a printer of the system may do it: its name, or empty.
+    virtual bool writesFiles() { return false; }
+    virtual std::string pdfPrinter() { return {}; }
+
+    // A document as the built-in printer writes it, into a file of this name: it appears, or replaces what was there,
+    // when end() has it whole. Only where the program writes PDF files itself.
+    virtual std::unique_ptr<PrintDocument> openFile(const std::string& /*path*/, const std::string& /*title*/) {
+        return nullptr;
+    }
 };
 
 }  // namespace platform

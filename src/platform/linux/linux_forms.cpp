@@ -5,9 +5,10 @@
 
 namespace platform_linux {
 
-std::unique_ptr<platform::Form> LinuxForms::create(const platform::FormDesign& design, platform::FormEvents& events) {
+std::unique_ptr<platform::Form> LinuxForms::create(const platform::FormDesign& design, platform::FormEvents& events,
+                                                   platform::Form* owner) {
     if (qt::Desktop* desktop = desktop_.get(Trial::displayOnly)) {
-        return desktop->createForm(design, events);
+        return desktop->createForm(design, events, owner);
     }
     throw runtime::Error(runtime::errPermissionDenied,
                          "Das Fenster „" + design.title +

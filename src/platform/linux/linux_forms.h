@@ -11,7 +11,8 @@ public:
     // The desktop must outlive it.
     explicit LinuxForms(LoadedDesktop& desktop) : desktop_(desktop) {}
 
-    std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events) override;
+    std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events,
+                                           platform::Form* owner) override;
     void run() override;
     void closeAll() override;
     std::string showPrinterFolder() override;

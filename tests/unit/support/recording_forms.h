@@ -57,7 +57,8 @@ public:
     int folders = 0;
     std::string remedy;
 
-    std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events) override {
+    std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events,
+                                           platform::Form* /*owner*/) override {
         if (!hasDesktop) {
             throw runtime::Error(runtime::errPermissionDenied, "kein Bildschirm");
         }

@@ -180,7 +180,7 @@ std::unique_ptr<ControlView> viewOf(const platform::Control& control, QWidget& p
             return std::make_unique<DropDownListView>(control, parent, user);
         case platform::ControlKind::button:
             return std::make_unique<ButtonView>(control, parent, user);
-        case platform::ControlKind::label:
+        default:
             break;
     }
     return std::make_unique<LabelView>(control, parent);

@@ -136,8 +136,8 @@ public:
 
     void processEvents() override { QCoreApplication::processEvents(); }
 
-    std::unique_ptr<platform::Form> createForm(const platform::FormDesign& design,
-                                               platform::FormEvents& events) override {
+    std::unique_ptr<platform::Form> createForm(const platform::FormDesign& design, platform::FormEvents& events,
+                                               platform::Form* /*owner*/) override {
         return std::make_unique<platform_linux::qt::QtForm>(design, events, forms_);
     }
     void runForms() override { forms_.run(); }

@@ -20,8 +20,8 @@ public:
     virtual void processEvents() = 0;
 
     // As in the port Forms. The desktop must outlive its forms.
-    virtual std::unique_ptr<platform::Form> createForm(const platform::FormDesign& design,
-                                                       platform::FormEvents& events) = 0;
+    virtual std::unique_ptr<platform::Form> createForm(const platform::FormDesign& design, platform::FormEvents& events,
+                                                       platform::Form* owner) = 0;
     virtual void runForms() = 0;
     virtual void closeForms() = 0;
 };

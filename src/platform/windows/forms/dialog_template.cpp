@@ -39,7 +39,7 @@ ControlWindow windowOf(ControlKind kind, bool isDefault) {
             return {combo, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0, 120};
         case ControlKind::button:
             return {button, WS_TABSTOP | static_cast<DWORD>(isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON), 0, 0};
-        case ControlKind::label:
+        default:
             break;
     }
     return {text, SS_LEFT, 0, 0};

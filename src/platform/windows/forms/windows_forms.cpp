@@ -29,7 +29,8 @@ std::wstring explorer() {
 
 }  // namespace
 
-std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign& design, platform::FormEvents& events) {
+std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign& design, platform::FormEvents& events,
+                                                     platform::Form* /*owner*/) {
     if (!hasVisibleDesktop()) {
         throw runtime::Error(runtime::errPermissionDenied, "das Fenster „" + design.title +
                                                                "“ braucht einen Bildschirm; das Programm als "

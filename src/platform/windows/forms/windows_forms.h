@@ -13,7 +13,8 @@ namespace platform_windows::forms {
 
 class WindowsForms final : public platform::Forms, public FormKeeper {
 public:
-    std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events) override;
+    std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events,
+                                           platform::Form* owner) override;
     void run() override;
     void closeAll() override;
     std::string showPrinterFolder() override;
