@@ -9,7 +9,7 @@ namespace platform_windows::print {
 namespace {
 
 TEST(DosCharacters, ControlCodesAndHighCodesHaveTheirGlyphs) {
-    const DosCharacters characters = dosCharacters();
+    const gdi::DosCharacters characters = gdi::dosCharacters();
     const auto is = [&](unsigned code, wchar_t character) { return characters[code] == character; };
     EXPECT_TRUE(is(0, L' ') && is(1, L'☺') && is(12, L'♀') && is(20, L'¶') && is(27, L'←') && is(127, L'⌂'));
     EXPECT_TRUE(is(' ', L' ') && is('A', L'A') && is('~', L'~'));

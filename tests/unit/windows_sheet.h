@@ -97,7 +97,7 @@ public:
     }
 
 private:
-    DeviceContext context_{::CreateCompatibleDC(nullptr)};
+    gdi::DeviceContext context_{::CreateCompatibleDC(nullptr)};
     std::uint32_t* pixels_ = nullptr;
     GdiSurface surface_{context_.get()};
 };

@@ -75,7 +75,7 @@ void GdiDocument::apply(const PageMode& mode) {
         return;
     } else {
         // Drivers of faxes and the like do not change a device, but make one in any mode.
-        DeviceContext fresh = driver_.open(mode);
+        gdi::DeviceContext fresh = driver_.open(mode);
         surface_.useDevice(fresh.get());
         device_ = std::move(fresh);
         applied_ = mode;

@@ -7,8 +7,8 @@
 #include "platform/drawing/document_state.h"
 #include "platform/drawing/page_recording.h"
 #include "platform/print_document.h"
+#include "platform/windows/gdi/gdi_handles.h"
 #include "platform/windows/print/gdi_surface.h"
-#include "platform/windows/print/print_handles.h"
 #include "platform/windows/print/printer_driver.h"
 
 namespace platform_windows::print {
@@ -67,7 +67,7 @@ private:
     std::wstring title_;
     PageMode mode_;     // of the coming page
     PageMode applied_;  // the device's
-    DeviceContext device_;
+    gdi::DeviceContext device_;
     GdiSurface surface_;
     Recorder recorder_;
     platform::drawing::DocumentState state_;

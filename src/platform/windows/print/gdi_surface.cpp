@@ -17,7 +17,7 @@ COLORREF colorRef(platform::Color color) { return RGB(color.red, color.green, co
 }  // namespace
 
 GdiSurface::GdiSurface(HDC device, PrintCalls calls)
-    : device_(device), calls_(std::move(calls)), characters_(dosCharacters()) {}
+    : device_(device), calls_(std::move(calls)), characters_(gdi::dosCharacters()) {}
 
 void GdiSurface::takePage(bool color) {
     const auto ask = [this](int index) { return calls_.capability(device_, index); };
@@ -35,7 +35,7 @@ void GdiSurface::takePage(bool color) {
 
 platform::drawing::PixelSurface::DeviceFont GdiSurface::findFont(const platform::FontRequest& font) {
     const auto known = std::find_if(typefaces_.begin(), typefaces_.end(),
-                                    [&](const Typeface& typeface) { return typeface.isFor(font); });
+                                    [&](const gdi::Typeface& typeface) { return typeface.isFor(font); });
     typeface_ = known != typefaces_.end() ? &*known : &typefaces_.emplace_back(device_, font, characters_);
     return {typeface_->face(), &typeface_->units()};
 }
@@ -79,7 +79,7 @@ void GdiSurface::attempt(Step step) {
     failure_ = done() ? DWORD{ERROR_SUCCESS} : lastError();
 }
 
-FontKey GdiSurface::fontKey() const { return {typeface_, std::max(1, font().emHeight), turn(), textScale()}; }
+gdi::FontKey GdiSurface::fontKey() const { return {typeface_, std::max(1, font().emHeight), turn(), textScale()}; }
 
 // In pieces no longer than the system draws. How long an advance up or down the page is where pixels are not square,
 // devices do not agree upon: there letters are drawn one by one.
@@ -96,7 +96,7 @@ void GdiSurface::showRun(const Run& run) {
             run_.push_back(characters_[code]);
             advances_.push_back(toInt(fontPixels().advance[code]));
         }
-        attempt([&](PageDrawing& drawing) {
+        attempt([&](gdi::PageDrawing& drawing) {
             return drawing.text(fontKey(), colorRef(run.color), {toInt(start.x), toInt(start.y)}, run_, advances_);
         });
         start = turn().toPage(start, platform::drawing::Point{fontPixels().widthOf(piece), 0});
@@ -107,28 +107,28 @@ void GdiSurface::showRun(const Run& run) {
 void GdiSurface::showRectangle(const platform::drawing::Area& area, platform::Color color) {
     const RECT rectangle{toInt(area.across.start), toInt(area.down.start), toInt(area.across.end),
                          toInt(area.down.end)};
-    attempt([&](PageDrawing& drawing) { return drawing.rectangle(rectangle, colorRef(color)); });
+    attempt([&](gdi::PageDrawing& drawing) { return drawing.rectangle(rectangle, colorRef(color)); });
 }
 
 void GdiSurface::showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) {
-    const std::shared_ptr<const DeviceBitmap>& bitmap = prepare(picture);
-    const Stretch across{toInt(frame.corner.x), frame.width, 0, picture->width};
-    const Stretch down{toInt(frame.corner.y), frame.height, 0, picture->height};
+    const std::shared_ptr<const gdi::DeviceBitmap>& bitmap = prepare(picture);
+    const gdi::Stretch across{toInt(frame.corner.x), frame.width, 0, picture->width};
+    const gdi::Stretch down{toInt(frame.corner.y), frame.height, 0, picture->height};
     const platform::DeviceCapabilities device = capabilities();
     const platform::drawing::Area whole =
         areaBetween(frame.corner, {frame.corner.x + frame.width, frame.corner.y + frame.height});
     const platform::drawing::Area page = platform::drawing::areaBetween({}, {device.horzRes, device.vertRes});
     const bool printable = !intersection(whole, page).empty();
-    attempt([&](PageDrawing& drawing) {
-        return drawing.picture(*bitmap, visibleStretch(across, sheet().across), visibleStretch(down, sheet().down),
-                               printable, calls_.stretchPicture);
+    attempt([&](gdi::PageDrawing& drawing) {
+        return drawing.picture(*bitmap, gdi::visibleStretch(across, sheet().across),
+                               gdi::visibleStretch(down, sheet().down), printable, calls_.stretchPicture);
     });
 }
 
-const std::shared_ptr<const DeviceBitmap>& GdiSurface::prepare(
+const std::shared_ptr<const gdi::DeviceBitmap>& GdiSurface::prepare(
     const std::shared_ptr<const platform::Picture>& picture) {
     return bitmaps_.get(picture, hasColor(), [&](bool grey) {
-        return std::make_shared<DeviceBitmap>(grey ? platform::drawing::greyOf(*picture) : *picture);
+        return std::make_shared<gdi::DeviceBitmap>(grey ? platform::drawing::greyOf(*picture) : *picture);
     });
 }
 

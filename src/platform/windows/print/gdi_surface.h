@@ -8,13 +8,13 @@
 
 #include "platform/drawing/device_pictures.h"
 #include "platform/drawing/pixel_surface.h"
-#include "platform/windows/print/device_bitmap.h"
-#include "platform/windows/print/dos_characters.h"
-#include "platform/windows/print/font_handles.h"
-#include "platform/windows/print/page_drawing.h"
+#include "platform/windows/gdi/device_bitmap.h"
+#include "platform/windows/gdi/dos_characters.h"
+#include "platform/windows/gdi/font_handles.h"
+#include "platform/windows/gdi/page_drawing.h"
+#include "platform/windows/gdi/typeface.h"
 #include "platform/windows/print/print_calls.h"
 #include "platform/windows/print/system_headers.h"
-#include "platform/windows/print/typeface.h"
 
 namespace platform_windows::print {
 
@@ -44,7 +44,7 @@ public:
     DWORD endPage();
 
     // What the device draws for a picture, made once. May fail for lack of memory.
-    const std::shared_ptr<const DeviceBitmap>& prepare(const std::shared_ptr<const platform::Picture>& picture);
+    const std::shared_ptr<const gdi::DeviceBitmap>& prepare(const std::shared_ptr<const platform::Picture>& picture);
 
 private:
     DeviceFont findFont(const platform::FontRequest& font) override;
@@ -54,16 +54,16 @@ private:
 
     template <typename Step>
     void attempt(Step step);
-    FontKey fontKey() const;
+    gdi::FontKey fontKey() const;
 
     HDC device_;
     PrintCalls calls_;
-    DosCharacters characters_;
-    std::list<Typeface> typefaces_;
-    const Typeface* typeface_ = nullptr;
-    FontHandles handles_;
-    platform::drawing::DevicePictures<std::shared_ptr<const DeviceBitmap>> bitmaps_;
-    std::optional<PageDrawing> drawing_;
+    gdi::DosCharacters characters_;
+    std::list<gdi::Typeface> typefaces_;
+    const gdi::Typeface* typeface_ = nullptr;
+    gdi::FontHandles handles_;
+    platform::drawing::DevicePictures<std::shared_ptr<const gdi::DeviceBitmap>> bitmaps_;
+    std::optional<gdi::PageDrawing> drawing_;
     DWORD failure_ = ERROR_SUCCESS;
     std::vector<wchar_t> run_;  // reused
     std::vector<int> advances_;

@@ -5,7 +5,7 @@
 #include <functional>
 #include <string>
 
-#include "platform/windows/print/device_bitmap.h"
+#include "platform/windows/gdi/device_bitmap.h"
 #include "platform/windows/print/print_handles.h"
 #include "platform/windows/print/printer_access.h"
 #include "platform/windows/visible_desktop.h"
@@ -26,7 +26,7 @@ struct PrintCalls {
     std::function<HDC(HDC, const DEVMODEW*)> resetContext = ::ResetDCW;
     std::function<int(HDC, const DOCINFOW*)> startDocument = ::StartDocW;
     std::function<int(HDC)> startPage = ::StartPage;
-    StretchPicture stretchPicture = ::StretchDIBits;
+    gdi::StretchPicture stretchPicture = ::StretchDIBits;
     std::function<int(HDC)> endPage = ::EndPage;
     std::function<int(HDC)> endDocument = ::EndDoc;
     std::function<int(HDC)> abortDocument = ::AbortDoc;

@@ -1,4 +1,4 @@
-// Owners of what the spooler and GDI hand out.
+// Owners of what the spooler hands out.
 #pragma once
 
 #include "platform/windows/handle.h"
@@ -12,39 +12,5 @@ struct PrinterKind {
     static void close(Handle handle) noexcept { ::ClosePrinter(handle); }
 };
 using PrinterHandle = Owner<PrinterKind>;
-
-struct DeviceContextKind {
-    using Handle = HDC;
-    static Handle none() noexcept { return nullptr; }
-    static void close(Handle handle) noexcept { ::DeleteDC(handle); }
-};
-using DeviceContext = Owner<DeviceContextKind>;
-
-struct FontKind {
-    using Handle = HFONT;
-    static Handle none() noexcept { return nullptr; }
-    static void close(Handle handle) noexcept { ::DeleteObject(handle); }
-};
-using Font = Owner<FontKind>;
-
-struct BrushKind {
-    using Handle = HBRUSH;
-    static Handle none() noexcept { return nullptr; }
-    static void close(Handle handle) noexcept { ::DeleteObject(handle); }
-};
-using Brush = Owner<BrushKind>;
-
-// An object selected into a device context for as long as this lives; the one before comes back.
-class Selection {
-public:
-    Selection(HDC context, HGDIOBJ object) noexcept : context_(context), before_(::SelectObject(context, object)) {}
-    Selection(const Selection&) = delete;
-    Selection& operator=(const Selection&) = delete;
-    ~Selection() { ::SelectObject(context_, before_); }
-
-private:
-    HDC context_;
-    HGDIOBJ before_;
-};
 
 }  // namespace platform_windows::print

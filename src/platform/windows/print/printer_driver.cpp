@@ -89,9 +89,9 @@ PageMode PrinterDriver::changed(const PageMode& mode, PageOption option, int val
     return agreed;
 }
 
-DeviceContext PrinterDriver::open(const PageMode& mode) const {
+gdi::DeviceContext PrinterDriver::open(const PageMode& mode) const {
     ::SetLastError(ERROR_SUCCESS);
-    DeviceContext context(calls_.createContext(L"WINSPOOL", wideName_.c_str(), nullptr, mode.record()));
+    gdi::DeviceContext context(calls_.createContext(L"WINSPOOL", wideName_.c_str(), nullptr, mode.record()));
     if (!context) {
         throw failure(lastError(), printer_);
     }

@@ -7,6 +7,7 @@
 
 #include "platform/print_document.h"
 #include "platform/spooler.h"
+#include "platform/windows/gdi/gdi_handles.h"
 #include "platform/windows/print/page_mode.h"
 #include "platform/windows/print/print_calls.h"
 #include "platform/windows/print/print_handles.h"
@@ -29,7 +30,7 @@ public:
     PageMode changed(const PageMode& mode, platform::PageOption option, int value);
 
     // A device context for a document.
-    DeviceContext open(const PageMode& mode) const;
+    gdi::DeviceContext open(const PageMode& mode) const;
 
 private:
     PageMode ask(const PageMode* wish) const;

@@ -1,11 +1,11 @@
-#include "platform/windows/print/device_bitmap.h"
+#include "platform/windows/gdi/device_bitmap.h"
 
 #include <algorithm>
 #include <cstdlib>
 
 #include "platform/drawing/grey.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 namespace {
 
@@ -99,4 +99,4 @@ bool DeviceBitmap::draw(HDC device, const Stretch& across, const Stretch& down, 
     return !printable || (rows == 0 ? !isSystemFailure(::GetLastError()) : rows != static_cast<int>(GDI_ERROR));
 }
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

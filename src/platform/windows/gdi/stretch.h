@@ -3,7 +3,7 @@
 
 #include "platform/drawing/page_area.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 // Some of a picture's pixels in a row, and what they fill: from a place up to, not including, the one that is the
 // length away. A negative length mirrors them.
@@ -18,4 +18,4 @@ struct Stretch {
 // where length times pixels is beyond the range of int. Other pictures stay whole. Some of it must be visible.
 Stretch visibleStretch(const Stretch& whole, platform::drawing::Span sheet);
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

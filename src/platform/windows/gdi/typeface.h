@@ -6,11 +6,11 @@
 #include "platform/drawing/font_pixels.h"
 #include "platform/drawing/page_area.h"
 #include "platform/surface.h"
-#include "platform/windows/print/dos_characters.h"
-#include "platform/windows/print/print_handles.h"
-#include "platform/windows/print/system_headers.h"
+#include "platform/windows/gdi/dos_characters.h"
+#include "platform/windows/gdi/gdi_handles.h"
+#include "platform/windows/gdi/system_headers.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 class Typeface {
 public:
@@ -51,4 +51,4 @@ private:
     bool coversCodePage_ = false;
 };
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

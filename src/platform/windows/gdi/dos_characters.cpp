@@ -1,4 +1,4 @@
-#include "platform/windows/print/dos_characters.h"
+#include "platform/windows/gdi/dos_characters.h"
 
 #include <windows.h>
 
@@ -9,7 +9,7 @@
 #include "platform/windows/code_page.h"
 #include "platform/windows/wide_text.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 DosCharacters dosCharacters() {
     constexpr wchar_t replacement = 0xFFFD;
@@ -24,4 +24,4 @@ DosCharacters dosCharacters() {
     return characters;
 }
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

@@ -7,10 +7,10 @@
 #include <vector>
 
 #include "platform/picture.h"
-#include "platform/windows/print/stretch.h"
-#include "platform/windows/print/system_headers.h"
+#include "platform/windows/gdi/stretch.h"
+#include "platform/windows/gdi/system_headers.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 // StretchDIBits(), or what stands for it.
 using StretchPicture =
@@ -41,4 +41,4 @@ private:
     std::vector<std::uint8_t> pixels_;
 };
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

@@ -3,9 +3,9 @@
 
 #include "platform/drawing/font_pixels.h"
 #include "platform/drawing/page_area.h"
-#include "platform/windows/print/print_handles.h"
+#include "platform/windows/gdi/gdi_handles.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 // A letter as it lies on the page, in pixels. Both 0 where the device does not tell.
 struct LetterBox {
@@ -23,4 +23,4 @@ LetterBox letterBox(HDC device);
 // wider or narrower letters that look right on paper, bitmaps the ones that would on square pixels.
 double ownStretch(HDC device, int advance);
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

@@ -1,4 +1,4 @@
-#include "platform/windows/print/typeface.h"
+#include "platform/windows/gdi/typeface.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,13 +7,13 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/windows/gdi/font_shape.h"
+#include "platform/windows/gdi/font_tables.h"
 #include "platform/windows/newer_functions.h"
-#include "platform/windows/print/font_shape.h"
-#include "platform/windows/print/font_tables.h"
-#include "platform/windows/print/spooler_error.h"
 #include "platform/windows/wide_text.h"
+#include "runtime/error.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 namespace {
 
@@ -181,4 +181,4 @@ Font Typeface::create(double height, double width, platform::drawing::Turn turn)
     return Font(::CreateFontIndirectW(&description));
 }
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

@@ -1,6 +1,6 @@
-#include "platform/windows/print/page_drawing.h"
+#include "platform/windows/gdi/page_drawing.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 PageDrawing::PageDrawing(HDC device, FontHandles& fonts)
     : device_(device), handles_(fonts), stockFont_(device, ::GetStockObject(DEVICE_DEFAULT_FONT)) {
@@ -33,4 +33,4 @@ bool PageDrawing::rectangle(const RECT& area, COLORREF color) {
     return brush_ && ::FillRect(device_, &area, brush_.get()) != 0;
 }
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

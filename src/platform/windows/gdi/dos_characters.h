@@ -3,7 +3,7 @@
 
 #include <array>
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 using DosCharacters = std::array<wchar_t, 256>;
 
@@ -11,4 +11,4 @@ using DosCharacters = std::array<wchar_t, 256>;
 // is no character by itself is U+FFFD.
 DosCharacters dosCharacters();
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

@@ -1,10 +1,10 @@
-#include "platform/windows/print/stretch.h"
+#include "platform/windows/gdi/stretch.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 Stretch visibleStretch(const Stretch& whole, platform::drawing::Span sheet) {
     constexpr std::int64_t longest = 0x7FFF;
@@ -25,4 +25,4 @@ Stretch visibleStretch(const Stretch& whole, platform::drawing::Span sheet) {
     return visible;
 }
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

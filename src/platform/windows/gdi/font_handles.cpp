@@ -1,9 +1,9 @@
-#include "platform/windows/print/font_handles.h"
+#include "platform/windows/gdi/font_handles.h"
 
 #include <algorithm>
 #include <utility>
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 HFONT FontHandles::get(HDC device, const FontKey& key) {
     const auto found =
@@ -22,4 +22,4 @@ HFONT FontHandles::get(HDC device, const FontKey& key) {
     return entries_.emplace_front(Entry{key, std::move(font)}).font.get();
 }
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

@@ -4,10 +4,10 @@
 #include <cstddef>
 #include <list>
 
-#include "platform/windows/print/print_handles.h"
-#include "platform/windows/print/typeface.h"
+#include "platform/windows/gdi/gdi_handles.h"
+#include "platform/windows/gdi/typeface.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 struct FontKey {
     const Typeface* typeface = nullptr;
@@ -38,4 +38,4 @@ private:
     std::list<Entry> entries_;  // the one used last in front
 };
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

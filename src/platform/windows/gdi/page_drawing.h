@@ -4,11 +4,11 @@
 #include <optional>
 #include <vector>
 
-#include "platform/windows/print/device_bitmap.h"
-#include "platform/windows/print/font_handles.h"
-#include "platform/windows/print/system_headers.h"
+#include "platform/windows/gdi/device_bitmap.h"
+#include "platform/windows/gdi/font_handles.h"
+#include "platform/windows/gdi/system_headers.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 // The device's font comes back with the end of the page. Every call says whether the system did it, and otherwise
 // leaves the reason as the system's last error.
@@ -36,4 +36,4 @@ private:
     COLORREF brushColor_ = CLR_INVALID;
 };
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

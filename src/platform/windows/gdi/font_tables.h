@@ -7,9 +7,9 @@
 #include <optional>
 #include <string_view>
 
-#include "platform/windows/print/system_headers.h"
+#include "platform/windows/gdi/system_headers.h"
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 using Glyphs = std::array<WORD, 256>;
 
@@ -32,4 +32,4 @@ private:
     HDC device_;
 };
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

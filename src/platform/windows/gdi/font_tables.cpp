@@ -1,9 +1,9 @@
-#include "platform/windows/print/font_tables.h"
+#include "platform/windows/gdi/font_tables.h"
 
 #include <algorithm>
 #include <vector>
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 namespace {
 
@@ -48,4 +48,4 @@ std::optional<std::array<int, 256>> FontTables::advances(const Glyphs& glyphs) c
     return advances;
 }
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi

@@ -1,10 +1,10 @@
-#include "platform/windows/print/font_shape.h"
+#include "platform/windows/gdi/font_shape.h"
 
 #include <array>
 #include <cmath>
 #include <cstdlib>
 
-namespace platform_windows::print {
+namespace platform_windows::gdi {
 
 LetterBox letterBox(HDC device) {
     const FIXED one{0, 1};
@@ -30,4 +30,4 @@ double ownStretch(HDC device, int advance) {
     return told && width > 0 && advance > 0 ? static_cast<double>(width) / advance : 1;
 }
 
-}  // namespace platform_windows::print
+}  // namespace platform_windows::gdi
