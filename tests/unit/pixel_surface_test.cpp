@@ -1,11 +1,13 @@
 // What the surfaces of all systems have in common, on a small sheet that notes what is to be shown on it.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <climits>
 #include <sstream>
 
 #include "platform/drawing/device_pictures.h"
 #include "platform/drawing/pixel_surface.h"
+#include "platform/drawing/symbol_pixels.h"
 #include "runtime/error.h"
 
 namespace {
@@ -151,6 +153,20 @@ TEST(PixelSurface, APageWithoutColourIsGrey) {
         EXPECT_EQ(made.get(colored, color, make), color ? "c" : "ccg");
         EXPECT_EQ(made.get(grey, color, make), "cc");
     }
+}
+
+TEST(SymbolPixels, UprightLinesAreSharpAndSlantingOnesSmoothInEverySize) {
+    const Symbol cross{1.5, {{8, 2, 8, 14}, {2, 2, 14, 14}}};
+    for (int size = 16; size <= 64; ++size) {
+        const std::vector<std::uint8_t> pixels = symbolPixels(cross, size);
+        ASSERT_EQ(pixels.size(), static_cast<std::size_t>(size * size));
+        const auto row = pixels.begin() + size / 4 * size;
+        const std::vector<int> upright(row + size * 7 / 16, row + size * 3 / 4);
+        EXPECT_TRUE(std::all_of(upright.begin(), upright.end(), [](int o) { return o == 0 || o == 255; })) << size;
+        EXPECT_EQ(std::count(upright.begin(), upright.end(), 255), (3 * size + 15) / 32) << size;
+        EXPECT_TRUE(std::any_of(pixels.begin(), pixels.end(), [](int o) { return o > 0 && o < 255; })) << size;
+    }
+    EXPECT_TRUE(symbolPixels(cross, 0).empty());
 }
 
 }  // namespace
