@@ -1,4 +1,5 @@
 // Whole documents, read back with the tools of poppler-utils and with qpdf.
+#include <fontconfig/fontconfig.h>
 #include <gtest/gtest.h>
 
 #include "runtime/error.h"
@@ -74,12 +75,14 @@ TEST(PdfDocument, SaysWhatItTookForAMissingFont) {
     const TemporaryFile none;
     std::ofstream(none.path()) << "<?xml version=\"1.0\"?><fontconfig></fontconfig>";
     setenv("FONTCONFIG_FILE", none.path().c_str(), 1);
+    FcInitReinitialize();
     Document without(pdf_support::settings(), file.descriptor());
     std::string message;
     EXPECT_EQ(linux_support::errorOf([&] { without.surface().setFont(fontOf("Courier New")); }, &message),
               runtime::errPrinter);
     EXPECT_NE(message.find("fonts-liberation"), std::string::npos);
     unsetenv("FONTCONFIG_FILE");
+    FcInitReinitialize();
 }
 
 }  // namespace

@@ -5,14 +5,14 @@
 #include <array>
 
 #include "platform/linux/code_page.h"
-#include "platform/linux/pdf/font_finder.h"
+#include "platform/linux/fonts/font_finder.h"
+#include "platform/linux/fonts/table_tag.h"
 #include "platform/linux/pdf/font_subset.h"
-#include "platform/linux/pdf/table_tag.h"
 #include "unit/linux_support.h"
 
 namespace {
 
-using namespace platform_linux::pdf;
+using namespace platform_linux::fonts;
 
 std::array<int, 5> shape(hb_font_t* font, unsigned glyph) {
     hb_glyph_extents_t box{};
@@ -30,7 +30,7 @@ TEST(PdfFont, LeadsEveryByteToItsShape) {
     for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
         glyphs[byte] = byte == 'X' ? 0 : file->glyph(codePage[byte]);
     }
-    const std::string program = fontSubset(*file, glyphs);
+    const std::string program = platform_linux::pdf::fontSubset(*file, glyphs);
     EXPECT_LT(program.size(), 40000U);
 
     const Scoped<hb_blob_t, hb_blob_destroy> blob(hb_blob_create(program.data(), static_cast<unsigned>(program.size()),

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/linux/pdf/scoped.h"
+#include "platform/linux/fonts/scoped.h"
 
 namespace platform_linux::pdf {
 
@@ -19,7 +19,7 @@ public:
     std::string_view compress(std::string_view bytes);
 
 private:
-    Scoped<libdeflate_compressor, libdeflate_free_compressor> compressor_;
+    fonts::Scoped<libdeflate_compressor, libdeflate_free_compressor> compressor_;
     std::string compressed_;
 };
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <utility>
 
 #include "platform/linux/pdf/number_text.h"
 #include "platform/linux/pdf/text_string.h"
@@ -12,37 +11,17 @@ namespace platform_linux::pdf {
 
 namespace {
 
-constexpr int firstPrintable = 32;
-constexpr int missingAllowed = 8;
-
 void appendEntry(std::string& text, std::string_view name, std::int64_t value) {
     text.append(name) += ' ';
     appendInteger(text, value);
 }
 
-platform::drawing::FontUnits unitsOf(const FontMeasures& measures) {
-    platform::drawing::FontUnits units;
-    units.perEm = measures.unitsPerEm;
-    units.ascent = measures.cellAscent;
-    units.descent = measures.cellDescent;
-    units.underlineTop = measures.underlineTop;
-    units.underlineThickness = measures.underlineThickness;
-    return units;
-}
-
 }  // namespace
 
-EmbeddedFont::EmbeddedFont(FontFile file, const CodePage& codePage, int resource)
-    : file_(std::move(file)), codePage_(codePage), units_(unitsOf(file_.measures())), resource_(resource) {
-    int missing = 0;
-    for (std::size_t byte = 0; byte < glyphs_.size(); ++byte) {
-        glyphs_[byte] = file_.glyph(codePage_[byte]);
-        units_.advance[byte] = std::max(0, file_.advance(glyphs_[byte]));
-        widths_[byte] = perMille(units_.advance[byte]);
-        const bool expected = byte >= firstPrintable && codePage_[byte] != 0;
-        missing += expected && glyphs_[byte] == 0 ? 1 : 0;
-    }
-    coversCodePage_ = missing <= missingAllowed;
+EmbeddedFont::EmbeddedFont(const fonts::CodePageFont& font, const CodePage& codePage, int resource)
+    : font_(font), codePage_(codePage), resource_(resource) {
+    std::transform(font.units().advance.begin(), font.units().advance.end(), widths_.begin(),
+                   [this](int advance) { return perMille(advance); });
 }
 
 FontSize EmbeddedFont::atSize(int em, platform::drawing::TextScale scale,
@@ -103,15 +82,15 @@ std::string EmbeddedFont::baseName() const {
     for (int letter = 0; letter < 6; ++letter, hash /= 26) {
         name += static_cast<char>('A' + hash % 26);
     }
-    return name + '+' + file_.postScriptName();
+    return name + '+' + font_.file().postScriptName();
 }
 
 int EmbeddedFont::writeProgram(ObjectWriter& writer) const {
-    ByteGlyphs glyphs{};
+    fonts::ByteGlyphs glyphs{};
     for (std::size_t byte = 0; byte < glyphs.size(); ++byte) {
-        glyphs[byte] = used_[byte] ? glyphs_[byte] : 0;
+        glyphs[byte] = used_[byte] ? font_.glyphs()[byte] : 0;
     }
-    const std::string program = fontSubset(file_, glyphs);
+    const std::string program = fontSubset(font_.file(), glyphs);
     std::string entries;
     appendEntry(entries, "/Length1", static_cast<std::int64_t>(program.size()));
     const int number = writer.allocate();
@@ -120,7 +99,7 @@ int EmbeddedFont::writeProgram(ObjectWriter& writer) const {
 }
 
 int EmbeddedFont::writeDescriptor(ObjectWriter& writer) const {
-    const FontMeasures& measures = file_.measures();
+    const fonts::FontMeasures& measures = font_.file().measures();
     constexpr int fixedPitch = 1;
     constexpr int symbolic = 4;
     constexpr int italic = 64;
@@ -182,7 +161,7 @@ int EmbeddedFont::writeUnicodeMap(ObjectWriter& writer) const {
 }
 
 int EmbeddedFont::perMille(double units) const {
-    return static_cast<int>(std::lround(1000 * units / file_.measures().unitsPerEm));
+    return static_cast<int>(std::lround(1000 * units / font_.file().measures().unitsPerEm));
 }
 
 }  // namespace platform_linux::pdf

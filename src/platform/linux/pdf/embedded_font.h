@@ -6,24 +6,19 @@
 #include <string_view>
 
 #include "platform/drawing/font_pixels.h"
-#include "platform/linux/pdf/font_file.h"
+#include "platform/linux/fonts/code_page_font.h"
 #include "platform/linux/pdf/font_size.h"
 #include "platform/linux/pdf/font_subset.h"
 #include "platform/linux/pdf/object_writer.h"
 
 namespace platform_linux::pdf {
 
-using CodePage = std::array<char32_t, 256>;
-
 class EmbeddedFont {
 public:
-    // The resource is the font's number among those of the document.
-    EmbeddedFont(FontFile file, const CodePage& codePage, int resource);
+    // Font and code page are borrowed; the resource is its number among those of the document.
+    EmbeddedFont(const fonts::CodePageFont& font, const CodePage& codePage, int resource);
 
-    // Whether it has the characters of the code page; a few may be missing, control codes are not looked at.
-    bool coversCodePage() const noexcept { return coversCodePage_; }
-
-    const platform::drawing::FontUnits& units() const noexcept { return units_; }
+    const fonts::CodePageFont& face() const noexcept { return font_; }
 
     // The font with an em square of that many pixels, at least 1, and what that comes to in pixels.
     FontSize atSize(int em, platform::drawing::TextScale scale, const platform::drawing::FontPixels& pixels) const;
@@ -42,15 +37,12 @@ private:
     int writeUnicodeMap(ObjectWriter& writer) const;
     int perMille(double units) const;
 
-    FontFile file_;
-    CodePage codePage_;
-    platform::drawing::FontUnits units_;
+    const fonts::CodePageFont& font_;
+    const CodePage& codePage_;
     int resource_;
-    ByteGlyphs glyphs_{};
     std::array<int, 256> widths_{};  // thousandths of the em
     std::array<bool, 256> used_{};
     bool anyUsed_ = false;
-    bool coversCodePage_ = false;
 };
 
 }  // namespace platform_linux::pdf

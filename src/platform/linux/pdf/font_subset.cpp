@@ -7,13 +7,18 @@
 #include <chrono>
 #include <utility>
 
+#include "platform/linux/fonts/table_tag.h"
 #include "platform/linux/forked_call.h"
-#include "platform/linux/pdf/table_tag.h"
 #include "runtime/error.h"
 
 namespace platform_linux::pdf {
 
 namespace {
+
+using fonts::ByteGlyphs;
+using fonts::FontFile;
+using fonts::Scoped;
+using fonts::tableTag;
 
 using Blob = Scoped<hb_blob_t, hb_blob_destroy>;
 using Face = Scoped<hb_face_t, hb_face_destroy>;

@@ -27,9 +27,10 @@ void PageSurface::begin() {
 }
 
 platform::drawing::PixelSurface::DeviceFont PageSurface::findFont(const platform::FontRequest& font) {
-    const FontCollection::Choice& choice = fonts_.choose(font.name, font.bold, font.italic);
-    font_ = choice.font;
-    return {{choice.name, font_->coversCodePage() ? font.charset : platform::charsetAnsi}, &font_->units()};
+    const FontCollection::Choice choice = fonts_.choose(font.name, font.bold, font.italic);
+    font_ = &choice.font;
+    const fonts::CodePageFont& face = font_->face();
+    return {{choice.name, face.coversCodePage() ? font.charset : platform::charsetAnsi}, &face.units()};
 }
 
 void PageSurface::fontSized() {

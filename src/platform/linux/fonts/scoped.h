@@ -3,7 +3,7 @@
 
 #include <memory>
 
-namespace platform_linux::pdf {
+namespace platform_linux::fonts {
 
 template <auto release>
 struct ScopedRelease {
@@ -16,4 +16,4 @@ struct ScopedRelease {
 template <typename Type, auto release>
 using Scoped = std::unique_ptr<Type, ScopedRelease<release>>;
 
-}  // namespace platform_linux::pdf
+}  // namespace platform_linux::fonts

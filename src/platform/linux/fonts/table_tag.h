@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-namespace platform_linux::pdf {
+namespace platform_linux::fonts {
 
 // The tag of a name of four letters.
 constexpr hb_tag_t tableTag(std::string_view name) {
@@ -16,4 +16,4 @@ constexpr hb_tag_t tableTag(std::string_view name) {
     return tag;
 }
 
-}  // namespace platform_linux::pdf
+}  // namespace platform_linux::fonts

@@ -1,4 +1,4 @@
-#include "platform/linux/pdf/font_finder.h"
+#include "platform/linux/fonts/font_finder.h"
 
 #include <algorithm>
 #include <chrono>
@@ -11,7 +11,7 @@
 #include "platform/linux/memory_room.h"
 #include "runtime/error.h"
 
-namespace platform_linux::pdf {
+namespace platform_linux::fonts {
 
 namespace {
 
@@ -152,7 +152,7 @@ const std::vector<FontLocation>& FontFinder::find(const std::string& family, boo
         return known(family, bold, italic, all)->fonts;
     }
     if (!config_) {
-        config_.reset(FcInitLoadConfigAndFonts());
+        config_.reset(FcConfigReference(nullptr));
     }
     return remember(family, bold, italic, all,
                     config_ ? ask(config_.get(), family, bold, italic, all) : std::vector<FontLocation>())
@@ -179,4 +179,4 @@ void FontFinder::askInProcessOfItsOwn(const std::string& family, bool bold, bool
     }
 }
 
-}  // namespace platform_linux::pdf
+}  // namespace platform_linux::fonts

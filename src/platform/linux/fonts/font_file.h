@@ -6,9 +6,9 @@
 #include <optional>
 #include <string>
 
-#include "platform/linux/pdf/scoped.h"
+#include "platform/linux/fonts/scoped.h"
 
-namespace platform_linux::pdf {
+namespace platform_linux::fonts {
 
 // In units of the font, y upwards from the baseline, unless said otherwise.
 struct FontMeasures {
@@ -50,4 +50,4 @@ private:
     FontMeasures measures_;
 };
 
-}  // namespace platform_linux::pdf
+}  // namespace platform_linux::fonts

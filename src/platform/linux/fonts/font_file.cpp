@@ -1,4 +1,4 @@
-#include "platform/linux/pdf/font_file.h"
+#include "platform/linux/fonts/font_file.h"
 
 #include <hb-ot.h>
 
@@ -6,9 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/linux/pdf/table_tag.h"
+#include "platform/linux/fonts/table_tag.h"
 
-namespace platform_linux::pdf {
+namespace platform_linux::fonts {
 
 namespace {
 
@@ -96,4 +96,4 @@ std::string FontFile::postScriptName() const {
     return name.empty() ? "Font" : name;
 }
 
-}  // namespace platform_linux::pdf
+}  // namespace platform_linux::fonts

@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/linux/pdf/scoped.h"
+#include "platform/linux/fonts/scoped.h"
 
-namespace platform_linux::pdf {
+namespace platform_linux::fonts {
 
 struct FontLocation {
     std::string path;
@@ -19,7 +19,8 @@ struct FontLocation {
     bool operator==(const FontLocation&) const = default;
 };
 
-// The first query loads the list of the installed fonts, about 9 ms. Where memory is short it is asked in a process of
+// The first query loads the list of the installed fonts, about 9 ms, unless something else in the process has done so
+// (another finder, or the toolkit of the windows): they share one. Where memory is short it is asked in a process of
 // its own, because fontconfig takes the process with it where it gets none.
 class FontFinder {
 public:
@@ -46,4 +47,4 @@ private:
     std::deque<Answer> answers_;
 };
 
-}  // namespace platform_linux::pdf
+}  // namespace platform_linux::fonts
