@@ -4,11 +4,14 @@
 #include <optional>
 #include <vector>
 
+#include "platform/color.h"
 #include "platform/windows/gdi/device_bitmap.h"
 #include "platform/windows/gdi/font_handles.h"
 #include "platform/windows/gdi/system_headers.h"
 
 namespace platform_windows::gdi {
+
+inline COLORREF colorRef(platform::Color color) { return RGB(color.red, color.green, color.blue); }
 
 // The device's font comes back with the end of the page. Every call says whether the system did it, and otherwise
 // leaves the reason as the system's last error.

@@ -26,7 +26,7 @@ constexpr int mostPixels = 0x7FFF;
 // The fixed-pitch font that hosts print with; fonts of the same metrics stand for it under other names.
 constexpr std::wstring_view hostFont = L"Courier New";
 
-LOGFONTW describe(const platform::FontRequest& request) {
+LOGFONTW describe(const platform::FontRequest& request, Smoothing smoothing) {
     LOGFONTW description{};
     const std::wstring name = widen(request.name);
     name.copy(description.lfFaceName, LF_FACESIZE - 1);
@@ -34,6 +34,7 @@ LOGFONTW describe(const platform::FontRequest& request) {
     description.lfItalic = request.italic ? TRUE : FALSE;
     description.lfCharSet = static_cast<BYTE>(request.charset);
     description.lfOutPrecision = OUT_TT_ONLY_PRECIS;
+    description.lfQuality = smoothing == Smoothing::grey ? ANTIALIASED_QUALITY : DEFAULT_QUALITY;
     // Where the font is missing, the nearest one is to be of fixed pitch like it.
     description.lfPitchAndFamily = isSameName(name, hostFont) ? FIXED_PITCH | FF_MODERN : DEFAULT_PITCH | FF_DONTCARE;
     return description;
@@ -69,8 +70,9 @@ std::wstring faceName(HDC device) {
 
 }  // namespace
 
-Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCharacters& characters)
-    : request_(request), description_(describe(request)) {
+Typeface::Typeface(HDC device, const platform::FontRequest& request, const DosCharacters& characters,
+                   Smoothing smoothing)
+    : request_(request), description_(describe(request, smoothing)) {
     units_.perEm = usualUnitsPerEm;
     std::wstring name;
     for (bool again = true; again;) {

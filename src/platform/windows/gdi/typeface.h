@@ -12,10 +12,16 @@
 
 namespace platform_windows::gdi {
 
+// How a device draws the edges of letters.
+enum class Smoothing {
+    device,  // as it likes
+    grey,    // in shades between the letter's colour and the ground's, never in other colours
+};
+
 class Typeface {
 public:
     // The size, the underline and the rotation of the request do not matter.
-    Typeface(HDC device, const platform::FontRequest& request, const DosCharacters& characters);
+    Typeface(HDC device, const platform::FontRequest& request, const DosCharacters& characters, Smoothing smoothing);
 
     bool isFor(const platform::FontRequest& request) const noexcept;
 

@@ -12,12 +12,9 @@ namespace {
 
 int toInt(std::int64_t value) { return static_cast<int>(std::clamp<std::int64_t>(value, INT_MIN, INT_MAX)); }
 
-COLORREF colorRef(platform::Color color) { return RGB(color.red, color.green, color.blue); }
-
 }  // namespace
 
-GdiSurface::GdiSurface(HDC device, PrintCalls calls)
-    : device_(device), calls_(std::move(calls)), characters_(gdi::dosCharacters()) {}
+GdiSurface::GdiSurface(HDC device, PrintCalls calls) : device_(device), calls_(std::move(calls)) {}
 
 void GdiSurface::takePage(bool color) {
     const auto ask = [this](int index) { return calls_.capability(device_, index); };
@@ -34,9 +31,7 @@ void GdiSurface::takePage(bool color) {
 }
 
 platform::drawing::PixelSurface::DeviceFont GdiSurface::findFont(const platform::FontRequest& font) {
-    const auto known = std::find_if(typefaces_.begin(), typefaces_.end(),
-                                    [&](const gdi::Typeface& typeface) { return typeface.isFor(font); });
-    typeface_ = known != typefaces_.end() ? &*known : &typefaces_.emplace_back(device_, font, characters_);
+    typeface_ = &typefaces_.get(device_, font);
     return {typeface_->face(), &typeface_->units()};
 }
 
@@ -93,11 +88,11 @@ void GdiSurface::showRun(const Run& run) {
         advances_.clear();
         for (const char byte : piece) {
             const auto code = static_cast<unsigned char>(byte);
-            run_.push_back(characters_[code]);
+            run_.push_back(typefaces_.characters()[code]);
             advances_.push_back(toInt(fontPixels().advance[code]));
         }
         attempt([&](gdi::PageDrawing& drawing) {
-            return drawing.text(fontKey(), colorRef(run.color), {toInt(start.x), toInt(start.y)}, run_, advances_);
+            return drawing.text(fontKey(), gdi::colorRef(run.color), {toInt(start.x), toInt(start.y)}, run_, advances_);
         });
         start = turn().toPage(start, platform::drawing::Point{fontPixels().widthOf(piece), 0});
         rest.remove_prefix(piece.size());
@@ -107,7 +102,7 @@ void GdiSurface::showRun(const Run& run) {
 void GdiSurface::showRectangle(const platform::drawing::Area& area, platform::Color color) {
     const RECT rectangle{toInt(area.across.start), toInt(area.down.start), toInt(area.across.end),
                          toInt(area.down.end)};
-    attempt([&](gdi::PageDrawing& drawing) { return drawing.rectangle(rectangle, colorRef(color)); });
+    attempt([&](gdi::PageDrawing& drawing) { return drawing.rectangle(rectangle, gdi::colorRef(color)); });
 }
 
 void GdiSurface::showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) {

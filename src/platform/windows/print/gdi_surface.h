@@ -1,7 +1,6 @@
 // The surface of a page that GDI draws.
 #pragma once
 
-#include <list>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -9,10 +8,9 @@
 #include "platform/drawing/device_pictures.h"
 #include "platform/drawing/pixel_surface.h"
 #include "platform/windows/gdi/device_bitmap.h"
-#include "platform/windows/gdi/dos_characters.h"
 #include "platform/windows/gdi/font_handles.h"
 #include "platform/windows/gdi/page_drawing.h"
-#include "platform/windows/gdi/typeface.h"
+#include "platform/windows/gdi/typefaces.h"
 #include "platform/windows/print/print_calls.h"
 #include "platform/windows/print/system_headers.h"
 
@@ -58,8 +56,7 @@ private:
 
     HDC device_;
     PrintCalls calls_;
-    gdi::DosCharacters characters_;
-    std::list<gdi::Typeface> typefaces_;
+    gdi::Typefaces typefaces_;
     const gdi::Typeface* typeface_ = nullptr;
     gdi::FontHandles handles_;
     platform::drawing::DevicePictures<std::shared_ptr<const gdi::DeviceBitmap>> bitmaps_;
