@@ -3,6 +3,7 @@
 #include <array>
 #include <cstring>
 
+#include "pictures/colors.h"
 #include "pictures/file_bytes.h"
 #include "pictures/jpeg_segments.h"
 #include "runtime/error.h"
@@ -18,6 +19,13 @@ constexpr std::size_t checksumLength = 4;
 void complement(std::string& content, const ByteRange& range) {
     for (std::size_t at = range.start; at < range.start + range.length; ++at) {
         content[at] = static_cast<char>(~content[at]);
+    }
+}
+
+// Numbers of sixteen bits that are all next to black would be taken for brighter ones of eight.
+void toEightBits(std::string& content, const ByteRange& range) {
+    for (std::size_t at = range.start; at < range.start + range.length; ++at) {
+        content[at] = static_cast<char>(eightBits(static_cast<std::uint8_t>(content[at])));
     }
 }
 
@@ -132,6 +140,10 @@ std::optional<std::string> withInvertedTables(std::string_view content, const Fo
     }
     if (file.greyDirectionAt != 0) {
         inverted[file.greyDirectionAt] ^= 1;
+    }
+    if (file.kind == ForeignKind::tiff &&
+        inspectForeignPicture(inverted).colorTables.size() > file.colorTables.size()) {
+        toEightBits(inverted, file.colorTables.front());
     }
     return inverted;
 }

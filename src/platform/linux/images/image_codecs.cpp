@@ -27,6 +27,14 @@ platform::Picture decodeKind(const pictures::ForeignPicture& file, std::string_v
     return decodeTiff(file, content);
 }
 
+// In a damaged file the pixels may lie over a table or a tag.
+void requireSamePixels(const pictures::ForeignPicture& file, std::string_view content, std::string_view changed) {
+    const auto pixelsOf = [&](std::string_view bytes) { return decodeTiff(file, bytes).pixels; };
+    if (file.kind == pictures::ForeignKind::tiff && pixelsOf(content) != pixelsOf(changed)) {
+        pictures::refuseDamaged(file.kind);
+    }
+}
+
 }  // namespace
 
 platform::PictureInfo ImageCodecs::inspect(std::string_view content) {
@@ -41,6 +49,7 @@ platform::Picture ImageCodecs::decode(std::string_view content) {
 std::string ImageCodecs::inverted(std::string_view content) {
     const pictures::ForeignPicture file = pictures::inspectForeignPicture(content);
     if (std::optional<std::string> result = pictures::withInvertedTables(content, file)) {
+        requireSamePixels(file, content, *result);
         return std::move(*result);
     }
     switch (file.kind) {

@@ -70,11 +70,26 @@ void prepareJpeg(TIFF* tiff) {
     }
 }
 
-void invertPieces(TIFF* from, TIFF* to) {
-    const Samples samples = samplesOf(from);
-    const bool tiled = TIFFIsTiled(from) != 0;
-    const std::uint32_t count = tiled ? TIFFNumberOfTiles(from) : TIFFNumberOfStrips(from);
-    const tmsize_t size = tiled ? TIFFTileSize(from) : TIFFStripSize(from);
+struct PieceOfFile {
+    std::uint32_t number = 0;
+    std::uint8_t* bytes = nullptr;
+    tmsize_t size = 0;
+};
+
+bool isTiled(TIFF* tiff) { return TIFFIsTiled(tiff) != 0; }
+
+tmsize_t readPiece(TIFF* tiff, std::uint32_t number, std::vector<std::uint8_t>& bytes) {
+    const auto size = static_cast<tmsize_t>(bytes.size());
+    return isTiled(tiff) ? TIFFReadEncodedTile(tiff, number, bytes.data(), size)
+                         : TIFFReadEncodedStrip(tiff, number, bytes.data(), size);
+}
+
+// Calls take(piece) for the inverted content of every strip or tile.
+template <typename Take>
+void forEachInvertedPiece(TIFF* tiff, const Take& take) {
+    const Samples samples = samplesOf(tiff);
+    const std::uint32_t count = isTiled(tiff) ? TIFFNumberOfTiles(tiff) : TIFFNumberOfStrips(tiff);
+    const tmsize_t size = isTiled(tiff) ? TIFFTileSize(tiff) : TIFFStripSize(tiff);
     if (size <= 0 || size > 2 * pictures::mostPictureBytes || count == 0) {
         refuse();
     }
@@ -82,8 +97,7 @@ void invertPieces(TIFF* from, TIFF* to) {
     const SampleLayout plane{.samples = 1, .colors = 1, .bytesPerSample = samples.layout.bytesPerSample};
     const std::uint32_t perPlane = count / static_cast<std::uint32_t>(samples.planes ? samples.layout.samples : 1);
     for (std::uint32_t i = 0; i < count; ++i) {
-        const tmsize_t got = tiled ? TIFFReadEncodedTile(from, i, piece.data(), size)
-                                   : TIFFReadEncodedStrip(from, i, piece.data(), size);
+        const tmsize_t got = readPiece(tiff, i, piece);
         if (got <= 0) {
             refuse();
         }
@@ -91,11 +105,35 @@ void invertPieces(TIFF* from, TIFF* to) {
             pictures::invertSamples(piece.data(), static_cast<std::size_t>(got),
                                     samples.planes ? plane : samples.layout);
         }
-        if ((tiled ? TIFFWriteEncodedTile(to, i, piece.data(), got) : TIFFWriteEncodedStrip(to, i, piece.data(), got)) <
-            0) {
+        take(PieceOfFile{i, piece.data(), got});
+    }
+}
+
+void writeInverted(TIFF* from, TIFF* to) {
+    forEachInvertedPiece(from, [&](const PieceOfFile& piece) {
+        const tmsize_t written = isTiled(to) ? TIFFWriteEncodedTile(to, piece.number, piece.bytes, piece.size)
+                                             : TIFFWriteEncodedStrip(to, piece.number, piece.bytes, piece.size);
+        if (written < 0) {
             refuseCompression();
         }
+    });
+}
+
+// In a damaged file pieces may lie over each other or over the directory: writing one changes another.
+void requireInverted(TIFF* from, std::string_view written) {
+    TiffStream stream(written, TiffStream::Use::read);
+    const OwnedTiff result = stream.open();
+    if (!result) {
+        refuse();
     }
+    const tmsize_t room = isTiled(from) ? TIFFTileSize(from) : TIFFStripSize(from);
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(room));
+    forEachInvertedPiece(from, [&](const PieceOfFile& piece) {
+        const tmsize_t got = readPiece(result.get(), piece.number, bytes);
+        if (got != piece.size || !std::equal(piece.bytes, piece.bytes + got, bytes.begin())) {
+            refuse();
+        }
+    });
 }
 
 }  // namespace
@@ -110,7 +148,7 @@ std::string invertTiff(std::string_view content) {
     }
     prepareJpeg(from.get());
     prepareJpeg(to.get());
-    invertPieces(from.get(), to.get());
+    writeInverted(from.get(), to.get());
     const bool written = TIFFFlush(to.get()) != 0;
     to.reset();
     if (copy.isFull()) {
@@ -119,7 +157,11 @@ std::string invertTiff(std::string_view content) {
     if (!written) {
         refuseCompression();
     }
-    return copy.takeWritten();
+    std::string inverted = copy.takeWritten();
+    if (shortField(from.get(), TIFFTAG_COMPRESSION) != COMPRESSION_JPEG) {
+        requireInverted(from.get(), inverted);
+    }
+    return inverted;
 }
 
 }  // namespace platform_linux::images
