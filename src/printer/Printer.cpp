@@ -32,11 +32,17 @@ float toTwips(int pixels, int pixelsPerInch) {
 }  // namespace
 
 Printer::Printer(platform::Spooler& spooler, std::string deviceName, std::string title, Patience patience)
-    : spooler_(spooler), deviceName_(std::move(deviceName)), title_(std::move(title)), patience_(std::move(patience)) {}
+    : deviceName_(std::move(deviceName)),
+      openDocument_(
+          [&spooler, name = deviceName_, title = std::move(title)] { return spooler.openDocument(name, title); }),
+      patience_(std::move(patience)) {}
+
+Printer::Printer(std::string deviceName, OpenDocument openDocument, Patience patience)
+    : deviceName_(std::move(deviceName)), openDocument_(std::move(openDocument)), patience_(std::move(patience)) {}
 
 platform::PrintDocument& Printer::document() {
     if (!document_) {
-        document_ = patience_.during([this] { return spooler_.openDocument(deviceName_, title_); });
+        document_ = patience_.during(openDocument_);
     }
     return *document_;
 }

@@ -1,6 +1,7 @@
 // The printer object that reports are printed with: a current position in twips, a font, a colour, pages.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -33,6 +34,11 @@ class Printer {
 public:
     // The title is the job's title. The spooler is borrowed.
     Printer(platform::Spooler& spooler, std::string deviceName, std::string title, Patience patience = {});
+
+    // Prints on a document that is opened by this function, again after one that failed was dropped; the name says
+    // whose settings count.
+    using OpenDocument = std::function<std::unique_ptr<platform::PrintDocument>()>;
+    Printer(std::string deviceName, OpenDocument openDocument, Patience patience = {});
 
     const std::string& DeviceName() const { return deviceName_; }
     const platform::Surface& Device();
@@ -100,9 +106,8 @@ private:
     void drop();
     void selectFont();
 
-    platform::Spooler& spooler_;
     std::string deviceName_;
-    std::string title_;
+    OpenDocument openDocument_;
     Patience patience_;
     std::unique_ptr<platform::PrintDocument> document_;
     bool refused_ = false;            // handing the document over failed

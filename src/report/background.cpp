@@ -6,7 +6,9 @@
 
 namespace report {
 
-bool Background::wanted() const { return !sGrafikname_.empty() && runtime::upperCase(sGrafikname_) != "KEINEGRAFIK"; }
+bool namesPicture(const std::string& sGrafikname) {
+    return !sGrafikname.empty() && runtime::upperCase(sGrafikname) != "KEINEGRAFIK";
+}
 
 void Background::draw(printer::Printer& printer) {
     session_.log.line(">     Hintergrundbild laden: ", runtime::shown(sGrafikname_));

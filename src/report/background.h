@@ -10,13 +10,16 @@
 
 namespace report {
 
+// Whether a job's argument is a picture's file: it is not empty, nor "KEINEGRAFIK" in any case.
+bool namesPicture(const std::string& sGrafikname);
+
 class Background {
 public:
-    // The file's name; empty or "KEINEGRAFIK", in any case, for none. Session and cache are borrowed.
+    // See namesPicture(). Session and cache are borrowed.
     Background(session::Session& session, graphics::PictureCache& pictures, std::string sGrafikname)
         : session_(session), pictures_(pictures), sGrafikname_(std::move(sGrafikname)) {}
 
-    bool wanted() const;
+    bool wanted() const { return namesPicture(sGrafikname_); }
 
     // Draws the picture over the whole printable area. It is loaded once, but its file must be there for every page:
     // errFileNotFound. Otherwise throws what the picture throws.

@@ -28,7 +28,21 @@ std::string becomeOf(const JobEnd& end) {
 
 std::string numbered(const Error& error) { return std::to_string(error.number()) + " " + error.description(); }
 
+std::string failureOf(const Error& error) {
+    return "Fehler " + std::to_string(error.number()) + ": " + error.message();
+}
+
+std::string backgroundText(const Error& error, const std::string& shownFile) {
+    return "Fehler beim Laden der Grafikdatei " + shownFile + " auf.\r\nNummer: " + std::to_string(error.number()) +
+           ", " + error.description();
+}
+
 }  // namespace
+
+std::string failureText(Stretch stretch, const Error& error, const std::string& sGrafikname) {
+    return stretch == Stretch::background ? "Es trat ein " + backgroundText(error, runtime::shown(sGrafikname))
+                                          : failureOf(error);
+}
 
 void JobFailure::report(Stretch stretch, const Error& error, const JobEnd& end, const std::string& whereabouts) {
     tellUser(error, end, whereabouts);
@@ -73,8 +87,7 @@ void JobFailure::reportDriver(const Error& error) {
 }
 
 void JobFailure::reportBackground(const Error& error) {
-    const std::string text = "Fehler beim Laden der Grafikdatei " + sGrafikname_ +
-                             " auf.\r\nNummer: " + std::to_string(error.number()) + ", " + error.description();
+    const std::string text = backgroundText(error, sGrafikname_);
     session_.log.line(">     Hintergrundbild laden ", text);
     showBox("Es trat ein " + text);
 }
@@ -117,7 +130,7 @@ void JobFailure::offerLog() {
 // Log and boxes have no room for the detail, and say nothing of where the job is.
 void JobFailure::tellUser(const Error& error, const JobEnd& end, const std::string& whereabouts) {
     const std::string job = "Druckauftrag '" + sDateiname_ + "' " + becomeOf(end);
-    std::string reason = "Fehler " + std::to_string(error.number()) + ": " + error.message();
+    std::string reason = failureOf(error);
     reason += reason.ends_with('.') || whereabouts.empty() ? "" : ".";
     const std::string blank = whereabouts.empty() ? "" : " ";
     const bool printed = end.fate == JobEnd::Fate::printed;

@@ -11,6 +11,9 @@
 
 namespace report {
 
+// What the user is told of a failure in a stretch of a job, the background picture named as the order has it.
+std::string failureText(Stretch stretch, const runtime::Error& error, const std::string& sGrafikname);
+
 class JobFailure {
 public:
     // The session is borrowed. sDateiname is the print file, sGrafikname the background picture.

@@ -5,7 +5,8 @@
 #include <cstdint>
 
 #include "graphics/clsGrafiken.h"
-#include "runtime/currency.h"
+#include "report/page_reader.h"
+#include "report/type_state.h"
 #include "settings/printer_settings.h"
 
 namespace report {
@@ -15,7 +16,7 @@ inline constexpr double defaultBarcodeHeight = 0.15;  // inches
 struct JobState {
     // Made before the first page.
     settings::PrinterSettings settings;
-    std::int16_t intMaxZeilen = 72;                  // lines of a page
+    std::int16_t intMaxZeilen = linesOfPage;
     double dblBarcodeHeight = defaultBarcodeHeight;  // inches
     graphics::clsGrafiken colGrafik;                 // the two sets of graphics
     graphics::clsGrafiken colGrafikA;
@@ -26,13 +27,7 @@ struct JobState {
     bool blnGrafikAusgeben = true;
     bool blnTextAusgeben = true;
 
-    // Type state, changed by the macros. Bold, italic, underline, the size in effect and the colour are the printer's.
-    runtime::Currency curFontSize;  // points
-    bool blnBreitschrift = false;   // wide type
-    std::int16_t intHochTief = 0;   // 1 superscript, -1 subscript, 0 normal
-    double dblSchatten = 0;         // shadow depth, 0 to 3
-    std::int16_t intEinzug = 0;     // blanks before every line
-    double dblEinzugFontSize = 0;   // points, of those blanks
+    TypeState type;                 // the printer has the same font and colour
     bool blnZeileBegonnen = false;  // the line has had its first run of text
 };
 

@@ -22,17 +22,15 @@ std::size_t pageEnd(std::string_view text) {
     return position;
 }
 
-void chooseTray(std::string_view page, std::string& tray) {
-    const std::size_t macro = page.rfind(trayCode);
-    if (macro == std::string_view::npos) {
-        return;
+// The last place of the code on the page. Most pages have no macro at all, which is found out fastest.
+std::size_t lastTrayMacro(std::string_view page) {
+    std::size_t last = std::string_view::npos;
+    for (std::size_t caret = page.find('^'); caret != std::string_view::npos; caret = page.find('^', caret + 1)) {
+        if (page.substr(caret, trayCode.size()) == trayCode) {
+            last = caret;
+        }
     }
-    const std::string_view parameter = page.substr(macro + trayCode.size()).substr(0, 1);
-    if (parameter == "1" || parameter == "2" || parameter == "3") {
-        tray = parameter;
-    } else if (tray.empty()) {
-        tray = "1";
-    }
+    return last;
 }
 
 }  // namespace
@@ -44,8 +42,32 @@ std::optional<std::string_view> PageCutter::nextPage() {
     const std::size_t end = pageEnd(remaining_);
     const std::string_view page = remaining_.substr(0, end);
     remaining_.remove_prefix(end == std::string_view::npos ? remaining_.size() : end + 1);
-    chooseTray(page, requestedTray_);
     return page;
+}
+
+void requestTray(std::string_view page, std::string& tray) {
+    const std::size_t macro = lastTrayMacro(page);
+    if (macro == std::string_view::npos) {
+        return;
+    }
+    const std::string_view parameter = page.substr(macro + trayCode.size(), 1);
+    if (parameter == "1" || parameter == "2" || parameter == "3") {
+        tray = parameter;
+    } else if (tray.empty()) {
+        tray = "1";
+    }
+}
+
+PageCuts::PageCuts(std::string_view printText) : text_(printText) {
+    PageCutter cutter(printText);
+    while (const auto page = cutter.nextPage()) {
+        ends_.push_back(static_cast<std::size_t>(page->data() - text_.data()) + page->size());
+    }
+}
+
+std::string_view PageCuts::page(std::size_t number) const {
+    const std::size_t begin = number > 1 ? ends_.at(number - 2) + 1 : 0;
+    return text_.substr(begin, ends_.at(number - 1) - begin);
 }
 
 }  // namespace report

@@ -1,9 +1,11 @@
 // Cuts a print file into pages and finds the paper tray that each page asks for.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace report {
 
@@ -14,17 +16,32 @@ public:
     // The text is borrowed.
     explicit PageCutter(std::string_view printText) : remaining_(printText) {}
 
-    // The next page's text, or nothing at the end. Sets the tray that the page asks for.
+    // The next page's text, or nothing at the end.
     std::optional<std::string_view> nextPage();
-
-    // The tray of the page cut last: "1", "2" or "3" by the last "^TR" on the page; any other character behind it keeps
-    // the tray so far, or is "1" where there was none. A page without "^TR" keeps the tray so far, which is empty
-    // before any was chosen.
-    const std::string& requestedTray() const { return requestedTray_; }
 
 private:
     std::string_view remaining_;
-    std::string requestedTray_;
+};
+
+// The tray that a page asks for: "1", "2" or "3" by the last "^TR" on the page; any other character behind it keeps the
+// tray so far, or is "1" where there was none. A page without "^TR" keeps the tray so far, which is empty before any
+// was chosen.
+void requestTray(std::string_view page, std::string& tray);
+
+// All pages of a text, cut at once; takes some bytes for each page.
+class PageCuts {
+public:
+    PageCuts() = default;
+    // The text is borrowed.
+    explicit PageCuts(std::string_view printText);
+
+    std::size_t count() const { return ends_.size(); }
+    // From 1.
+    std::string_view page(std::size_t number) const;
+
+private:
+    std::string_view text_;
+    std::vector<std::size_t> ends_;
 };
 
 }  // namespace report

@@ -8,6 +8,7 @@
 #include "printer/clsDrucker.h"
 #include "report/job_state.h"
 #include "report/let_events_run.h"
+#include "report/page_reader.h"
 #include "session/session.h"
 
 namespace report {
@@ -36,36 +37,33 @@ public:
     // Indentation in blanks (0 to 255) of the lines to come, as wide as blanks are in the font size now in effect.
     void SetIndent(std::int16_t count);
 
+    // Hears what text is printed from now on; borrowed.
+    void listener(TextListener* listener) { listener_ = listener; }
+
 private:
-    bool newLine();
-    void macro();
-    bool execute(std::string_view code);
-    bool executeType(std::string_view code);
-    bool executePitch(std::string_view code);
-    bool executeColor(std::string_view code);
-    bool executeParameter(std::string_view code);
-    bool executeDrawing(std::string_view code);
-    void wideType(bool on);
-    void barcode();
-    void graphics(std::string_view code);
+    template <typename Step>
+    void tell(Step step);
+    void newLine(bool pageIsFull);
+    void logMacro(std::string_view code);
+    void execute(const PageToken& macro, std::int16_t line);
+    void execute(const PageToken& macro);
+    void showType();
+    void barcode(std::string_view fields);
 
     void printIndent();
     void printShifted(std::string_view text, double twipsDown);
     void printWithCopy(std::string_view text, double offset);
     void print(std::string_view text, platform::TextRole role = platform::TextRole::content);
 
-    // The character behind the macro's code, consumed; nothing at the page's end.
-    std::string_view parameter();
-
     session::Session& session_;
     printer::Printer& printer_;
     JobState& state_;
     const LetEventsRun& letEventsRun_;
     printer::clsDrucker objPrinterUtil_;
-
-    std::string_view page_;
-    std::size_t position_ = 0;  // of the next character to be read
-    std::int16_t line_ = 1;
+    TextListener* listener_ = nullptr;
 };
+
+// The macro "LS" takes the value of its own second letter, which is none: always portrait.
+inline constexpr int orientationOfMacro = 1;
 
 }  // namespace report

@@ -9,20 +9,27 @@
 #include "report/job_progress.h"
 #include "report/job_state.h"
 #include "report/let_events_run.h"
+#include "report/page_reader.h"
 #include "session/session.h"
 
 namespace report {
 
 // What all of it works on.
 struct PrintRun {
-    // Session, printer and progress are borrowed.
-    PrintRun(session::Session& ofSession, printer::Printer& onPrinter, JobProgress& toldTo, LetEventsRun letRun)
-        : session(ofSession), printer(onPrinter), progress(toldTo), letEventsRun(std::move(letRun)) {}
+    // All but the function are borrowed.
+    PrintRun(session::Session& ofSession, printer::Printer& onPrinter, JobProgress& toldTo, LetEventsRun letRun,
+             TextListener* listens = nullptr)
+        : session(ofSession),
+          printer(onPrinter),
+          progress(toldTo),
+          letEventsRun(std::move(letRun)),
+          listener(listens) {}
 
     session::Session& session;
     printer::Printer& printer;
     JobProgress& progress;
     LetEventsRun letEventsRun;
+    TextListener* listener;  // hears what text is printed; may be null
     graphics::PictureCache pictures{session.platform.system, session.platform.imageFiles};
     JobState state;
 };

@@ -104,7 +104,7 @@ void setFont(PrintRun& run) {
     }
     log.line(">   Druckerzeichensatz: ", face.name);
     log.line(">   Zeichensatz: ", std::to_string(face.charset));
-    run.state.curFontSize = baseFontSize;
+    run.state.type.curFontSize = baseFontSize;
 }
 
 }  // namespace

@@ -16,12 +16,19 @@ bool asksForDevelopment() {
 
 }  // namespace
 
-Session::Session(platform::Platform& ports) : platform(ports), log(ports.system), development(asksForDevelopment()) {
+Session::Session(platform::Platform& ports)
+    : ownLog_(std::make_unique<DebugLog>(ports.system)),
+      platform(ports),
+      log(*ownLog_),
+      development(asksForDevelopment()) {
     program.version = runtime::programVersion;
     program.description = runtime::programDescription;
     const std::string fileName = ports.system.programFileName();
     program.name = fileName.substr(0, fileName.rfind('.'));
 }
+
+Session::Session(platform::Platform& ports, Session& whole)
+    : platform(ports), program(whole.program), log(whole.log), development(whole.development) {}
 
 void Session::tellOnce(const std::string& line) {
     if (told_.insert(line).second) {

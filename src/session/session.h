@@ -1,6 +1,7 @@
 // What every routine of one run needs: the ports, the debug log and what the program calls itself.
 #pragma once
 
+#include <memory>
 #include <set>
 #include <string>
 
@@ -18,12 +19,18 @@ struct Program {
 };
 
 struct Session {
+private:
+    const std::unique_ptr<DebugLog> ownLog_;
+
+public:
     platform::Platform& platform;
     Program program;
-    DebugLog log;
+    DebugLog& log;
     bool development = false;  // the environment asks for what is unfinished; a development build does it
 
     explicit Session(platform::Platform& ports);
+    // A part of the same run with other ports: the log is the other session's, which must outlive this one.
+    Session(platform::Platform& ports, Session& whole);
 
     const runtime::Locale& locale() const { return platform.system.locale(); }
 

@@ -1,10 +1,11 @@
-krv_unit_test(core-tests LIBS krv-startup SOURCES
+krv_unit_test(core-tests LIBS krv-startup krv-preview SOURCES
     unit/core/barcode_test.cpp
     unit/core/druckerauswahl_test.cpp
     unit/core/graphics_test.cpp
     unit/core/hplaser_test.cpp
     unit/core/page_interpreter_test.cpp
     unit/core/page_recording_test.cpp
+    unit/core/preview_test.cpp
     unit/core/printer_test.cpp
     unit/core/report_test.cpp
     unit/core/runtime_test.cpp

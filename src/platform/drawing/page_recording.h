@@ -59,6 +59,9 @@ public:
         return std::string_view(bytes_).substr(text.start, text.length);
     }
 
+    // Memory that it takes, without pictures.
+    std::size_t bytes() const { return steps_.capacity() * sizeof(Step) + bytes_.capacity(); }
+
     // Draws everything in its order. The fonts of the texts are selected on the surface as they are needed.
     void play(Surface& surface) const;
 

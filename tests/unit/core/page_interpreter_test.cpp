@@ -41,8 +41,7 @@ TEST_F(PageInterpreterTest, PitchAndWideTypeChooseExactSizes) {
         EXPECT_EQ(std::tuple(text.font.emHeight, text.y), std::tuple(emHeight, y)) << macros;
     }
     // A size that no pitch has stays, while wide type is switched all the same.
-    state.curFontSize = runtime::Currency::fromUnits(100000);
-    printer.FontSize(state.curFontSize);
+    state.type.curFontSize = runtime::Currency::fromUnits(100000);
     EXPECT_EQ(places("^BEx^BAy"), (Lines{"x 100,300", "y 220,500"}));
 }
 
@@ -147,9 +146,11 @@ TEST(BarcodeMacro, CommasSplitTheFieldsAndLeaveTheData) {
 // The pages, each with "|" and its tray behind it.
 std::string cut(std::string_view text) {
     std::string result;
-    report::PageCutter cutter(text);
-    while (const auto page = cutter.nextPage()) {
-        result += std::string(*page) + "|" + cutter.requestedTray() + " ";
+    std::string tray;
+    const report::PageCuts pages(text);
+    for (std::size_t number = 1; number <= pages.count(); ++number) {
+        report::requestTray(pages.page(number), tray);
+        result += std::string(pages.page(number)) + "|" + tray + " ";
     }
     return result;
 }

@@ -51,7 +51,7 @@ class PageTest : public CoreTest {
 protected:
     PageTest() {
         state.settings.lngLinkerRand = 100;
-        state.curFontSize = runtime::Currency::fromUnits(120000);
+        state.type.curFontSize = runtime::Currency::fromUnits(120000);
         printer.Font(printer::FontStyle{});
     }
     const auto& print(std::string_view page) {

@@ -1,0 +1,46 @@
+#include "report/page_printer.h"
+
+namespace report {
+
+PagePrinter::PagePrinter(PrintRun& run, const std::string& sGrafikname, bool blnTwoPass)
+    : run_(run),
+      blnTwoPass_(blnTwoPass),
+      background_(run.session, run.pictures, sGrafikname),
+      interpreter_(run.session, run.printer, run.state, run.letEventsRun) {
+    interpreter_.listener(run.listener);
+}
+
+void PagePrinter::begin() {
+    toPageStart();
+    if (background_.wanted()) {
+        run_.progress.during(Stretch::background, [this] { background_.draw(run_.printer); });
+    }
+    run_.state.blnZeileBegonnen = false;
+}
+
+void PagePrinter::print(std::string_view page) {
+    run_.progress.during(Stretch::page, [&] {
+        if (!blnTwoPass_) {
+            pass(page, true, true);
+            return;
+        }
+        run_.session.log.line(">       DoPage Phase 1, nur Grafiken ausgeben");
+        pass(page, true, false);
+        run_.session.log.line(">       DoPage Phase 2, nur Text ausgeben");
+        toPageStart();
+        pass(page, false, true);
+    });
+}
+
+void PagePrinter::toPageStart() {
+    run_.printer.CurrentY(run_.state.settings.lngKopfabstand);
+    run_.printer.CurrentX(run_.state.settings.lngLinkerRand);
+}
+
+void PagePrinter::pass(std::string_view page, bool graphics, bool text) {
+    run_.state.blnGrafikAusgeben = graphics;
+    run_.state.blnTextAusgeben = text;
+    interpreter_.DoPage(page);
+}
+
+}  // namespace report
