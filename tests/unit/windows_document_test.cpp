@@ -232,6 +232,20 @@ TEST(AskingPorts, AreRefusedWhereNobodySeesTheQuestion) {
     EXPECT_EQ(printer.done, "");
 }
 
+// As a preview does, which prints nothing.
+TEST(AskingPorts, DoNotAskWhenOnlyMeasuredFor) {
+    FailingPrinter printer;
+    printer.ports = "PORTPROMPT:";
+    {
+        const auto document = printer.open();
+        document->setOption(platform::PageOption::paperSize, DMPAPER_A5);
+        document->surface().setFont({"Courier New", platform::charsetOem, 83});
+        EXPECT_EQ(document->surface().textWidth("x"), 50);
+        EXPECT_EQ(printer.size, DMPAPER_A5);
+    }
+    EXPECT_EQ(printer.done, "C");
+}
+
 TEST(ListedBins, GrowAndShrinkBetweenTwoQuestions) {
     const auto list = [](int counted, int numbers, int names) {
         return listedBins([=](WORD what, wchar_t* into) {

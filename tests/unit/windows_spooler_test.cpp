@@ -6,6 +6,8 @@
 #include "platform/windows/print/windows_print_jobs.h"
 #include "unit/windows_support.h"
 
+#include <array>
+
 namespace platform_windows::print {
 
 namespace {
@@ -50,6 +52,34 @@ TEST(Spooler, UnknownPrinterIsAnErrorThatNamesItAndSaysWhatToDo) {
     EXPECT_EQ(spooler.hasPrinters(), !spooler.printerNames().empty());
     EXPECT_FALSE(spooler.errorText(ERROR_ACCESS_DENIED).empty());
     EXPECT_TRUE(spooler.errorText(0).empty());
+}
+
+TEST(Spooler, SheetThatNobodyPrintsTakesAnyPaperAndMeasures) {
+    const auto sheet = WindowsSpooler().openSheet();
+    platform::Surface& surface = sheet->surface();
+    EXPECT_EQ(surface.capabilities(), (platform::DeviceCapabilities{4960, 7016, 600, 600, 4960, 7016, 0, 0}));
+    EXPECT_EQ(sheet->option(PageOption::paperSize), platform::paperA4);
+    EXPECT_EQ(sheet->option(PageOption::colorMode), DMCOLOR_COLOR);
+    sheet->setOption(PageOption::paperSize, DMPAPER_A5);
+    sheet->setOption(PageOption::orientation, DMORIENT_LANDSCAPE);
+    sheet->setOption(PageOption::paperBin, 263);
+    EXPECT_EQ(std::pair(surface.capabilities().horzRes, surface.capabilities().vertRes), std::pair(4960, 3496));
+    EXPECT_EQ(windows_support::errorOf([&] { sheet->setOption(PageOption::paperSize, 12345); }),
+              runtime::errInvalidPropertyValue);
+    surface.setFont({"Courier New", platform::charsetOem, 83});
+    EXPECT_EQ(surface.textWidth("x"), 50);
+}
+
+TEST(Spooler, PdfPrinterIsTheOneWithTheSystemsDriverWhateverItsName) {
+    std::array printers = {PRINTER_INFO_2W{}, PRINTER_INFO_2W{}, PRINTER_INFO_2W{}};
+    EXPECT_EQ(pdfPrinterAmong(printers), "");
+    std::array<std::wstring, 4> texts = {L"Microsoft Print to PDF", L"PCL", L"Aktenablage", L"MICROSOFT print to PDF"};
+    printers[1].pPrinterName = texts[0].data();
+    printers[1].pDriverName = texts[1].data();
+    printers[2].pPrinterName = texts[2].data();
+    printers[2].pDriverName = texts[3].data();
+    EXPECT_EQ(pdfPrinterAmong(printers), "Aktenablage");
+    EXPECT_EQ(WindowsSpooler().pdfPrinter(), "") << "not on Wine, and no error either";
 }
 
 TEST(SpoolerErrors, FullDiskIsAnErrorOfItsOwn) {

@@ -8,16 +8,16 @@
 #include <cstdlib>
 #include <optional>
 
-#include "platform/linux/documents/paper_sizes.h"
+#include "platform/drawing/paper_sizes.h"
 
 namespace platform_linux::cups {
 
 namespace {
 
-using documents::PaperSize;
+using platform::drawing::PaperSize;
 
 // IPP has its sizes in hundredths of a millimetre, too.
-constexpr auto points = documents::toPoints;
+constexpr auto points = platform::drawing::toPoints;
 
 constexpr const char* a4Keyword = "iso_a4_210x297mm";
 // Drivers give sizes in whole points; two sizes that differ by less than this are the same paper.

@@ -4,18 +4,18 @@
 #include <cmath>
 #include <utility>
 
+#include "platform/drawing/paper_sizes.h"
 #include "platform/linux/cups/queued_pdf.h"
-#include "platform/linux/documents/paper_sizes.h"
 
 namespace platform_linux::cups {
 
 namespace {
 
 using documents::PageOptions;
-using documents::paperOwn;
 using documents::PdfOutput;
 using pdf::PdfPage;
 using platform::paperA4;
+using platform::drawing::paperOwn;
 
 int pixels(double points, int perInch) { return static_cast<int>(std::lround(points * perInch / 72.0)); }
 
@@ -27,7 +27,7 @@ QueueTarget::QueueTarget(std::shared_ptr<QueueAccess> queues, std::string queue,
       title_(std::move(title)),
       saved_(std::move(saved)),
       device_(queues_->device(queue_)),
-      ownNumber_(documents::paperNumber(device_.own.widthPoints, device_.own.heightPoints)) {
+      ownNumber_(platform::drawing::paperNumber(device_.own.widthPoints, device_.own.heightPoints)) {
     if (device_.color) {
         device_.defaultColorMode = savedColorMode(saved_).value_or(device_.defaultColorMode);
     }

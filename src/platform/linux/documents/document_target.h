@@ -3,19 +3,13 @@
 
 #include <memory>
 
+#include "platform/drawing/page_options.h"
 #include "platform/linux/pdf/pdf_document.h"
-#include "platform/print_document.h"
 #include "runtime/error.h"
 
 namespace platform_linux::documents {
 
-// The values of platform::PageOption.
-struct PageOptions {
-    int paperSize = platform::paperA4;
-    int paperBin = 0;
-    int orientation = 1;
-    int colorMode = 2;
-};
+using platform::drawing::PageOptions;
 
 // One PDF on its way. Destroyed before it was delivered it leaves nothing behind.
 class PdfOutput {

@@ -9,24 +9,6 @@
 
 namespace platform_linux::documents {
 
-namespace {
-
-int& valueOf(PageOptions& options, platform::PageOption option) {
-    switch (option) {
-        case platform::PageOption::paperSize:
-            return options.paperSize;
-        case platform::PageOption::paperBin:
-            return options.paperBin;
-        case platform::PageOption::orientation:
-            return options.orientation;
-        case platform::PageOption::colorMode:
-            return options.colorMode;
-    }
-    throw runtime::Error(runtime::errInvalidCall);
-}
-
-}  // namespace
-
 PdfPrintDocument::PdfPrintDocument(std::unique_ptr<DocumentTarget> target, pdf::PdfSettings settings,
                                    PdfFactory makePdf)
     : target_(std::move(target)),

@@ -1,8 +1,12 @@
 #include "platform/windows/print/windows_spooler.h"
 
+#include <algorithm>
+
+#include "platform/windows/newer_functions.h"
 #include "platform/windows/print/gdi_document.h"
 #include "platform/windows/print/print_handles.h"
 #include "platform/windows/print/printer_access.h"
+#include "platform/windows/print/sheet_document.h"
 #include "platform/windows/print/spooler_error.h"
 #include "platform/windows/print/spooler_service.h"
 #include "platform/windows/system_error.h"
@@ -16,6 +20,30 @@ namespace {
 constexpr DWORD localAndConnected = PRINTER_ENUM_LOCAL | PRINTER_ENUM_CONNECTIONS;
 // Of the information records the one that asks no printer of another machine.
 constexpr DWORD quickLevel = 4;
+
+// Information records of a level, with the texts that they point to.
+template <typename Record>
+class Listing {
+public:
+    Listing(DWORD which, DWORD level) {
+        DWORD needed = 0;
+        while (::EnumPrintersW(which, nullptr, level, memory_.data(), static_cast<DWORD>(memory_.size()), &needed,
+                               &count_) == FALSE) {
+            if (const DWORD code = lastError(); code != ERROR_INSUFFICIENT_BUFFER || needed <= memory_.size()) {
+                throw failure(code, {});
+            }
+            memory_.resize(needed);
+        }
+    }
+
+    std::span<const Record> records() const noexcept {
+        return {reinterpret_cast<const Record*>(memory_.data()), count_};
+    }
+
+private:
+    std::vector<BYTE> memory_;
+    DWORD count_ = 0;
+};
 
 }  // namespace
 
@@ -33,21 +61,11 @@ bool WindowsSpooler::hasPrinters() {
 }
 
 std::vector<std::string> WindowsSpooler::printerNames() {
-    std::vector<BYTE> memory;
-    DWORD needed = 0;
-    DWORD count = 0;
-    while (::EnumPrintersW(localAndConnected, nullptr, quickLevel, memory.data(), static_cast<DWORD>(memory.size()),
-                           &needed, &count) == FALSE) {
-        if (const DWORD code = lastError(); code != ERROR_INSUFFICIENT_BUFFER || needed <= memory.size()) {
-            throw failure(code, {});
-        }
-        memory.resize(needed);
-    }
+    const Listing<PRINTER_INFO_4W> printers(localAndConnected, quickLevel);
     std::vector<std::string> names;
-    const auto* const printers = reinterpret_cast<const PRINTER_INFO_4W*>(memory.data());
-    for (DWORD number = 0; number < count; ++number) {
-        if (printers[number].pPrinterName != nullptr) {
-            names.push_back(narrow(printers[number].pPrinterName));
+    for (const PRINTER_INFO_4W& printer : printers.records()) {
+        if (printer.pPrinterName != nullptr) {
+            names.push_back(narrow(printer.pPrinterName));
         }
     }
     return names;
@@ -115,6 +133,27 @@ std::string WindowsSpooler::errorText(std::uint32_t code) { return code == ERROR
 std::unique_ptr<platform::PrintDocument> WindowsSpooler::openDocument(const std::string& name,
                                                                       const std::string& title) {
     return std::make_unique<GdiDocument>(name, title);
+}
+
+std::unique_ptr<platform::PrintDocument> WindowsSpooler::openSheet() { return std::make_unique<SheetDocument>(); }
+
+// It is a printer of this machine; those of others are not asked for their drivers, which could take minutes.
+std::string WindowsSpooler::pdfPrinter() {
+    constexpr DWORD levelWithDrivers = 2;
+    try {
+        const Listing<PRINTER_INFO_2W> printers(PRINTER_ENUM_LOCAL, levelWithDrivers);
+        return pdfPrinterAmong(printers.records());
+    } catch (const platform::SpoolerError&) {
+        return {};
+    }
+}
+
+std::string pdfPrinterAmong(std::span<const PRINTER_INFO_2W> printers) {
+    const auto found = std::find_if(printers.begin(), printers.end(), [](const PRINTER_INFO_2W& printer) {
+        return printer.pPrinterName != nullptr && printer.pDriverName != nullptr &&
+               isSameName(printer.pDriverName, L"Microsoft Print To PDF");
+    });
+    return found != printers.end() ? narrow(found->pPrinterName) : std::string();
 }
 
 }  // namespace platform_windows::print

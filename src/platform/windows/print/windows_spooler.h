@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "platform/spooler.h"
+#include "platform/windows/print/system_headers.h"
 
 namespace platform_windows::print {
 
@@ -30,6 +32,17 @@ public:
     bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;
+    std::unique_ptr<platform::PrintDocument> openSheet() override;
+    bool writesFiles() override { return false; }
+    // The one that the system brings along, under whatever name it is installed.
+    std::string pdfPrinter() override;
+    std::unique_ptr<platform::PrintDocument> openFile(const std::string& /*path*/,
+                                                      const std::string& /*title*/) override {
+        return nullptr;
+    }
 };
+
+// Whose driver is the system's own one for PDF files; empty where it is none's.
+std::string pdfPrinterAmong(std::span<const PRINTER_INFO_2W> printers);
 
 }  // namespace platform_windows::print

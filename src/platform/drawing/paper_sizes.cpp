@@ -1,10 +1,11 @@
-#include "platform/linux/documents/paper_sizes.h"
+#include "platform/drawing/paper_sizes.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
-namespace platform_linux::documents {
+namespace platform::drawing {
 
 namespace {
 
@@ -53,6 +54,15 @@ std::optional<PaperSize> paperSize(int number) {
     return found != sizes.end() ? std::optional(*found) : std::nullopt;
 }
 
+PaperSize paperOf(const PageOptions& options) {
+    constexpr int landscape = 2;
+    PaperSize paper = paperSize(options.paperSize).value_or(PaperSize());
+    if (options.orientation == landscape) {
+        std::swap(paper.width, paper.height);
+    }
+    return paper;
+}
+
 int paperNumber(double widthPoints, double heightPoints) {
     const double tolerance = toPoints(100);
     const auto* found = std::find_if(sizes.begin(), sizes.end(), [&](const PaperSize& size) {
@@ -64,4 +74,4 @@ int paperNumber(double widthPoints, double heightPoints) {
 
 double toPoints(int hundredthsOfMillimetre) { return hundredthsOfMillimetre * 72.0 / 2540.0; }
 
-}  // namespace platform_linux::documents
+}  // namespace platform::drawing

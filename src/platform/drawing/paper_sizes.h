@@ -3,24 +3,28 @@
 
 #include <optional>
 
-#include "platform/print_document.h"
+#include "platform/drawing/page_options.h"
 
-namespace platform_linux::documents {
+namespace platform::drawing {
 
 inline constexpr int paperOwn = 256;  // the device's own size, one without a number
 
-// Portrait, hundredths of a millimetre.
+// Hundredths of a millimetre.
 struct PaperSize {
-    int number = platform::paperA4;
+    int number = paperA4;
     int width = 21000;
     int height = 29700;
 };
 
+// Portrait.
 std::optional<PaperSize> paperSize(int number);
+
+// The sheet as the page has it; A4 where the size has no number.
+PaperSize paperOf(const PageOptions& options);
 
 // The number of a size in points, within a millimetre; paperOwn for a size that has none.
 int paperNumber(double widthPoints, double heightPoints);
 
 double toPoints(int hundredthsOfMillimetre);
 
-}  // namespace platform_linux::documents
+}  // namespace platform::drawing
