@@ -4,10 +4,12 @@
 #include <array>
 
 #include "platform/drawing/font_pixels.h"
-#include "platform/linux/code_page.h"
 #include "platform/linux/fonts/font_file.h"
 
 namespace platform_linux::fonts {
+
+// The character of each byte; 0 for none.
+using CodePage = std::array<char32_t, 256>;
 
 // The glyph that each byte shows; 0 for nothing.
 using ByteGlyphs = std::array<unsigned, 256>;

@@ -19,7 +19,8 @@ public:
         std::string name;                    // the name asked for, if the font is that one or has its metrics
     };
 
-    explicit FontCatalog(const CodePage& codePage) : codePage_(codePage) {}
+    explicit FontCatalog(const CodePage& codePage, FontFinder::Caution caution = {})
+        : codePage_(codePage), finder_(std::move(caution)) {}
 
     // The font for a request, or the nearest; valid until the next call. Throws runtime::Error (errPrinter) where no
     // TrueType font is installed.

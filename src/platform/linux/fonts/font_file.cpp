@@ -56,6 +56,29 @@ FontMeasures read(hb_face_t* face) {
     return measures;
 }
 
+using DrawFunctions = Scoped<hb_draw_funcs_t, hb_draw_funcs_destroy>;
+
+OutlinePen& penOf(void* data) { return *static_cast<OutlinePen*>(data); }
+
+DrawFunctions drawFunctions() {
+    DrawFunctions functions(hb_draw_funcs_create());
+    hb_draw_funcs_set_move_to_func(
+        functions.get(), [](auto*, void* pen, auto*, float x, float y, void*) { penOf(pen).moveTo(x, y); }, nullptr,
+        nullptr);
+    hb_draw_funcs_set_line_to_func(
+        functions.get(), [](auto*, void* pen, auto*, float x, float y, void*) { penOf(pen).lineTo(x, y); }, nullptr,
+        nullptr);
+    hb_draw_funcs_set_quadratic_to_func(
+        functions.get(),
+        [](auto*, void* pen, auto*, float controlX, float controlY, float x, float y, void*) {
+            penOf(pen).curveTo(controlX, controlY, x, y);
+        },
+        nullptr, nullptr);
+    hb_draw_funcs_set_close_path_func(
+        functions.get(), [](auto*, void* pen, auto*, void*) { penOf(pen).close(); }, nullptr, nullptr);
+    return functions;
+}
+
 }  // namespace
 
 std::optional<FontFile> FontFile::open(const std::string& path, int index) {
@@ -81,6 +104,15 @@ unsigned FontFile::glyph(char32_t character) const {
 }
 
 int FontFile::advance(unsigned glyph) const { return hb_font_get_glyph_h_advance(font_.get(), glyph); }
+
+void FontFile::outline(unsigned glyph, OutlinePen& pen) const {
+    static const DrawFunctions functions = drawFunctions();
+#if HB_VERSION_ATLEAST(7, 0, 0)
+    hb_font_draw_glyph(font_.get(), glyph, functions.get(), &pen);
+#else
+    hb_font_get_glyph_shape(font_.get(), glyph, functions.get(), &pen);
+#endif
+}
 
 std::string FontFile::postScriptName() const {
     std::array<char, 64> buffer{};

@@ -28,6 +28,19 @@ struct FontMeasures {
     int top = 0;
 };
 
+// Takes the closed contours of an outline, in units of the font, y upwards; what they go round is filled (non-zero
+// winding rule).
+class OutlinePen {
+public:
+    virtual ~OutlinePen() = default;
+
+    virtual void moveTo(double x, double y) = 0;
+    virtual void lineTo(double x, double y) = 0;
+    // Quadratic.
+    virtual void curveTo(double controlX, double controlY, double x, double y) = 0;
+    virtual void close() = 0;
+};
+
 class FontFile {
 public:
     // Nothing where the file cannot be read or holds no TrueType outlines. The file is mapped, not read.
@@ -37,6 +50,7 @@ public:
     // The glyph of a character; 0 where the font has none.
     unsigned glyph(char32_t character) const;
     int advance(unsigned glyph) const;
+    void outline(unsigned glyph, OutlinePen& pen) const;
     // The font's PostScript name, letters, digits and hyphens only; "Font" where it has none.
     std::string postScriptName() const;
 

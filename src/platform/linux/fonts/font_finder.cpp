@@ -1,14 +1,10 @@
 #include "platform/linux/fonts/font_finder.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdlib>
-#include <optional>
 #include <string_view>
 #include <utility>
 
-#include "platform/linux/forked_call.h"
-#include "platform/linux/memory_room.h"
 #include "runtime/error.h"
 
 namespace platform_linux::fonts {
@@ -147,8 +143,8 @@ const std::vector<FontLocation>& FontFinder::find(const std::string& family, boo
     if (const Answer* answer = known(family, bold, italic, all)) {
         return answer->fonts;
     }
-    if (!memoryIsPlenty()) {
-        askInProcessOfItsOwn(family, bold, italic, all);
+    if (caution_.memoryIsPlenty && !caution_.memoryIsPlenty()) {
+        askApart(family, bold, italic, all);
         return known(family, bold, italic, all)->fonts;
     }
     if (!config_) {
@@ -160,13 +156,13 @@ const std::vector<FontLocation>& FontFinder::find(const std::string& family, boo
 }
 
 // A report uses all four styles as a rule, so their fonts are asked for at once; every font of a style hardly ever.
-void FontFinder::askInProcessOfItsOwn(const std::string& family, bool bold, bool italic, bool all) {
+void FontFinder::askApart(const std::string& family, bool bold, bool italic, bool all) {
     // Where fonts are new, their list is made first.
     constexpr std::chrono::seconds limit{60};
     const std::vector<Style> styles =
         all ? std::vector<Style>{{bold, italic}}
             : std::vector<Style>{{false, false}, {true, false}, {false, true}, {true, true}};
-    const auto text = forkedText([&] { return answersTo(family, styles, all); }, limit);
+    const auto text = caution_.apart([&] { return answersTo(family, styles, all); }, limit);
     if (!text) {
         throw runtime::Error(
             runtime::errPrinter,

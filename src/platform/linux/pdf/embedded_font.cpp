@@ -18,7 +18,7 @@ void appendEntry(std::string& text, std::string_view name, std::int64_t value) {
 
 }  // namespace
 
-EmbeddedFont::EmbeddedFont(const fonts::CodePageFont& font, const CodePage& codePage, int resource)
+EmbeddedFont::EmbeddedFont(const fonts::CodePageFont& font, const fonts::CodePage& codePage, int resource)
     : font_(font), codePage_(codePage), resource_(resource) {
     std::transform(font.units().advance.begin(), font.units().advance.end(), widths_.begin(),
                    [this](int advance) { return perMille(advance); });

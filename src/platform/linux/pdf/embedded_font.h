@@ -16,7 +16,7 @@ namespace platform_linux::pdf {
 class EmbeddedFont {
 public:
     // Font and code page are borrowed; the resource is its number among those of the document.
-    EmbeddedFont(const fonts::CodePageFont& font, const CodePage& codePage, int resource);
+    EmbeddedFont(const fonts::CodePageFont& font, const fonts::CodePage& codePage, int resource);
 
     const fonts::CodePageFont& face() const noexcept { return font_; }
 
@@ -38,7 +38,7 @@ private:
     int perMille(double units) const;
 
     const fonts::CodePageFont& font_;
-    const CodePage& codePage_;
+    const fonts::CodePage& codePage_;
     int resource_;
     std::array<int, 256> widths_{};  // thousandths of the em
     std::array<bool, 256> used_{};

@@ -1,8 +1,12 @@
 #include "platform/linux/pdf/font_collection.h"
 
+#include "platform/linux/forked_call.h"
+#include "platform/linux/memory_room.h"
 #include "platform/linux/pdf/page_content.h"
 
 namespace platform_linux::pdf {
+
+FontCollection::FontCollection(const fonts::CodePage& codePage) : catalog_(codePage, {memoryIsPlenty, forkedText}) {}
 
 FontCollection::Choice FontCollection::choose(const std::string& name, bool bold, bool italic) {
     const fonts::FontCatalog::Choice& choice = catalog_.choose(name, bold, italic);

@@ -16,7 +16,7 @@ public:
         const std::string& name;  // as in the catalog; valid until the next call
     };
 
-    explicit FontCollection(const CodePage& codePage) : catalog_(codePage) {}
+    explicit FontCollection(const fonts::CodePage& codePage);
 
     // The font for a request, or the nearest. Throws as the catalog does.
     Choice choose(const std::string& name, bool bold, bool italic);
