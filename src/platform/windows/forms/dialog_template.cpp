@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "platform/windows/forms/canvas_window.h"
 #include "platform/windows/screen_resolution.h"
 #include "platform/windows/wide_text.h"
 
@@ -17,32 +18,58 @@ using platform::ControlKind;
 constexpr int firstNumber = 100;
 
 struct ControlWindow {
-    WORD windowClass;  // number of a class that the system knows
+    WORD windowClass;  // number of a class that the system knows; 0: a canvas
     DWORD style;
-    DWORD extendedStyle;
-    int droppedHeight;  // more than the control's own, in dialog units
+    DWORD extendedStyle = 0;
+    int droppedHeight = 0;  // more than the control's own, in dialog units
 };
 
-ControlWindow windowOf(ControlKind kind, bool isDefault) {
+constexpr DWORD listStyle = WS_TABSTOP | WS_VSCROLL;
+constexpr int droppedHeight = 120;
+
+ControlWindow labelOf(const Control& control) {
+    constexpr WORD text = 0x0082;
+    // A line of its own names nothing, so it has no access key, and may be longer than there is room for.
+    return {text, control.sizing == platform::Sizing::bottomLine ? DWORD{SS_LEFT | SS_NOPREFIX | SS_ENDELLIPSIS}
+                                                                 : DWORD{SS_LEFT}};
+}
+
+ControlWindow windowOf(const Control& control, bool isDefault) {
     constexpr WORD button = 0x0080;
     constexpr WORD edit = 0x0081;
-    constexpr WORD text = 0x0082;
     constexpr WORD list = 0x0083;
     constexpr WORD combo = 0x0085;
-    switch (kind) {
+    switch (control.kind) {
         case ControlKind::textBox:
-            return {edit, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE, 0};
+            return {edit, WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE};
         case ControlKind::listBox:
-            return {list, WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, WS_EX_CLIENTEDGE,
-                    0};
+            return {list, listStyle | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, WS_EX_CLIENTEDGE};
         case ControlKind::dropDownList:
-            return {combo, WS_TABSTOP | WS_VSCROLL | CBS_DROPDOWNLIST, 0, 120};
+            return {combo, listStyle | CBS_DROPDOWNLIST, 0, droppedHeight};
+        case ControlKind::comboBox:
+            return {combo, listStyle | CBS_DROPDOWN | CBS_AUTOHSCROLL, 0, droppedHeight};
+        case ControlKind::optionButton:
+            return {button, BS_AUTORADIOBUTTON};
         case ControlKind::button:
-            return {button, WS_TABSTOP | static_cast<DWORD>(isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON), 0, 0};
-        default:
+            return {button, WS_TABSTOP | static_cast<DWORD>(isDefault ? BS_DEFPUSHBUTTON : BS_PUSHBUTTON)};
+        case ControlKind::toolButton:
+            return {button, BS_OWNERDRAW};
+        case ControlKind::canvas:
+            return {0, WS_TABSTOP};
+        case ControlKind::label:
             break;
     }
-    return {text, SS_LEFT, 0, 0};
+    return labelOf(control);
+}
+
+// The arrow keys go from one option to the next within a group; the first one is in the tab order.
+DWORD groupStyle(const std::vector<Control>& controls, std::size_t index) {
+    const auto isOption = [&](std::size_t at) { return controls[at].kind == ControlKind::optionButton; };
+    const bool follows = index > 0 && isOption(index - 1);
+    if (isOption(index)) {
+        return follows ? 0 : WS_GROUP | WS_TABSTOP;
+    }
+    return follows ? WS_GROUP : 0;
 }
 
 // Puts words and double words behind each other as the templates want them.
@@ -80,9 +107,12 @@ void writeHeader(Writer& to, const platform::FormDesign& design, const DialogFon
     to.word(extended);
     to.number(0);  // help
     to.number(0);  // extended style
-    to.number(WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | DS_SETFONT | DS_FIXEDSYS);
+    // Its controls are not painted over when it has another size.
+    constexpr DWORD resizable = WS_THICKFRAME | WS_MAXIMIZEBOX | WS_CLIPCHILDREN;
+    to.number(WS_POPUP | WS_CAPTION | WS_SYSMENU | WS_MINIMIZEBOX | DS_SETFONT | DS_FIXEDSYS |
+              (design.resizable ? resizable : 0));
     to.word(static_cast<unsigned>(design.controls.size()));
-    to.place(0, 0, design.width, 0);
+    to.place(0, 0, design.width, design.height);
     to.word(0);  // no menu
     to.word(0);  // the usual class
     to.text(widen(design.title));
@@ -95,15 +125,19 @@ void writeHeader(Writer& to, const platform::FormDesign& design, const DialogFon
 void writeControl(Writer& to, const platform::FormDesign& design, std::size_t index) {
     constexpr unsigned classByNumber = 0xFFFF;
     const Control& control = design.controls[index];
-    const ControlWindow window = windowOf(control.kind, control.name == design.defaultButton);
+    const ControlWindow window = windowOf(control, control.name == design.defaultButton);
     to.alignToNumber();
     to.number(0);  // help
     to.number(window.extendedStyle);
-    to.number(WS_CHILD | WS_VISIBLE | window.style);
+    to.number(WS_CHILD | WS_VISIBLE | window.style | groupStyle(design.controls, index));
     to.place(control.place.x, control.place.y, control.place.width, control.place.height + window.droppedHeight);
     to.number(static_cast<DWORD>(numberOf(design, index)));
-    to.word(classByNumber);
-    to.word(window.windowClass);
+    if (window.windowClass != 0) {
+        to.word(classByNumber);
+        to.word(window.windowClass);
+    } else {
+        to.text(CanvasWindow::windowClass());
+    }
     to.text(widen(control.caption));
     to.word(0);  // nothing of its own
 }

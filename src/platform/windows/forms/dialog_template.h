@@ -1,7 +1,7 @@
 // A form's design as the system's functions for dialogs take it.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows/gdi/system_headers.h"
 
 #include <cstddef>
 #include <string>

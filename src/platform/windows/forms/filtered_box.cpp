@@ -2,8 +2,8 @@
 
 #include <exception>
 
+#include "platform/windows/forms/clipboard.h"
 #include "platform/windows/forms/kept_pointer.h"
-#include "platform/windows/handle.h"
 
 namespace platform_windows::forms {
 
@@ -13,24 +13,6 @@ constexpr const wchar_t* filterProperty = L"KRVWinPr.Filter";
 constexpr const wchar_t* procedureProperty = L"KRVWinPr.Procedure";
 constexpr WPARAM backspace = 8;
 constexpr WPARAM firstWritten = 32;
-
-struct ClipboardKind {
-    using Handle = bool;
-    static Handle none() noexcept { return false; }
-    static void close(Handle) noexcept { ::CloseClipboard(); }
-};
-
-std::wstring clipboardText(HWND owner) {
-    const Owner<ClipboardKind> open(::OpenClipboard(owner) != FALSE);
-    const HANDLE memory = open ? ::GetClipboardData(CF_UNICODETEXT) : nullptr;
-    const auto* text = memory != nullptr ? static_cast<const wchar_t*>(::GlobalLock(memory)) : nullptr;
-    if (text == nullptr) {
-        return {};
-    }
-    std::wstring copy(text);
-    ::GlobalUnlock(memory);
-    return copy;
-}
 
 // In place of what is selected, as far as the filter takes it.
 void paste(HWND box, const CharacterFilter& filter) {

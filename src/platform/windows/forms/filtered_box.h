@@ -1,7 +1,7 @@
 // Text boxes that take only some characters.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows/gdi/system_headers.h"
 
 #include <functional>
 #include <string>

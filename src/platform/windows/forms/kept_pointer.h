@@ -1,7 +1,7 @@
 // Pointers and handles that the system's functions keep and give back as numbers.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows/gdi/system_headers.h"
 
 namespace platform_windows::forms {
 

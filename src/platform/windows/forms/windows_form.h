@@ -1,9 +1,8 @@
 // One form, shown as a dialog of the system.
 #pragma once
 
-#include <windows.h>
+#include "platform/windows/gdi/system_headers.h"
 
-#include <functional>
 #include <list>
 #include <memory>
 #include <string>
@@ -11,8 +10,13 @@
 #include <vector>
 
 #include "platform/forms.h"
+#include "platform/windows/forms/canvas_window.h"
 #include "platform/windows/forms/dialog_template.h"
+#include "platform/windows/forms/event_teller.h"
 #include "platform/windows/forms/filtered_box.h"
+#include "platform/windows/forms/form_keeper.h"
+#include "platform/windows/forms/form_layout.h"
+#include "platform/windows/forms/tool_button.h"
 #include "platform/windows/handle.h"
 
 namespace platform_windows::forms {
@@ -24,27 +28,21 @@ struct WindowKind {
 };
 using Window = Owner<WindowKind>;
 
-class WindowsForm;
-
-// What the forms of a program have in common.
-class FormKeeper {
-public:
-    virtual ~FormKeeper() = default;
-    // The form is gone.
-    virtual void gone(WindowsForm& form) noexcept = 0;
-    // An exception is under way that an event has thrown.
-    virtual void failed() noexcept = 0;
-};
-
 class WindowsForm final : public platform::Form {
 public:
-    // All but the design must outlive it. Throws runtime::Error where the system makes no window.
-    WindowsForm(const platform::FormDesign& design, platform::FormEvents& events, FormKeeper& keeper);
+    // All but the design must outlive it; the owner may be null, and takes no input until this form is closed. Throws
+    // runtime::Error where the system makes no window.
+    WindowsForm(const platform::FormDesign& design, platform::FormEvents& events, FormKeeper& keeper, HWND owner);
     WindowsForm(const WindowsForm&) = delete;
     WindowsForm& operator=(const WindowsForm&) = delete;
     ~WindowsForm() override;
 
     HWND window() const noexcept { return window_.get(); }
+
+    // Whether a message that is about to be dispatched was the form's, and is dealt with.
+    bool takes(MSG& message);
+    bool wantsIdle() const noexcept { return wantsIdle_; }
+    void tellIdle() noexcept;
 
     void show() override;
     void close() override;
@@ -58,6 +56,14 @@ public:
     void select(const std::string& control, int index) override;
     void setEnabled(const std::string& control, bool enabled) override;
     void setTabStop(const std::string& control, bool stop) override;
+    void focus(const std::string& control) override;
+    platform::CanvasSize canvasSize(const std::string& control) const override;
+    void invalidate(const std::string& control) override;
+    void setScrollBars(const std::string& control, platform::ScrollBar across, platform::ScrollBar down) override;
+    void setCursor(const std::string& control, platform::Cursor cursor) override;
+    void wantIdle(bool want) override { wantsIdle_ = want; }
+    platform::WindowPlace windowPlace() const override;
+    void setWindowPlace(const platform::WindowPlace& place) override;
     void repaint() override;
 
 private:
@@ -65,28 +71,44 @@ private:
         platform::Control control;
         HWND window = nullptr;
         CharacterFilter filter;
+        std::unique_ptr<ToolButton> tool;
+        std::unique_ptr<CanvasWindow> canvas;
     };
 
     static INT_PTR CALLBACK handle(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
+    bool answer(UINT message, WPARAM first, LPARAM second) noexcept;
     void created(HWND window);
-    void makeToolTips();
-    void commanded(int number, unsigned notification);
+    void made(Part& part);
+    void filter(Part& part, HWND box);
+    void commanded(int number, unsigned notification) noexcept;
+    void chosen(const Part& part) noexcept;
+    void entered() noexcept;
+    bool takesShortcut(const MSG& message);
+    bool takesWheel(const MSG& message);
+    void screenChanged(UINT message) noexcept;
+    void draw(const DRAWITEMSTRUCT& item) const;
     void destroyed() noexcept;
+    void endWindow();
 
     const Part* find(std::string_view name) const;
+    const Part* findByNumber(int number) const;
+    const Part* focused() const;
     HWND windowOf(std::string_view name) const;
-    template <typename Event>
-    void tell(const Event& event) noexcept;
+    CanvasWindow* canvasOf(std::string_view name) const;
 
     platform::FormDesign design_;
-    platform::FormEvents& events_;
+    EventTeller teller_;
     FormKeeper& keeper_;
+    HWND owner_;
     DialogFont font_;
     std::list<Part> parts_;  // in the design's order
+    FormLayout layout_;
     Window window_;
-    HWND tips_ = nullptr;
     HWND disabledWithFocus_ = nullptr;
-    bool silent_ = true;  // the program does something, and no user
+    HWND firstFocus_ = nullptr;  // once the form is shown
+    bool placed_ = false;
+    bool maximized_ = false;  // once it is shown
+    bool wantsIdle_ = false;
 };
 
 }  // namespace platform_windows::forms

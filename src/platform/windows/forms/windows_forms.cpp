@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "platform/windows/file_calls.h"
+#include "platform/windows/forms/clipboard.h"
+#include "platform/windows/forms/file_choice.h"
 #include "platform/windows/places.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/system_library.h"
@@ -27,26 +29,28 @@ std::wstring explorer() {
     return folderOf(folder) + L"explorer.exe";
 }
 
+// Every form is made here.
+HWND windowOf(platform::Form* form) { return form != nullptr ? static_cast<WindowsForm*>(form)->window() : nullptr; }
+
 }  // namespace
 
 std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign& design, platform::FormEvents& events,
-                                                     platform::Form* /*owner*/) {
+                                                     platform::Form* owner) {
     if (!hasVisibleDesktop()) {
         throw runtime::Error(runtime::errPermissionDenied, "das Fenster „" + design.title +
                                                                "“ braucht einen Bildschirm; das Programm als "
                                                                "angemeldeter Benutzer starten");
     }
-    auto form = std::make_unique<WindowsForm>(design, events, *this);
+    auto form = std::make_unique<WindowsForm>(design, events, *this, windowOf(owner));
     open_.push_back(form.get());
     return form;
 }
 
 void WindowsForms::run() {
     MSG message{};
-    while (!open_.empty() && ::GetMessageW(&message, nullptr, 0, 0) > 0) {
-        const bool taken = std::any_of(open_.begin(), open_.end(), [&](const WindowsForm* form) {
-            return ::IsDialogMessageW(form->window(), &message) != FALSE;
-        });
+    while (!open_.empty() && receive(message)) {
+        const bool taken =
+            std::any_of(open_.begin(), open_.end(), [&](WindowsForm* form) { return form->takes(message); });
         if (!taken) {
             ::TranslateMessage(&message);
             ::DispatchMessageW(&message);
@@ -57,10 +61,36 @@ void WindowsForms::run() {
     }
 }
 
+// Waits for the next message, and has the forms do what they have to do meanwhile. False at the end of all.
+bool WindowsForms::receive(MSG& message) {
+    while (std::any_of(open_.begin(), open_.end(), [](const WindowsForm* form) { return form->wantsIdle(); })) {
+        // One to paint is the last that there is.
+        if (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+            return message.message != WM_QUIT;
+        }
+        // An event may open a form.
+        const std::vector<WindowsForm*> open = open_;
+        for (WindowsForm* const form : open) {
+            if (form->wantsIdle()) {
+                form->tellIdle();
+            }
+        }
+    }
+    return ::GetMessageW(&message, nullptr, 0, 0) > 0;
+}
+
 void WindowsForms::closeAll() {
     for (WindowsForm* const form : open_) {
         form->close();
     }
+}
+
+void WindowsForms::copyText(const std::string& text) { setClipboardText(topmostWindow(), text); }
+
+std::optional<std::string> WindowsForms::askFileToWrite(platform::Form& owner, const std::string& title,
+                                                        const std::string& suggestion, const std::string& kindOfFile,
+                                                        const std::string& ending) {
+    return chooseFileToWrite(windowOf(&owner), title, suggestion, kindOfFile, ending);
 }
 
 std::string WindowsForms::showPrinterFolder() {

@@ -3,6 +3,7 @@
 
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,9 +18,14 @@ public:
                                            platform::Form* owner) override;
     void run() override;
     void closeAll() override;
+    void copyText(const std::string& text) override;
+    std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
+                                              const std::string& suggestion, const std::string& kindOfFile,
+                                              const std::string& ending) override;
     std::string showPrinterFolder() override;
 
 private:
+    bool receive(MSG& message);
     void gone(WindowsForm& form) noexcept override;
     void failed() noexcept override;
 
