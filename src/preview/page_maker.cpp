@@ -1,13 +1,11 @@
 #include "preview/page_maker.h"
 
-#include <limits>
 #include <new>
 
 #include "report/job_failure.h"
 #include "report/page_cutter.h"
 #include "report/tray_selection.h"
 #include "runtime/error.h"
-#include "runtime/numbers.h"
 
 namespace preview {
 
@@ -68,13 +66,9 @@ std::string PageMaker::failureOf(std::size_t number, Step step) {
 }
 
 void PageMaker::print(std::size_t number, std::string_view page, report::PageStart start) {
-    constexpr std::int16_t most = std::numeric_limits<std::int16_t>::max();
     session_.log.line(">     zeige Seite: ", std::to_string(number));
     text_.begin(*document_);
-    if (number > most) {
-        throw Error(runtime::errOverflow, "ein Druckauftrag endet hinter Seite " + std::to_string(most));
-    }
-    run_.state.intSeite = static_cast<std::int16_t>(number);
+    run_.state.intSeite = report::pageNumber(number);
     run_.state.type = start.type;
     setOption(PageOption::orientation, start.orientation);
     setOption(PageOption::paperBin, start.paperBin);

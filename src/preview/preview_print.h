@@ -23,7 +23,7 @@ class PreviewPrint {
 public:
     // Session and pages are borrowed; the pages must not be read anew meanwhile.
     PreviewPrint(session::Session& session, const PreviewPages& pages, PrintRequest request,
-                 report::LetEventsRun letEventsRun);
+                 const report::LetEventsRun& letEventsRun);
     ~PreviewPrint();
 
     // Prepares, prints a page, or hands the document over. True when all is done. Throws runtime::Error, with the page

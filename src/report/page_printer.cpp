@@ -1,6 +1,18 @@
 #include "report/page_printer.h"
 
+#include <limits>
+
+#include "runtime/error.h"
+
 namespace report {
+
+std::int16_t pageNumber(std::size_t number) {
+    constexpr std::int16_t most = std::numeric_limits<std::int16_t>::max();
+    if (number > most) {
+        throw runtime::Error(runtime::errOverflow, "ein Druckauftrag endet hinter Seite " + std::to_string(most));
+    }
+    return static_cast<std::int16_t>(number);
+}
 
 PagePrinter::PagePrinter(PrintRun& run, const std::string& sGrafikname, bool blnTwoPass)
     : run_(run),

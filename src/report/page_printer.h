@@ -1,6 +1,8 @@
 // Prints one page of a job after the other.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -9,6 +11,9 @@
 #include "report/print_run.h"
 
 namespace report {
+
+// The number as a job counts it, from 1; errOverflow behind page 32767, where a job ends.
+std::int16_t pageNumber(std::size_t number);
 
 // The printer has been prepared, and its tray is chosen. Failures are runtime::Error, and the progress says in which
 // stretch. Turning to the next page is the caller's.

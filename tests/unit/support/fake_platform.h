@@ -113,7 +113,14 @@ public:
     runtime::DateTime localTime() override { return now; }
     const runtime::Locale& locale() override { return userLocale; }
     std::string toSystemCodePage(std::string_view text) override { return std::string(text); }
-    std::string fromDosCodePage(std::string_view bytes) override { return std::string(bytes); }
+    std::map<char, std::string> dosCharacters;  // what a byte is, where not itself
+    std::string fromDosCodePage(std::string_view bytes) override {
+        std::string text;
+        for (const char byte : bytes) {
+            text += dosCharacters.contains(byte) ? dosCharacters[byte] : std::string(1, byte);
+        }
+        return text;
+    }
     int screenDpiX() override { return screenDpi; }
     int screenDpiY() override { return screenDpiDown; }
     bool screenAnswers() override { return true; }

@@ -209,10 +209,12 @@ public:
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override {
         check();
         answer();
-        device.documents.push_back(std::make_shared<RecordedDocument>());
-        device.documents.back()->printer = name;
-        device.documents.back()->title = title;
-        return std::make_unique<RecordingDocument>(device, device.documents.back());
+        return recorded(name, title);
+    }
+    bool hasSheet = true;
+    std::unique_ptr<platform::PrintDocument> openSheet() override { return hasSheet ? recorded("Blatt", "") : nullptr; }
+    std::unique_ptr<platform::PrintDocument> openFile(const std::string& path, const std::string& title) override {
+        return recorded(path, title);
     }
 
     void answer() const {
@@ -224,6 +226,14 @@ public:
         if (failWith != 0) {
             throw platform::SpoolerError(failWith, "");
         }
+    }
+
+private:
+    std::unique_ptr<platform::PrintDocument> recorded(const std::string& name, const std::string& title) {
+        device.documents.push_back(std::make_shared<RecordedDocument>());
+        device.documents.back()->printer = name;
+        device.documents.back()->title = title;
+        return std::make_unique<RecordingDocument>(device, device.documents.back());
     }
 };
 
