@@ -40,6 +40,12 @@ inline Area intersection(const Area& one, const Area& other) {
     return {common(one.across, other.across), common(one.down, other.down)};
 }
 
+// The smallest area that contains both.
+inline Area bounds(const Area& one, const Area& other) {
+    const auto both = [](Span a, Span b) { return Span{std::min(a.start, b.start), std::max(a.end, b.end)}; };
+    return {both(one.across, other.across), both(one.down, other.down)};
+}
+
 // All of the sheet, the unprintable margins included.
 inline Area sheetOf(const DeviceCapabilities& device) {
     const auto span = [](std::int64_t offset, std::int64_t length) { return Span{-offset, length - offset}; };

@@ -1,7 +1,10 @@
 #include "platform/windows/gdi/scaled_picture.h"
 
 #include <algorithm>
-#include <cmath>
+#include <cstddef>
+#include <iterator>
+#include <numeric>
+#include <utility>
 #include <vector>
 
 #include "platform/drawing/grey.h"
@@ -21,6 +24,7 @@ struct Share {
     float between = 0;
     float ofLast = 0;
 
+    bool operator==(const Share&) const = default;
     float of(int pixel) const { return pixel == first ? ofFirst : pixel == last ? ofLast : between; }
 };
 
@@ -63,18 +67,32 @@ struct Sum {
     }
 };
 
+// The three channels of a pixel side by side, with room to add up thousands of them at once.
+using Packed = std::uint64_t;
+constexpr unsigned packedBits = 21;
+constexpr int mostAtOnce = 8192;
+
+Packed packed(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
+    return Packed{red} << (2 * packedBits) | Packed{green} << packedBits | blue;
+}
+
+Sum unpacked(Packed value) {
+    const auto channel = [value](unsigned bit) {
+        return static_cast<float>(value >> bit & ((Packed{1} << packedBits) - 1));
+    };
+    return {channel(2 * packedBits), channel(packedBits), channel(0)};
+}
+
 // Rows of the picture with the columns of the screen.
 class Rows {
 public:
     Rows(const Picture& picture, std::vector<Share> columns)
         : picture_(picture), columns_(std::move(columns)), sums_(columns_.size()) {
-        first_ = columns_.front().first;
-        last_ = columns_.front().last;
-        for (const Share& share : columns_) {
-            first_ = std::min(first_, share.first);
-            last_ = std::max(last_, share.last);
-        }
-        row_.resize(static_cast<std::size_t>(last_ - first_) + 1);
+        const auto [first, last] = std::minmax(columns_.front().first, columns_.back().first);
+        first_ = first;
+        row_.resize(static_cast<std::size_t>(std::max(columns_.front().last, columns_.back().last) - first) + 1);
+        std::transform(picture.palette.begin(), picture.palette.end(), std::back_inserter(palette_),
+                       [](platform::Color color) { return packed(color.red, color.green, color.blue); });
     }
 
     // Good until the next one is asked for.
@@ -91,39 +109,46 @@ public:
 
 private:
     void read(const std::uint8_t* bytes) {
-        const int bits = picture_.bitsPerPixel;
-        for (int x = first_; x <= last_; ++x) {
-            platform::Color& color = row_[static_cast<std::size_t>(x - first_)];
-            if (bits == 24) {
-                const std::uint8_t* rgb = bytes + std::size_t{3} * static_cast<std::size_t>(x);
-                color = {rgb[0], rgb[1], rgb[2]};
-            } else {
-                const std::size_t bit = static_cast<std::size_t>(x) * static_cast<std::size_t>(bits);
-                const unsigned number = bytes[bit / 8] >> (8U - static_cast<unsigned>(bits) - bit % 8);
-                color = picture_.palette[number & ((1U << static_cast<unsigned>(bits)) - 1)];
-            }
+        switch (picture_.bitsPerPixel) {
+            case 1:
+                return readNumbers<1>(bytes);
+            case 2:
+                return readNumbers<2>(bytes);
+            case 4:
+                return readNumbers<4>(bytes);
+            case 8:
+                return readNumbers<8>(bytes);
+            default:
+                break;
+        }
+        bytes += 3 * first_;
+        for (Packed& pixel : row_) {
+            pixel = packed(bytes[0], bytes[1], bytes[2]);
+            bytes += 3;
+        }
+    }
+
+    template <std::size_t bits>
+    void readNumbers(const std::uint8_t* bytes) {
+        constexpr std::size_t inByte = 8 / bits;
+        auto x = static_cast<std::size_t>(first_);
+        for (Packed& pixel : row_) {
+            const unsigned number = bytes[x / inByte] >> ((inByte - 1 - x % inByte) * bits);
+            pixel = palette_[number & ((1U << bits) - 1)];
+            ++x;
         }
     }
 
     Sum sumOf(const Share& share) const {
-        const auto at = [this](int x) {
-            const platform::Color color = row_[static_cast<std::size_t>(x - first_)];
-            return Sum{static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue)};
-        };
+        const auto at = [this](int x) { return row_.begin() + (x - first_); };
         Sum sum;
-        sum.add(at(share.first), share.ofFirst);
-        int red = 0;
-        int green = 0;
-        int blue = 0;
-        for (int x = share.first + 1; x < share.last; ++x) {
-            const platform::Color color = row_[static_cast<std::size_t>(x - first_)];
-            red += color.red;
-            green += color.green;
-            blue += color.blue;
+        sum.add(unpacked(*at(share.first)), share.ofFirst);
+        for (int x = share.first + 1; x < share.last; x += mostAtOnce) {
+            const int end = std::min(share.last, x + mostAtOnce);
+            sum.add(unpacked(std::accumulate(at(x), at(end), Packed{0})), share.between);
         }
-        sum.add({static_cast<float>(red), static_cast<float>(green), static_cast<float>(blue)}, share.between);
         if (share.last > share.first) {
-            sum.add(at(share.last), share.ofLast);
+            sum.add(unpacked(*at(share.last)), share.ofLast);
         }
         return sum;
     }
@@ -131,9 +156,9 @@ private:
     const Picture& picture_;
     std::vector<Share> columns_;
     std::vector<Sum> sums_;
-    std::vector<platform::Color> row_;  // from the first column on that is needed
-    int first_ = 0;
-    int last_ = 0;
+    std::vector<Packed> palette_;
+    std::vector<Packed> row_;  // from the first column on that is needed
+    std::ptrdiff_t first_ = 0;
     const std::uint8_t* bytes_ = nullptr;  // of the row that the sums are of; many rows of a form are alike
 };
 
@@ -148,18 +173,26 @@ std::uint32_t pixelOf(const Sum& sum, bool grey) {
 void drawScaled(const Picture& picture, const PictureLook& look, const platform::drawing::Area& part,
                 const ScreenPixels& pixels) {
     Rows rows(picture, sharesOf(part.across, picture.width, look.width, look.mirroredAcross));
+    const auto width = static_cast<std::size_t>(part.across.end - part.across.start);
     std::vector<Sum> sums;
+    Share before{-1, -1};
     for (std::int64_t place = part.down.start; place < part.down.end; ++place) {
         const Share share = shareOf(place, picture.height, look.height, look.mirroredDown);
-        sums.assign(static_cast<std::size_t>(part.across.end - part.across.start), Sum());
+        std::uint32_t* const row = pixels.row(static_cast<int>(place - part.down.start));
+        if (share.first == share.last && share == before) {
+            std::copy_n(row - pixels.stride, width, row);
+            continue;
+        }
+        sums.assign(width, Sum());
         for (int number = share.first; number <= share.last; ++number) {
-            const std::vector<Sum>& row = rows.get(number);
-            for (std::size_t column = 0; column < sums.size(); ++column) {
-                sums[column].add(row[column], share.of(number));
+            const std::vector<Sum>& added = rows.get(number);
+            const float weight = share.of(number);
+            for (std::size_t column = 0; column < width; ++column) {
+                sums[column].add(added[column], weight);
             }
         }
-        std::transform(sums.begin(), sums.end(), pixels.row(static_cast<int>(place - part.down.start)),
-                       [&](const Sum& sum) { return pixelOf(sum, look.grey); });
+        std::transform(sums.begin(), sums.end(), row, [&](const Sum& sum) { return pixelOf(sum, look.grey); });
+        before = share;
     }
 }
 

@@ -1,6 +1,8 @@
 // Pixels of the screen in memory, drawn on without the system.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 
@@ -24,6 +26,29 @@ struct Reach {
     double start = 0;
     double end = 0;
 };
+
+// Whole pixels, and how much of the first and of the last one is covered.
+class Cover {
+public:
+    // Of a bitmap of so many pixels.
+    Cover(Reach reach, int size)
+        : reach_{std::clamp<double>(reach.start, 0, size), std::clamp<double>(reach.end, 0, size)} {}
+
+    // Also where a number is none.
+    bool empty() const { return !(reach_.start < reach_.end); }
+    int first() const { return static_cast<int>(std::floor(reach_.start)); }
+    int end() const { return static_cast<int>(std::ceil(reach_.end)); }
+    double of(int pixel) const {
+        return std::max(0.0, std::min<double>(reach_.end, pixel + 1) - std::max<double>(reach_.start, pixel));
+    }
+
+private:
+    Reach reach_;
+};
+
+// The ground and a share of the colour, up to a whole pixel of it.
+inline constexpr std::uint32_t wholePixel = 256;
+std::uint32_t mixed(std::uint32_t ground, std::uint32_t color, std::uint32_t share);
 
 // Fills an area as far as it is on the bitmap. Of a pixel that lies within in part, that part is filled; opacity from
 // 0 to 1.

@@ -12,7 +12,8 @@ using platform::drawing::TextScale;
 std::int64_t SheetSurface::Scale::nearest(std::int64_t place) const { return std::llround((*this)(place)); }
 
 Span SheetSurface::Scale::visible(Span span) const {
-    return {std::max<std::int64_t>(0, nearest(span.start)), std::min<std::int64_t>(size, nearest(span.end))};
+    const auto inside = [this](std::int64_t place) { return std::clamp<std::int64_t>(nearest(place), 0, size); };
+    return {inside(span.start), inside(span.end)};
 }
 
 void SheetSurface::beginSheet(HDC canvas, const ScreenPixels& pixels, const platform::SheetView& view) {
@@ -34,6 +35,7 @@ void SheetSurface::endSheet() noexcept {
     if (!drawing_) {
         return;
     }
+    finishRectangles();
     finishLetters();
     drawing_.reset();
     ::RestoreDC(canvas_, canvasState_);
@@ -43,6 +45,14 @@ void SheetSurface::finishLetters() noexcept {
     if (lettersPending_) {
         ::GdiFlush();
         lettersPending_ = false;
+    }
+}
+
+void SheetSurface::finishRectangles() noexcept {
+    if (rectangleColor_) {
+        finishLetters();
+        rectangles_.draw(pixels_, *rectangleColor_);
+        rectangleColor_.reset();
     }
 }
 
@@ -111,6 +121,7 @@ void SheetSurface::showLetters(std::int64_t start, std::int64_t baseline, platfo
     }
     const auto x = static_cast<int>(turn().upright() ? baseline : start);
     const auto y = static_cast<int>(turn().upright() ? start : baseline);
+    finishRectangles();
     drawing_->text(fontKey(), colorRef(color), {x, y}, letters_, advances_);
     lettersPending_ = true;
     letters_.clear();
@@ -121,14 +132,18 @@ void SheetSurface::showRectangle(const Area& area, platform::Color color) {
     if (!drawing_) {
         return;
     }
-    finishLetters();
-    blend(pixels_, across_.reach(area.across), down_.reach(area.down), color);
+    if (rectangleColor_ != color) {
+        finishRectangles();
+        rectangleColor_ = color;
+    }
+    rectangles_.add(pixels_.width, pixels_.height, across_.reach(area.across), down_.reach(area.down));
 }
 
 void SheetSurface::showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) {
     if (!drawing_) {
         return;
     }
+    finishRectangles();
     finishLetters();
     const auto length = [](std::int64_t pixels, const Scale& scale) {
         return std::max<std::int64_t>(1, std::llround(static_cast<double>(std::abs(pixels)) * scale.pixel));

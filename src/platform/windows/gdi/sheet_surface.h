@@ -10,6 +10,7 @@
 #include "platform/drawing/pixel_surface.h"
 #include "platform/windows/gdi/font_handles.h"
 #include "platform/windows/gdi/gdi_handles.h"
+#include "platform/windows/gdi/joined_areas.h"
 #include "platform/windows/gdi/page_drawing.h"
 #include "platform/windows/gdi/scaled_pictures.h"
 #include "platform/windows/gdi/screen_pixels.h"
@@ -60,6 +61,7 @@ private:
     void showLetters(std::int64_t start, std::int64_t baseline, platform::Color color);
     // What the system has drawn so far is on the bitmap.
     void finishLetters() noexcept;
+    void finishRectangles() noexcept;
 
     DeviceContext device_{::CreateCompatibleDC(nullptr)};  // to measure on
     Typefaces typefaces_{Smoothing::grey};
@@ -75,7 +77,9 @@ private:
     platform::drawing::Area shown_;  // of the bitmap
     std::optional<PageDrawing> drawing_;
     bool lettersPending_ = false;
-    std::vector<wchar_t> letters_;  // reused
+    JoinedAreas rectangles_;
+    std::optional<platform::Color> rectangleColor_;  // of those not yet drawn
+    std::vector<wchar_t> letters_;                   // reused
     std::vector<int> advances_;
 };
 

@@ -1,0 +1,28 @@
+// Areas of one colour on the screen that may meet within a pixel.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/drawing/page_area.h"
+#include "platform/windows/gdi/screen_pixels.h"
+
+namespace platform_windows::gdi {
+
+// The parts of a pixel that areas fill are added up before it is mixed with its ground: areas that lie side by side
+// have no seam between them, and bars are as dark together as on paper.
+class JoinedAreas {
+public:
+    // On a bitmap of this size, the same until they are drawn.
+    void add(int width, int height, Reach across, Reach down);
+
+    // Draws all of them and forgets them.
+    void draw(const ScreenPixels& pixels, platform::Color color) noexcept;
+
+private:
+    int width_ = 0;
+    std::vector<std::uint16_t> parts_;  // of each pixel
+    platform::drawing::Area touched_;
+};
+
+}  // namespace platform_windows::gdi
