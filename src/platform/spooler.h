@@ -125,19 +125,18 @@ public:
     // the name of a file that a printer writes. Nothing reaches the printer before the first page has ended.
     virtual std::unique_ptr<PrintDocument> openDocument(const std::string& name, const std::string& title) = 0;
 
-    // A document that nobody can print, to measure and show pages where no printer answers: A4 in colour, all of it
-    // printable, 600 pixels per inch. Asks nobody. Null where there is none.
-    virtual std::unique_ptr<PrintDocument> openSheet() { return nullptr; }
+    // A document that nobody can print, to measure and show pages where no printer answers: A4 in colour, 600
+    // pixels per inch; where there is a built-in printer, its sheet, otherwise all of it printable. Asks nobody. Null
+    // where there is none.
+    virtual std::unique_ptr<PrintDocument> openSheet() = 0;
 
     // Whether the program writes PDF files itself. Otherwise a printer of the system may do it: its name, or empty.
-    virtual bool writesFiles() { return false; }
-    virtual std::string pdfPrinter() { return {}; }
+    virtual bool writesFiles() = 0;
+    virtual std::string pdfPrinter() = 0;
 
     // A document as the built-in printer writes it, into a file of this name: it appears, or replaces what was there,
     // when end() has it whole. Only where the program writes PDF files itself.
-    virtual std::unique_ptr<PrintDocument> openFile(const std::string& /*path*/, const std::string& /*title*/) {
-        return nullptr;
-    }
+    virtual std::unique_ptr<PrintDocument> openFile(const std::string& path, const std::string& title) = 0;
 };
 
 }  // namespace platform

@@ -10,6 +10,7 @@
 #include "platform/linux/linux_settings_store.h"
 #include "platform/linux/spool/builtin_target.h"
 #include "platform/linux/spool/linux_printing.h"
+#include "platform/linux/spool/named_pdf_file.h"
 #include "unit/support/recording_printer.h"
 
 namespace {
@@ -160,6 +161,59 @@ TEST_P(PdfFileTest, OfRootInAUsersFolderIsTheUsers) {
     file->pageBegins();
     file->deliver({});
     EXPECT_EQ(linux_support::ownerOf("BRIEF.pdf"), linux_support::nobody);
+}
+
+TEST_P(PdfFileTest, OfACertainNameReplacesWhatHasItInOneStep) {
+    const std::string path = folder_ / "Brief an A.pdf";
+    const auto write = [&](const char* text) {
+        auto file = std::make_unique<spool::NamedPdfFile>(path, GetParam());
+        file->pageBegins();
+        EXPECT_EQ(::write(file->descriptor(), text, 3), 3);
+        return file;
+    };
+    put(path, "alt");
+    ::chmod(path.c_str(), 0664);
+    write("weg");
+    EXPECT_EQ(get(path), "alt") << "dropped before it was complete";
+    write("neu")->deliver({});
+    EXPECT_EQ(get(path), "neu");
+    EXPECT_EQ(linux_support::modeOf(path), 0664U);
+    std::filesystem::remove(path);
+    std::filesystem::create_symlink("nirgends", path);
+    write("neu")->deliver({});
+    EXPECT_EQ(get(path), "neu");
+    EXPECT_EQ(folder_.names(), Names{"Brief an A.pdf"});
+}
+
+TEST_P(PdfFileTest, OfACertainNameSaysWhatIsInTheWay) {
+    const auto reason = [&](const std::string& path) {
+        std::string message;
+        EXPECT_EQ(errorOf([&] { spool::NamedPdfFile(path, GetParam()); }, &message), runtime::errPrinter);
+        return message;
+    };
+    EXPECT_NE(reason(folder_ / "fehlt/A.pdf")
+                  .find("Die PDF-Datei „A.pdf“ im Ordner „" + (folder_ / "fehlt") +
+                        "“ konnte nicht angelegt werden: der Ordner fehlt;"),
+              std::string::npos);
+    std::filesystem::create_directory("A.pdf");
+    EXPECT_NE(reason(folder_ / "A.pdf").find("das ist ein Ordner;"), std::string::npos);
+    ::mkfifo("B.pdf", 0600);
+    EXPECT_NE(reason(folder_ / "B.pdf").find("keine gewöhnliche Datei"), std::string::npos);
+
+    std::filesystem::create_directory("bald weg");
+    auto file = std::make_unique<spool::NamedPdfFile>(folder_ / "bald weg/A.pdf", GetParam());
+    file->pageBegins();
+    std::filesystem::remove_all("bald weg");
+    EXPECT_EQ(errorOf([&] { file->deliver({}); }), runtime::errPrinter);
+
+    put("C.pdf", "alt");
+    ::chmod("C.pdf", 0444);
+    ::chmod(".", 0777);
+    const pid_t somebody = linux_support::start([&] {
+        const bool dropped = ::geteuid() != 0 || ::setuid(linux_support::nobody) == 0;
+        return dropped && reason(folder_ / "C.pdf").find("keine Berechtigung") != std::string::npos ? 0 : 1;
+    });
+    EXPECT_EQ(linux_support::ended(somebody), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Both, PdfFileTest, testing::Values(spool::Concealment::unnamed, spool::Concealment::hidden),
@@ -334,6 +388,28 @@ TEST(LinuxPrinting, WithoutCupsThereIsTheBuiltinPrinterAlone) {
     EXPECT_EQ(printing.jobs().count("Korvano PDF"), 0);
     EXPECT_THROW(spooler.openDocument("Links", "x"), platform::SpoolerError);
     EXPECT_EQ(loaded, 1) << "tried once";
+}
+
+TEST(LinuxPrinting, ShowsPagesOnASheetAndWritesFilesOfAnyName) {
+    const linux_support::TemporaryFolder folder;
+    std::filesystem::current_path(folder / "");
+    testing_support::RecordingDevice device;
+    LinuxSettingsStore settings("");
+    spool::LinuxPrinting printing(
+        {[] { return CodePage{}; }, "Test"}, settings,
+        {{}, [&device](const pdf::PdfSettings&, int file) { return std::make_unique<FakePdf>(device, file); }});
+    const auto print = [](platform::PrintDocument& document) {
+        document.beginPage();
+        document.endPage();
+        document.end();
+    };
+    const auto sheet = printing.spooler().openSheet();
+    EXPECT_EQ(sheet->surface().capabilities(), (DeviceCapabilities{4760, 6816, 600, 600, 4960, 7016, 100, 100}));
+    print(*sheet);
+    EXPECT_EQ(folder.names(), Names());
+    print(*printing.spooler().openFile(folder / "A & B.pdf", "RECHNUNG.OUT"));
+    EXPECT_EQ(get(folder / "A & B.pdf"), "1 pages");
+    std::filesystem::current_path("/");
 }
 
 }  // namespace

@@ -213,6 +213,8 @@ public:
     }
     bool hasSheet = true;
     std::unique_ptr<platform::PrintDocument> openSheet() override { return hasSheet ? recorded("Blatt", "") : nullptr; }
+    bool writesFiles() override { return true; }
+    std::string pdfPrinter() override { return {}; }
     std::unique_ptr<platform::PrintDocument> openFile(const std::string& path, const std::string& title) override {
         return recorded(path, title);
     }

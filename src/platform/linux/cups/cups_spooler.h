@@ -36,6 +36,14 @@ public:
     bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& queue, const std::string& title) override;
+    // Files are the built-in printer's.
+    std::unique_ptr<platform::PrintDocument> openSheet() override { return nullptr; }
+    bool writesFiles() override { return false; }
+    std::string pdfPrinter() override { return {}; }
+    std::unique_ptr<platform::PrintDocument> openFile(const std::string& /*path*/,
+                                                      const std::string& /*title*/) override {
+        return nullptr;
+    }
 
 private:
     http_t* answering();

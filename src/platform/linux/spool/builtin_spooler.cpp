@@ -33,4 +33,12 @@ std::unique_ptr<platform::PrintDocument> BuiltinSpooler::openDocument(const std:
     return makeDocument_(std::make_unique<BuiltinTarget>(title), title);
 }
 
+std::unique_ptr<platform::PrintDocument> BuiltinSpooler::openSheet() {
+    return makeDocument_(BuiltinTarget::sheet(), {});
+}
+
+std::unique_ptr<platform::PrintDocument> BuiltinSpooler::openFile(const std::string& path, const std::string& title) {
+    return makeDocument_(BuiltinTarget::named(path, Concealment::unnamed), title);
+}
+
 }  // namespace platform_linux::spool

@@ -32,6 +32,10 @@ public:
     std::string errorText(std::uint32_t code) override;
     // A title "FOLDER\NAME.xxx" is printed into "NAME.pdf" in what is the current directory now.
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;
+    std::unique_ptr<platform::PrintDocument> openSheet() override;
+    bool writesFiles() override { return true; }
+    std::string pdfPrinter() override { return {}; }
+    std::unique_ptr<platform::PrintDocument> openFile(const std::string& path, const std::string& title) override;
 
 private:
     documents::DocumentFactory makeDocument_;

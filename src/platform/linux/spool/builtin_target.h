@@ -1,6 +1,8 @@
-// The built-in printer as the target of a document: a PDF file in the current directory.
+// The built-in printer as the target of a document: a PDF file.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 
 #include "platform/linux/spool/pdf_file.h"
@@ -11,18 +13,25 @@ namespace platform_linux::spool {
 // a printer without any it takes every number of one, because no sheet can come from the wrong place in a file.
 class BuiltinTarget : public documents::DocumentTarget {
 public:
+    // In the current directory, called after the title.
     explicit BuiltinTarget(const std::string& title, Concealment concealment = Concealment::unnamed);
+    // Of this name, whatever there is.
+    static std::unique_ptr<BuiltinTarget> named(const std::string& path, Concealment concealment);
+    // The PDF goes nowhere.
+    static std::unique_ptr<BuiltinTarget> sheet();
 
     documents::PageOptions defaults() const override { return {}; }
     bool accepts(platform::PageOption option, int value) override;
     pdf::PdfPage page(const documents::PageOptions& options) const override;
     bool separates(const documents::PageOptions& previous, const documents::PageOptions& next) const override;
-    std::unique_ptr<documents::PdfOutput> open() override;
+    std::unique_ptr<documents::PdfOutput> open() override { return makeOutput_(); }
 
 private:
-    std::shared_ptr<const Folder> folder_;
-    std::string name_;
-    Concealment concealment_;
+    using MakeOutput = std::function<std::unique_ptr<documents::PdfOutput>()>;
+
+    explicit BuiltinTarget(MakeOutput makeOutput) : makeOutput_(std::move(makeOutput)) {}
+
+    MakeOutput makeOutput_;
 };
 
 }  // namespace platform_linux::spool

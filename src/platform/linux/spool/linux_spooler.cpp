@@ -110,4 +110,10 @@ std::unique_ptr<platform::PrintDocument> LinuxSpooler::openDocument(const std::s
     return of(name).openDocument(name, title);
 }
 
+std::unique_ptr<platform::PrintDocument> LinuxSpooler::openSheet() { return builtin_.openSheet(); }
+
+std::unique_ptr<platform::PrintDocument> LinuxSpooler::openFile(const std::string& path, const std::string& title) {
+    return builtin_.openFile(path, title);
+}
+
 }  // namespace platform_linux::spool

@@ -37,6 +37,10 @@ public:
     bool answersAgain() override;
     std::string errorText(std::uint32_t code) override;
     std::unique_ptr<platform::PrintDocument> openDocument(const std::string& name, const std::string& title) override;
+    std::unique_ptr<platform::PrintDocument> openSheet() override;
+    bool writesFiles() override { return true; }
+    std::string pdfPrinter() override { return {}; }
+    std::unique_ptr<platform::PrintDocument> openFile(const std::string& path, const std::string& title) override;
 
 private:
     // Whose printer it is. Throws where it can only be one of CUPS's and that is not installed.

@@ -39,10 +39,15 @@ bool hasArrived(const FileDescriptor& file) {
 
 }  // namespace
 
+Folder Folder::at(const std::string& path) {
+    return {FileDescriptor(::open(path.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)), path};
+}
+
 Folder Folder::current() {
     std::error_code ignored;
-    return {FileDescriptor(::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC)),
-            std::filesystem::current_path(ignored).string()};
+    Folder folder = at(".");
+    folder.path = std::filesystem::current_path(ignored).string();
+    return folder;
 }
 
 PdfFile::PdfFile(std::shared_ptr<const Folder> folder, std::string name, Concealment concealment)
@@ -92,15 +97,21 @@ void PdfFile::deliver(const documents::PageOptions& /*firstPage*/) {
         fail(errno);
     }
     giveToOwnerOf(folder_->path, file_.get());
+    if (!putInPlace()) {
+        fail(errno);
+    }
+}
+
+bool PdfFile::putInPlace() {
     for (int number = 1; number <= mostNumbers; ++number) {
         if (putInPlace(documents::numberedName(name_, number))) {
-            return;
+            return true;
         }
         if (errno != EEXIST) {
             break;
         }
     }
-    fail(errno);
+    return false;
 }
 
 bool PdfFile::putInPlace(const std::string& name) {
@@ -114,6 +125,19 @@ bool PdfFile::putInPlace(const std::string& name) {
         }
     }
     return putHiddenInPlace(name);
+}
+
+bool PdfFile::hide() {
+    if (hidden_) {
+        return true;
+    }
+    hidden_.hold(folder_->descriptor.get(), unfinishedName());
+    if (::linkat(AT_FDCWD, viaProc(file_.get()).c_str(), folder_->descriptor.get(), hidden_.path().c_str(),
+                 AT_SYMLINK_FOLLOW) == 0) {
+        return true;
+    }
+    hidden_.release();
+    return hideCopy();
 }
 
 // A file without a name that cannot be given one.
@@ -197,12 +221,11 @@ void PdfFile::fail(int systemError) {
     const bool full = errorNumber(systemError) == runtime::errDiskFull;
     throw runtime::Error(full ? runtime::errDiskFull : runtime::errPrinter,
                          subject() + " konnte nicht angelegt werden: " + errorReason(systemError) + "." +
-                             (full ? "" : " Sonst das Programm in einem anderen Ordner starten.") +
-                             (made_ ? " Die unvollständige Datei wurde entfernt." : ""));
+                             (full ? "" : advice()) + (made_ ? " Die unvollständige Datei wurde entfernt." : ""));
 }
 
-std::string PdfFile::subject() const {
-    return "Die PDF-Datei „" + documents::numberedName(name_, 1) + "“ im Ordner „" + folder_->path + "“";
-}
+std::string PdfFile::fileName() const { return documents::numberedName(name_, 1); }
+
+std::string PdfFile::subject() const { return "Die PDF-Datei „" + fileName() + "“ im Ordner „" + folder_->path + "“"; }
 
 }  // namespace platform_linux::spool

@@ -15,6 +15,7 @@ struct Folder {
     FileDescriptor descriptor;
     std::string path;  // for messages
 
+    static Folder at(const std::string& path);
     // The current directory.
     static Folder current();
 };
@@ -36,6 +37,18 @@ public:
     void deliver(const documents::PageOptions& firstPage) override;
     runtime::Error failure(const runtime::Error& cause) override;
 
+protected:
+    // Each false with errno set.
+    virtual bool putInPlace();
+    // Gives the file a hidden name, where it has none yet.
+    bool hide();
+
+    const Folder& folder() const { return *folder_; }
+    const UnfinishedName& hidden() const { return hidden_; }
+    // The file has its own name now.
+    void inPlace() noexcept { hidden_.release(); }
+    [[noreturn]] void fail(int systemError);
+
 private:
     FileDescriptor makeUnnamed() const;
     FileDescriptor makeHidden();
@@ -45,8 +58,10 @@ private:
     bool putHiddenInPlace(const std::string& name);
     bool putOverReservation(const std::string& name);
     bool fillReservation(const std::string& name) const;
-    [[noreturn]] void fail(int systemError);
     std::string subject() const;
+    // For messages.
+    virtual std::string fileName() const;
+    virtual std::string advice() const { return " Sonst das Programm in einem anderen Ordner starten."; }
 
     std::shared_ptr<const Folder> folder_;
     std::string name_;
