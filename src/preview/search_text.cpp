@@ -10,20 +10,24 @@ namespace preview {
 
 namespace {
 
-constexpr int bytes = 256;
+constexpr std::size_t bytes = 256;
 
 bool separates(unsigned char byte) { return isBlank(byte) || byte == '\n'; }
 
 }  // namespace
 
+// Of bytes that mean the same character the first one stands for all.
 SearchText::SearchText(platform::System& system, std::string_view text) {
+    std::array<std::string, bytes> characters;
     std::map<std::string, unsigned char> byteOf;
-    for (int byte = bytes - 1; byte >= 0; --byte) {
-        byteOf[system.fromDosCodePage(std::string(1, static_cast<char>(byte)))] = static_cast<unsigned char>(byte);
+    for (std::size_t byte = 0; byte < bytes; ++byte) {
+        characters[byte] = system.fromDosCodePage(std::string(1, static_cast<char>(byte)));
+        byteOf.try_emplace(characters[byte], static_cast<unsigned char>(byte));
     }
-    for (const auto& [character, byte] : byteOf) {
-        const auto capital = byteOf.find(runtime::upperCase(character));
-        folded_[byte] = static_cast<char>(separates(byte) ? ' ' : capital != byteOf.end() ? capital->second : byte);
+    for (std::size_t byte = 0; byte < bytes; ++byte) {
+        const auto capital = byteOf.find(runtime::upperCase(characters[byte]));
+        const unsigned char folded = capital != byteOf.end() ? capital->second : byteOf[characters[byte]];
+        folded_[byte] = separates(static_cast<unsigned char>(byte)) ? ' ' : static_cast<char>(folded);
     }
     while (!text.empty()) {
         const std::string_view before = text;

@@ -6,7 +6,6 @@
 namespace {
 
 using platform::PageOption;
-using testing_support::DrawnText;
 using testing_support::Lines;
 using testing_support::RecordedPage;
 
@@ -21,26 +20,9 @@ protected:
         pages_->prepare();
         return *pages_;
     }
-    // What is drawn, and on which paper, as a text that can be compared.
-    static std::string described(const RecordedPage& page) {
-        std::ostringstream text;
-        for (const DrawnText& drawn : page.texts) {
-            text << drawn.x << ',' << drawn.y << ' ' << drawn.text << ' ' << drawn.font.emHeight << drawn.font.bold
-                 << drawn.font.italic << drawn.font.underline << static_cast<int>(drawn.role)
-                 << static_cast<int>(drawn.color.red) << '\n';
-        }
-        for (const auto& drawn : page.rectangles) {
-            text << drawn.x << ',' << drawn.y << ' ' << drawn.width << 'x' << drawn.height << '\n';
-        }
-        for (const auto& drawn : page.pictures) {
-            text << drawn.x << ',' << drawn.y << ' ' << drawn.width << 'x' << drawn.height << ' '
-                 << drawn.picture->width << '\n';
-        }
-        return text.str();
-    }
     std::string shown(preview::PreviewPages& pages, std::size_t number) {
         const preview::PreviewPage& page = pages.page(number);
-        return described(RecordedPage(page.recording)) + "bin " + std::to_string(page.paperBin) + page.failure;
+        return RecordedPage(page.recording).described() + "bin " + std::to_string(page.paperBin) + page.failure;
     }
     // The same of a job's pages.
     Lines printed(const std::string& content, const std::string& graphic, bool twoPass) {
@@ -49,7 +31,7 @@ protected:
         report::MPrint::DoReport(session, {"A.OUT", graphic, "", false, twoPass}, [] {});
         Lines all;
         for (const RecordedPage& page : host.spooler.device.pages()) {
-            all.push_back(described(page) + "bin " + std::to_string(page.options.at(PageOption::paperBin)));
+            all.push_back(page.described() + "bin " + std::to_string(page.options.at(PageOption::paperBin)));
         }
         return all;
     }
@@ -136,7 +118,7 @@ TEST_F(PreviewTest, MessagesAreCollectedAndASilentPrinterIsReplacedByASheet) {
 }
 
 TEST_F(PreviewTest, TextIsSelectedCopiedAndFound) {
-    host.system.dosCharacters = {{'\x81', "ü"}, {'\x9A', "Ü"}, {'\xE1', "ß"}};
+    host.system.dosCharacters = {{'\0', " "}, {'\x81', "ü"}, {'\x9A', "Ü"}, {'\xE1', "ß"}};
     const std::string first = "^LR\x03M\x81^FEller^FA  GmbH  \r\n^BEbreit^BA\rbreit\r____\n   \n^HE1^HA Str.\n";
     open(first + "\f" + first + "\fnichts\f" + std::string(72, '\n') + "M\x9ALLER");
     const preview::PageText& text = pages_->page(1).text;
@@ -192,7 +174,7 @@ TEST_F(PreviewTest, PrintsARangeAsAJobDoes) {
     const auto came = [&] {
         Lines all;
         for (const RecordedPage& page : host.spooler.device.pages()) {
-            all.push_back(described(page) + "bin " + std::to_string(page.options.at(PageOption::paperBin)));
+            all.push_back(page.described() + "bin " + std::to_string(page.options.at(PageOption::paperBin)));
         }
         return all;
     };

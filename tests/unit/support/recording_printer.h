@@ -5,6 +5,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -39,6 +40,24 @@ struct RecordedPage {
                 pictures.push_back(std::get<DrawnPicture>(step));
             }
         }
+    }
+
+    // Everything on it, to be compared with another page.
+    std::string described() const {
+        std::ostringstream text;
+        for (const DrawnText& drawn : texts) {
+            text << drawn.x << ',' << drawn.y << ' ' << drawn.text << ' ' << drawn.font.emHeight << drawn.font.bold
+                 << drawn.font.italic << drawn.font.underline << static_cast<int>(drawn.role)
+                 << static_cast<int>(drawn.color.red) << '\n';
+        }
+        for (const DrawnRectangle& drawn : rectangles) {
+            text << drawn.x << ',' << drawn.y << ' ' << drawn.width << 'x' << drawn.height << '\n';
+        }
+        for (const DrawnPicture& drawn : pictures) {
+            text << drawn.x << ',' << drawn.y << ' ' << drawn.width << 'x' << drawn.height << ' '
+                 << drawn.picture->width << '\n';
+        }
+        return text.str();
     }
 
     std::vector<DrawnText> texts;
