@@ -1,9 +1,10 @@
 # The tests have the program's manifest, on which it depends what they see of the screen.
-krv_unit_test(windows-tests LIBS krv-windows krv-settings krv-printer krv-drawing krv-windows-resources SOURCES
+krv_unit_test(windows-tests LIBS krv-windows krv-windows-forms krv-settings krv-printer krv-drawing krv-windows-resources SOURCES
     unit/image_files_test.cpp
     unit/ports_test.cpp
     unit/windows_dialogs_test.cpp
     unit/windows_files_test.cpp
+    unit/windows_forms_test.cpp
     unit/windows_images_test.cpp
     unit/windows_settings_test.cpp
     unit/windows_system_test.cpp

@@ -15,7 +15,10 @@ using platform::PointerAction;
 using platform::PointerButton;
 
 constexpr UINT tellSize = WM_APP;
+// Timers, for when the program has done its work.
 constexpr UINT_PTR paintLater = 1;
+constexpr UINT_PTR tellLater = 2;
+constexpr UINT pause = 30;  // milliseconds
 
 // The words are signed where screens lie to the left of the first one.
 POINT pointOf(LPARAM place) { return {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))}; }
@@ -78,14 +81,19 @@ LRESULT CanvasWindow::answer(UINT message, WPARAM first, LPARAM second) noexcept
             sized();
             return 0;
         case tellSize:
-            teller_.tell([this](platform::FormEvents& events) { events.resized(name_); });
+            tellResized();
             return 0;
         case WM_TIMER:
             ::KillTimer(window_, first);
-            ::InvalidateRect(window_, nullptr, FALSE);
+            if (first == paintLater) {
+                ::InvalidateRect(window_, nullptr, FALSE);
+            } else {
+                announceSize();
+            }
             return 0;
         case WM_GETDLGCODE:
-            return DLGC_WANTARROWS;
+            // A letter is no access key while it has the focus, and makes no noise.
+            return DLGC_WANTARROWS | DLGC_WANTCHARS;
         case WM_HSCROLL:
             scroll(SB_HORZ, LOWORD(first));
             return 0;
@@ -178,6 +186,12 @@ void CanvasWindow::sized() noexcept {
     announceSize();
 }
 
+void CanvasWindow::tellResized() noexcept {
+    if (!teller_.tell([this](platform::FormEvents& events) { events.resized(name_); })) {
+        ::SetTimer(window_, tellLater, pause, nullptr);
+    }
+}
+
 void CanvasWindow::paint() noexcept {
     PAINTSTRUCT area{};
     const HDC screen = ::BeginPaint(window_, &area);
@@ -207,10 +221,9 @@ void CanvasWindow::paintAnew() noexcept {
         }
     });
     if (!told) {
-        // What it showed is better than nothing until the program has done its work.
-        constexpr UINT milliseconds = 30;
+        // What it showed is better than nothing.
         stale_ = true;
-        ::SetTimer(window_, paintLater, milliseconds, nullptr);
+        ::SetTimer(window_, paintLater, pause, nullptr);
     }
 }
 

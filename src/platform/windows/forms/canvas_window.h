@@ -41,6 +41,7 @@ private:
     void paint() noexcept;
     void paintAnew() noexcept;
     void sized() noexcept;
+    void tellResized() noexcept;
     void scroll(int bar, unsigned request) noexcept;
     void wheel(bool across, WPARAM first) noexcept;
     void press(platform::PointerAction action, platform::PointerButton button, LPARAM place) noexcept;

@@ -22,6 +22,8 @@ using platform::FormEvents;
 constexpr UINT closeNow = WM_APP;
 // An item of a combo box was chosen, which by now stands in it; first is the control's number.
 constexpr UINT itemStands = WM_APP + 1;
+// The list of a combo box was closed without a choice.
+constexpr UINT listLeft = WM_APP + 2;
 
 bool isInput(UINT message) {
     return (message >= WM_KEYFIRST && message <= WM_KEYLAST) || (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) ||
@@ -111,6 +113,11 @@ bool WindowsForm::answer(UINT message, WPARAM first, LPARAM second) noexcept {
                 chosen(*part);
             }
             return true;
+        case listLeft:
+            if (const Part* const part = findByNumber(static_cast<int>(first))) {
+                leaveList(*part);
+            }
+            return true;
         case closeNow:
             endWindow();
             return true;
@@ -179,6 +186,9 @@ void WindowsForm::commanded(int number, unsigned notification) noexcept {
     const ControlKind kind = part->control.kind;
     const bool isText = kind == ControlKind::textBox;
     const bool isCombo = kind == ControlKind::comboBox;
+    if (isCombo) {
+        listMoved(*part, notification);
+    }
     if (isChoice(part->window, kind, notification)) {
         if (isCombo) {
             ::PostMessageW(window_.get(), itemStands, static_cast<WPARAM>(number), 0);
@@ -192,6 +202,26 @@ void WindowsForm::commanded(int number, unsigned notification) noexcept {
     } else if ((isText && notification == EN_SETFOCUS) || (isCombo && notification == CBN_SETFOCUS)) {
         teller_.tell([&](FormEvents& events) { events.focused(name); });
     }
+}
+
+// What an open list only passes appears in the box at once, behind each notification.
+void WindowsForm::listMoved(const Part& part, unsigned notification) {
+    if (notification == CBN_DROPDOWN || (notification == CBN_EDITCHANGE && textBeforeList_)) {
+        textBeforeList_ = windowText(part.window);
+    } else if (notification == CBN_SELENDOK) {
+        textBeforeList_.reset();
+    } else if (notification == CBN_SELENDCANCEL && textBeforeList_) {
+        ::PostMessageW(window_.get(), listLeft, static_cast<WPARAM>(::GetDlgCtrlID(part.window)), 0);
+    }
+}
+
+void WindowsForm::leaveList(const Part& part) {
+    const std::wstring text = std::exchange(textBeforeList_, std::nullopt).value_or(windowText(part.window));
+    const Raised quiet = teller_.silence();
+    const LRESULT item = ::SendMessageW(part.window, CB_FINDSTRINGEXACT, static_cast<WPARAM>(-1),
+                                        reinterpret_cast<LPARAM>(text.c_str()));
+    ::SendMessageW(part.window, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+    ::SetWindowTextW(part.window, text.c_str());
 }
 
 void WindowsForm::chosen(const Part& part) noexcept {

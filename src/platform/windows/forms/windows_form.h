@@ -5,6 +5,7 @@
 
 #include <list>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -81,6 +82,8 @@ private:
     void made(Part& part);
     void filter(Part& part, HWND box);
     void commanded(int number, unsigned notification) noexcept;
+    void listMoved(const Part& part, unsigned notification);
+    void leaveList(const Part& part);
     void chosen(const Part& part) noexcept;
     void entered() noexcept;
     bool takesShortcut(const MSG& message);
@@ -105,7 +108,8 @@ private:
     FormLayout layout_;
     Window window_;
     HWND disabledWithFocus_ = nullptr;
-    HWND firstFocus_ = nullptr;  // once the form is shown
+    HWND firstFocus_ = nullptr;                   // once the form is shown
+    std::optional<std::wstring> textBeforeList_;  // of the combo box whose list is open
     bool placed_ = false;
     bool maximized_ = false;  // once it is shown
     bool wantsIdle_ = false;
