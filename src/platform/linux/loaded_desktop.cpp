@@ -12,12 +12,14 @@ namespace platform_linux {
 
 namespace {
 
-std::unique_ptr<qt::Desktop> create() { return reinterpret_cast<qt::DesktopFactory>(moduleEntry("qt"))(); }
+std::unique_ptr<qt::Desktop> create(const qt::CodePageSource& codePage) {
+    return reinterpret_cast<qt::DesktopFactory>(moduleEntry("qt"))(codePage);
+}
 
 // In another process. There Qt is never taken down again, which may hang as well as setting it up.
 bool isCreatedElsewhere() {
     constexpr std::chrono::seconds limit{10};
-    return forkedCall([] { return create().release() != nullptr ? 1 : 0; }, limit).value_or(0) != 0;
+    return forkedCall([] { return create({}).release() != nullptr ? 1 : 0; }, limit).value_or(0) != 0;
 }
 
 // Of X11 only; Qt takes Wayland where there is no other.
@@ -26,10 +28,10 @@ bool displayTakesWindows() {
            reinterpret_cast<screen::ScreenDpi>(moduleEntry("screen"))() >= 0;
 }
 
-std::unique_ptr<qt::Desktop> openDesktop(Trial trial) {
+std::unique_ptr<qt::Desktop> openDesktop(Trial trial, const qt::CodePageSource& codePage) {
     try {
         const bool sure = trial == Trial::displayOnly && displayTakesWindows();
-        return desktopNamed() && (sure || isCreatedElsewhere()) ? create() : nullptr;
+        return desktopNamed() && (sure || isCreatedElsewhere()) ? create(codePage) : nullptr;
     } catch (const std::exception&) {
         return nullptr;
     }
@@ -39,7 +41,7 @@ std::unique_ptr<qt::Desktop> openDesktop(Trial trial) {
 
 qt::Desktop* LoadedDesktop::get(Trial trial) {
     if (!desktop_) {
-        desktop_ = openDesktop(trial);
+        desktop_ = openDesktop(trial, codePage_);
     }
     return desktop_->get();
 }

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "platform/linux/qt/qt_desktop.h"
 
@@ -17,6 +18,9 @@ enum class Trial { whole, displayOnly };
 // out, and Qt loaded, when it is first asked for.
 class LoadedDesktop {
 public:
+    // The code page is asked for when a sheet of paper is shown; where none ever is, there need be none.
+    explicit LoadedDesktop(qt::CodePageSource codePage = {}) : codePage_(std::move(codePage)) {}
+
     // Null where there is none.
     qt::Desktop* get(Trial trial = Trial::whole);
 
@@ -24,6 +28,7 @@ public:
     qt::Desktop* ifLoaded() const { return desktop_ ? desktop_->get() : nullptr; }
 
 private:
+    qt::CodePageSource codePage_;
     std::optional<std::unique_ptr<qt::Desktop>> desktop_;  // nothing: not tried yet; a null pointer: there is none
 };
 

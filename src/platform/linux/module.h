@@ -7,7 +7,7 @@
 namespace platform_linux {
 
 // Version of the interfaces between the program and its modules; a module of another version is not used.
-inline constexpr int moduleInterface = 2;
+inline constexpr int moduleInterface = 3;
 
 // Loads the module "krvwinpr-<name>.so" from the program's folder, or from ../lib/krvwinpr beside it, never from
 // anywhere else, and returns the address of its entry function "krvwinpr_<name>". Loaded once and kept until the

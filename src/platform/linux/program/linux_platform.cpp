@@ -35,6 +35,7 @@ void ignoreSignal(int number) {
 LinuxPlatform::LinuxPlatform(int argumentCount, const char* const* arguments)
     : settings_(LinuxSettingsStore::usualPath()),
       system_(argumentCount, arguments, settings_),
+      desktop_([this] { return system_.codePage(); }),
       dialogs_(desktop_),
       forms_(desktop_),
       printing_(

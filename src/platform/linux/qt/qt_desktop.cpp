@@ -12,10 +12,12 @@
 #include <clocale>
 #include <cstdio>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/linux/qt/open_forms.h"
 #include "platform/linux/qt/qt_form.h"
+#include "platform/linux/qt/sheet_surface.h"
 #include "runtime/program.h"
 
 namespace {
@@ -96,7 +98,7 @@ void onlyFatal(QtMsgType type, const QMessageLogContext& /*context*/, const QStr
 
 class QtDesktop : public platform_linux::qt::Desktop {
 public:
-    QtDesktop() {
+    explicit QtDesktop(platform_linux::qt::CodePageSource codePage) : sheet_(std::move(codePage)) {
         QCoreApplication::setApplicationName(runtime::programName);
         QGuiApplication::setQuitOnLastWindowClosed(false);
         QGuiApplication::setWindowIcon(QIcon(":/krvwinpr.ico"));
@@ -150,6 +152,8 @@ private:
     int argumentCount_ = 1;
     QApplication application_{argumentCount_, arguments_.data()};
     QTranslator translator_;
+    // What sheets of paper on the forms are drawn on; it keeps fonts and pictures from one to the next.
+    platform_linux::qt::SheetSurface sheet_;
     platform_linux::qt::OpenForms forms_;
 };
 
@@ -164,15 +168,16 @@ bool pluginLoads() {
 }  // namespace
 
 extern "C" {
-[[gnu::visibility("default")]] std::unique_ptr<platform_linux::qt::Desktop> krvwinpr_qt();
+[[gnu::visibility("default")]] std::unique_ptr<platform_linux::qt::Desktop> krvwinpr_qt(
+    platform_linux::qt::CodePageSource codePage);
 }
 
-std::unique_ptr<platform_linux::qt::Desktop> krvwinpr_qt() {
+std::unique_ptr<platform_linux::qt::Desktop> krvwinpr_qt(platform_linux::qt::CodePageSource codePage) {
     qInstallMessageHandler(onlyFatal);
     if (!pluginLoads()) {
         return nullptr;
     }
-    auto desktop = std::make_unique<QtDesktop>();
+    auto desktop = std::make_unique<QtDesktop>(std::move(codePage));
     // Qt takes over the locale of the environment; numbers are no business of the process's locale here.
     std::setlocale(LC_NUMERIC, "C");
     // On these nobody would ever see a box, let alone answer it.

@@ -1,6 +1,8 @@
 // Interface of the module "qt": windows on the user's desktop.
 #pragma once
 
+#include <array>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -26,8 +28,12 @@ public:
     virtual void closeForms() = 0;
 };
 
-// The module's entry function; nothing where Qt has no screen to show windows on, or no plugin for it. Where it cannot
+// The Unicode character of each byte of the DOS code page; 0 for none.
+using CodePageSource = std::function<std::array<char32_t, 256>()>;
+
+// The module's entry function, which takes what to ask for the code page when the first sheet of paper is painted;
+// nothing where Qt has no screen to show windows on, or no plugin for it. Where it cannot
 // reach the display it ends the process. To be called once.
-using DesktopFactory = std::unique_ptr<Desktop> (*)();
+using DesktopFactory = std::unique_ptr<Desktop> (*)(CodePageSource codePage);
 
 }  // namespace platform_linux::qt
