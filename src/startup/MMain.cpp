@@ -8,6 +8,7 @@
 
 #include "graphics/MGrafikdruck.h"
 #include "graphics/MInverser.h"
+#include "preview/FVorschau.h"
 #include "report/DoReport.h"
 #include "report/completion.h"
 #include "runtime/error.h"
@@ -74,7 +75,7 @@ private:
     void dispatch(const clsArguments& arguments, const Switches& switches, bool& reportBegun);
     void showUsage();
     void selectPrinter();
-    void notYet(const std::string& what);
+    void showPreview(const clsArguments& arguments, const Switches& switches);
     void show(const std::string& text);
 
     platform::System& system() { return session_.platform.system; }
@@ -83,6 +84,7 @@ private:
     session::DebugLog& log_;
     std::string exePath_;
     std::unique_ptr<settings::FDruckerAuswahl> druckerAuswahl_;
+    std::unique_ptr<preview::FVorschau> vorschau_;
 };
 
 void StartUp::run(bool& reportBegun) {
@@ -154,9 +156,7 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, 
     if (mode == "/DRUCKERAUSWAHL") {
         selectPrinter();
     } else if (mode == "/VORSCHAU") {
-        log_.line("> Vorschaubeginn");
-        notYet("Die Vorschau");
-        log_.line("> Vorschauende");
+        showPreview(arguments, switches);
     } else if (mode == "/INVERT") {
         log_.line("> Invertierungbeginn");
         session_.storeSettings();
@@ -201,9 +201,16 @@ void StartUp::selectPrinter() {
     log_.line("> Druckertreiberauswahlende");
 }
 
-void StartUp::notYet(const std::string& what) {
-    show(what + " ist in Version " + session_.program.version + " von " + session_.program.title +
-         " noch nicht enthalten.");
+// The form comes first, so that a printer that takes its time keeps nobody waiting in front of nothing. Which printer
+// is the default one is asked where the pages are prepared.
+void StartUp::showPreview(const clsArguments& arguments, const Switches& switches) {
+    log_.line("> Vorschaubeginn");
+    vorschau_ = std::make_unique<preview::FVorschau>(
+        session_, preview::PreviewOrder{arguments.Item(2), arguments.Item(3), arguments.Item(4), switches.blnTwoPass});
+    vorschau_->Show();
+    log_.line("> Form angezeigt");
+    vorschau_->DoVorschau();
+    log_.line("> Vorschauende");
 }
 
 void StartUp::show(const std::string& text) {

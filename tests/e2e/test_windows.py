@@ -245,7 +245,7 @@ class Program(WindowsTest):
 
     def test_messages_are_boxes(self):
         self.job.write("A.PCX", b"kein Bild")
-        for arguments, text in (("", "KRVWinPr V. "), ("/vorschau", "noch nicht enthalten"),
+        for arguments, text in (("", "KRVWinPr V. "), ("/PRINTGRAPHIC", "Laufzeitfehler '53'"),
                                 ("/INVERT A.PCX", "Laufzeitfehler '481'"),
                                 ("FEHLT.OUT /DEBUG", "Es traten Fehler bei KRVWinPr auf, diese anzeigen?")):
             box, = self.run_windows(*arguments.split())

@@ -11,4 +11,5 @@ krv_unit_test(core-tests LIBS krv-startup krv-preview SOURCES
     unit/core/runtime_test.cpp
     unit/core/settings_test.cpp
     unit/core/startup_test.cpp
+    unit/core/vorschau_test.cpp
 )

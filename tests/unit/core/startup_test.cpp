@@ -58,11 +58,6 @@ TEST_F(StartUpTest, SwitchesCountInUpperCaseOnly) {
         ">   DoReport (sDateiname='/wait', sGrafikname='/twopass', sDruckerTreiber='a.out', blnWait='Falsch')"));
 }
 
-TEST_F(StartUpTest, ModesToComeSaySo) {
-    start("/VORSCHAU a.out");
-    EXPECT_NE(lastBox().find("noch nicht enthalten"), std::string::npos);
-}
-
 TEST_F(StartUpTest, InvertWritesTheFileAndFailuresReachTheUserAndTheSettingsAreKept) {
     host.addPicture("bild.tif", 2, 1);
     start("/invert bild.tif /DEBUG");

@@ -74,6 +74,7 @@ public:
     int screenDpi = 96;
     int screenDpiDown = 96;
     int sleptMilliseconds = 0;
+    int looksTake = 0;  // milliseconds that pass from one look at the clock to the next
 
     std::string commandTail() override { return tail; }
     std::string programDirectory() override { return "C:\\Programme"; }
@@ -128,7 +129,7 @@ public:
         sleptMilliseconds += milliseconds;
         now.millisecond += milliseconds;
     }
-    std::int64_t elapsedMilliseconds() override { return sleptMilliseconds; }
+    std::int64_t elapsedMilliseconds() override { return sleptMilliseconds += looksTake; }
     std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override {
         std::string command = "in " + folder;
         for (const std::string& argument : arguments) {

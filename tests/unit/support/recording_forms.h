@@ -1,9 +1,13 @@
 // Forms in memory: a test reads what they show and does what a user would do.
 #pragma once
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/forms.h"
@@ -18,6 +22,10 @@ struct FormState {
         int selected = -1;
         bool enabled = true;
         bool tabStop = true;
+        bool textSelected = false;
+        platform::ScrollBar across;
+        platform::ScrollBar down;
+        platform::Cursor cursor = platform::Cursor::arrow;
     };
     platform::FormDesign design;
     platform::FormEvents* events = nullptr;
@@ -27,6 +35,11 @@ struct FormState {
     bool shown = false;
     bool closed = false;
     int repaints = 0;
+    std::string focus;
+    bool wantsIdle = false;
+    platform::CanvasSize canvasSize{800, 600, 96, 96, 1};
+    int invalidations = 0;
+    platform::WindowPlace place;
 
     // The user.
     void press(const std::string& button) {
@@ -34,8 +47,47 @@ struct FormState {
             events->clicked(button);
         }
     }
-    void choose(const std::string& list, int index) {
+    void pressKey(platform::Key key, bool control = false, bool shift = false) {
+        for (const platform::Shortcut& shortcut : design.shortcuts) {
+            if (shortcut.key == key && shortcut.control == control && shortcut.shift == shift &&
+                (shortcut.inBoxes || focus == "picSeite")) {
+                controls.contains(shortcut.action) ? press(shortcut.action) : events->clicked(shortcut.action);
+                return;
+            }
+        }
+    }
+    // Types a text over what is there, and Enter.
+    void enter(const std::string& box, const std::string& text) {
+        replace(box, text);
+        events->clicked(box);
+    }
+    void replace(const std::string& box, const std::string& text) {
+        controls.at(box).text = text;
+        events->changed(box);
+    }
+    // Serves idle() until it is not wanted any more; returns how often.
+    int rest(int most = 100000) {
+        int runs = 0;
+        for (; wantsIdle && !closed && runs < most; ++runs) {
+            events->idle();
+        }
+        return runs;
+    }
+    void select(const std::string& list, int index) {
+        const auto isOption = [](const platform::Control& control) {
+            return control.kind == platform::ControlKind::optionButton;
+        };
+        const auto chosen = std::ranges::find(design.controls, list, &platform::Control::name);
+        for (auto option = chosen; isOption(*option); --option) {
+            controls.at(option->name).selected = -1;
+        }
+        for (auto option = chosen; isOption(*option); ++option) {
+            controls.at(option->name).selected = -1;
+        }
         controls.at(list).selected = index;
+    }
+    void choose(const std::string& list, int index) {
+        select(list, index);
         events->clicked(list);
     }
     // What stays of characters typed behind each other.
@@ -52,31 +104,45 @@ struct FormState {
 
 class RecordingForms : public platform::Forms {
 public:
-    FormState form;
+    FormState form;    // the last one without an owner
+    FormState dialog;  // the last one in front of it
+    std::string copied;
+    std::optional<std::string> fileToWrite;  // what the user answers
+    std::string suggested;
     bool hasDesktop = true;
     int folders = 0;
     std::string remedy;
 
     std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events,
-                                           platform::Form* /*owner*/) override {
+                                           platform::Form* owner) override {
         if (!hasDesktop) {
             throw runtime::Error(runtime::errPermissionDenied, "kein Bildschirm");
         }
-        form = {};
-        form.design = design;
-        form.events = &events;
-        form.title = design.title;
+        FormState& made = owner != nullptr ? dialog : form;
+        made = {};
+        made.design = design;
+        made.events = &events;
+        made.title = design.title;
         for (const platform::Control& control : design.controls) {
-            form.controls[control.name].text = control.caption;
+            made.controls[control.name].text = control.caption;
         }
-        return std::make_unique<Handle>(form);
+        return std::make_unique<Handle>(made);
     }
     void run() override {
         if (form.shown && !form.closed && atRun) {
             atRun();
         }
     }
-    void closeAll() override { form.closed = true; }
+    void closeAll() override {
+        form.closed = true;
+        dialog.closed = true;
+    }
+    void copyText(const std::string& text) override { copied = text; }
+    std::optional<std::string> askFileToWrite(platform::Form&, const std::string&, const std::string& suggestion,
+                                              const std::string&, const std::string&) override {
+        suggested = suggestion;
+        return fileToWrite;
+    }
     std::string showPrinterFolder() override {
         ++folders;
         return remedy;
@@ -98,15 +164,26 @@ private:
         void setHeight(platform::FormHeight height) override { state_.height = height; }
         std::string text(const std::string& control) const override { return state_.controls.at(control).text; }
         void setText(const std::string& control, const std::string& text) override { at(control).text = text; }
-        void selectText(const std::string& control) override { at(control).text += "|selected"; }
+        void selectText(const std::string& control) override { at(control).textSelected = true; }
         void setItems(const std::string& control, const std::vector<std::string>& items) override {
             at(control).items = items;
             at(control).selected = -1;
         }
         int selected(const std::string& control) const override { return state_.controls.at(control).selected; }
-        void select(const std::string& control, int index) override { at(control).selected = index; }
+        void select(const std::string& control, int index) override { state_.select(control, index); }
         void setEnabled(const std::string& control, bool enabled) override { at(control).enabled = enabled; }
         void setTabStop(const std::string& control, bool stop) override { at(control).tabStop = stop; }
+        void focus(const std::string& control) override { state_.focus = control; }
+        platform::CanvasSize canvasSize(const std::string&) const override { return state_.canvasSize; }
+        void invalidate(const std::string&) override { ++state_.invalidations; }
+        void setScrollBars(const std::string& control, platform::ScrollBar across, platform::ScrollBar down) override {
+            at(control).across = across;
+            at(control).down = down;
+        }
+        void setCursor(const std::string& control, platform::Cursor cursor) override { at(control).cursor = cursor; }
+        void wantIdle(bool want) override { state_.wantsIdle = want; }
+        platform::WindowPlace windowPlace() const override { return state_.place; }
+        void setWindowPlace(const platform::WindowPlace& place) override { state_.place = place; }
         void repaint() override { ++state_.repaints; }
 
     private:

@@ -1,0 +1,88 @@
+// What the preview's tool bar and status line say.
+#include <algorithm>
+#include <utility>
+
+#include "preview/FVorschau.h"
+#include "preview/page_facts.h"
+#include "runtime/utf8.h"
+
+namespace preview {
+
+void FVorschau::refresh() {
+    enableCommands();
+    if (std::string zoom = zoomText(pane_->zoom(), session_.locale()); zoom != zoomShown_) {
+        form_->setText("cboZoom", zoom);
+        zoomShown_ = std::move(zoom);
+    }
+    if (std::string found = find_.label(); found != foundShown_) {
+        form_->setText("lblTreffer", found);
+        foundShown_ = std::move(found);
+    }
+    if (std::string status = statusText(); status != statusShown_) {
+        form_->setText("lblStatus", status);
+        statusShown_ = std::move(status);
+    }
+    form_->wantIdle(target_ != shown_ || find_.busy() || pane_->busy() || asksForTray());
+}
+
+void FVorschau::enableCommands() {
+    const std::size_t count = hasPages() ? pages_->pageCount() : 0;
+    if (std::pair(target_, count) == pageShownOf_) {
+        return;
+    }
+    pageShownOf_ = {target_, count};
+    form_->setText("txtSeite", count > 0 ? std::to_string(target_) : "");
+    form_->setText("lblSeiten", count > 0 ? "von " + std::to_string(count) : "");
+    const auto enable = [this](bool enabled, std::initializer_list<const char*> controls) {
+        for (const char* control : controls) {
+            form_->setEnabled(control, enabled);
+        }
+    };
+    enable(count > 0, {"txtSeite", "cmdKleiner", "cboZoom", "cmdGroesser", "cmdGanzeSeite", "cmdSeitenbreite",
+                       "txtSuchen", "cmdZurueck", "cmdWeiter", "cmdDrucken", "cmdPDF"});
+    enable(target_ > 1, {"cmdErste", "cmdVorherige"});
+    enable(target_ < count, {"cmdNaechste", "cmdLetzte"});
+}
+
+bool FVorschau::asksForTray() {
+    const PreviewPage* const page = pageShown();
+    return page != nullptr && !page->requestedTray.empty() && page->paperBin > 0 && !trays_.known(pages_->printer());
+}
+
+std::string FVorschau::statusText() {
+    constexpr const char* between = "   |   ";
+    if (!pages_) {
+        return "Die Druckdatei wird gelesen …";
+    }
+    if (!ready_) {
+        return {};
+    }
+    if (target_ != shown_) {
+        return jumpText();
+    }
+    const std::string printer = runtime::shown(pages_->printer());
+    std::string text = pages_->trouble().empty() ? printer : printer + " (antwortet nicht, Ersatzblatt)";
+    if (const PreviewPage* const page = pageShown(); page != nullptr) {
+        text += between + paperText(page->paperSize, page->device);
+        if (!page->requestedTray.empty()) {
+            const std::string bin = trays_.nameOf(pages_->printer(), page->paperBin);
+            text +=
+                between + ("Schacht " + page->requestedTray) + (bin.empty() ? "" : " (" + runtime::shown(bin) + ")");
+        }
+    }
+    return text + between + sizeText(pages_->fileSize(), session_.locale()) + between +
+           zoomText(Zoom::of(pane_->percent()), session_.locale());
+}
+
+// Pages are passed one after another, so the way is as long as the pages between.
+std::string FVorschau::jumpText() const {
+    std::size_t reached = 1;
+    for (std::size_t beyond = target_; beyond - reached > 1;) {
+        const std::size_t middle = reached + (beyond - reached) / 2;
+        (pages_->reached(middle) ? reached : beyond) = middle;
+    }
+    return "Seite " + std::to_string(target_) + " wird vorbereitet … " +
+           std::to_string(reached * 100 / std::max<std::size_t>(target_, 1)) + " %";
+}
+
+}  // namespace preview
