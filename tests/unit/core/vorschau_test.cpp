@@ -254,17 +254,17 @@ TEST_F(VorschauTest, ZoomsAndScrollsBeforeItTurns) {
 }
 
 TEST_F(VorschauTest, KeepsTheOldPageOnTheWayToAFarOneAndLetsANewCommandWin) {
-    host.system.looksTake = 6;
-    open(numbered(9000));
+    host.system.looksTake = 20;
+    open(numbered(20000));
     form.press("cmdLetzte");
     ASSERT_TRUE(form.wantsIdle);
-    EXPECT_TRUE(status("Seite 9000 wird vorbereitet …")) << shown("lblStatus");
+    EXPECT_TRUE(status("Seite 20000 wird vorbereitet …")) << shown("lblStatus");
     EXPECT_EQ(sheetText(), "Seite 1");
     form.press("cmdErste");
     EXPECT_FALSE(form.wantsIdle);
     form.press("cmdLetzte");
     EXPECT_GT(form.rest(), 1);
-    EXPECT_EQ(sheetText(), "Seite 9000");
+    EXPECT_EQ(sheetText(), "Seite 20000");
     form.enter("txtSeite", "1");
     form.press("cmdLetzte");
     form.press("cmdSchliessen");
@@ -316,7 +316,7 @@ TEST_F(VorschauTest, SelectsAndCopiesText) {
 
     // Where the first character is on the screen.
     const auto canvas = painted();
-    const auto& first = canvas.page().texts.at(0);
+    const testing_support::DrawnText first = canvas.page().texts.at(0);
     const double x = canvas.sheets[0].left + (first.x + 1) * canvas.sheets[0].scaleX;
     const double y = canvas.sheets[0].top + (first.y + first.font.emHeight / 2.0) * canvas.sheets[0].scaleY;
     const auto point = [&](platform::PointerAction action, double px, double py) {
@@ -381,7 +381,7 @@ TEST_F(VorschauTest, AsksForTheNamesOfTraysOnce) {
     host.spooler.bins = {{4, "Kassette"}};
     session.platform.settings.setText(platform::SettingsRoot::currentUser,
                                       "Software\\Velmora\\KRVWinPr\\3.0\\Drucker\\Laser 1", "Schacht2", "4");
-    open({"^S2Rechnung", "Seite 2"});
+    open({"^TR2Rechnung", "Seite 2"});
     EXPECT_TRUE(status("Schacht 2 (Kassette)")) << shown("lblStatus");
 }
 
@@ -450,11 +450,27 @@ TEST_F(VorschauTest, PrintingFailsInOneBoxAndIsCancelledBetweenPages) {
     EXPECT_EQ(host.dialogs.boxes.size(), 1U);
 }
 
-TEST_F(VorschauTest, WithoutAnyPdfPrinterTheUserIsToldHowToGetOne) {
-    open(numbered(1));
+TEST_F(VorschauTest, SavesAPdfOrSaysHowToGetAPrinterForIt) {
+    open(numbered(2));
+    const std::size_t documents = host.spooler.device.documents.size();
+    form.pressKey(Key::letterS, true);
+    EXPECT_EQ(host.forms.suggested, "C:\\KORVANO\\A.pdf");
+    EXPECT_EQ(host.spooler.device.documents.size(), documents);
+    host.forms.fileToWrite = "D:\\B.pdf";
+    form.pressKey(Key::letterS, true);
+    dialog.rest();
+    EXPECT_TRUE(dialog.closed);
+    EXPECT_EQ(host.spooler.device.documents.back()->printer, "D:\\B.pdf");
+    EXPECT_EQ(host.spooler.device.pages().size(), 2U);
+
+    host.spooler.writesPdf = false;
+    host.spooler.pdfPrinterName = "Laser 1";
+    form.pressKey(Key::letterS, true);
+    EXPECT_TRUE(!dialog.closed && dialog.controls["cboDrucker"].selected == 0 && host.dialogs.boxes.empty());
+    host.spooler.pdfPrinterName.clear();
+    dialog.press("cmdAbbrechen");
     form.pressKey(Key::letterS, true);
     EXPECT_NE(lastBox().find("PDF"), std::string::npos);
-    EXPECT_FALSE(dialog.shown);
 }
 
 TEST_F(VorschauTest, KeepsZoomAndPlaceFromCallToCall) {

@@ -232,8 +232,10 @@ public:
     }
     bool hasSheet = true;
     std::unique_ptr<platform::PrintDocument> openSheet() override { return hasSheet ? recorded("Blatt", "") : nullptr; }
-    bool writesFiles() override { return true; }
-    std::string pdfPrinter() override { return {}; }
+    bool writesPdf = true;
+    std::string pdfPrinterName;
+    bool writesFiles() override { return writesPdf; }
+    std::string pdfPrinter() override { return pdfPrinterName; }
     std::unique_ptr<platform::PrintDocument> openFile(const std::string& path, const std::string& title) override {
         return recorded(path, title);
     }
