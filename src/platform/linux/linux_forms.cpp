@@ -28,6 +28,19 @@ void LinuxForms::closeAll() {
     }
 }
 
+void LinuxForms::copyText(const std::string& text) {
+    if (qt::Desktop* desktop = desktop_.ifLoaded()) {
+        desktop->copyText(text);
+    }
+}
+
+std::optional<std::string> LinuxForms::askFileToWrite(platform::Form& owner, const std::string& title,
+                                                      const std::string& suggestion, const std::string& kindOfFile,
+                                                      const std::string& ending) {
+    qt::Desktop* desktop = desktop_.ifLoaded();
+    return desktop != nullptr ? desktop->askFileToWrite(owner, title, suggestion, kindOfFile, ending) : std::nullopt;
+}
+
 std::string LinuxForms::showPrinterFolder() { return openPrinterFolder(); }
 
 }  // namespace platform_linux

@@ -15,6 +15,10 @@ public:
                                            platform::Form* owner) override;
     void run() override;
     void closeAll() override;
+    void copyText(const std::string& text) override;
+    std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
+                                              const std::string& suggestion, const std::string& kindOfFile,
+                                              const std::string& ending) override;
     std::string showPrinterFolder() override;
 
 private:

@@ -6,12 +6,15 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QListWidget>
+#include <QPainter>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QStyledItemDelegate>
 #include <QToolTip>
 #include <QWheelEvent>
 
-#include "platform/linux/qt/text_box.h"
+#include "platform/linux/qt/canvas_view.h"
+#include "platform/linux/qt/tool_button.h"
 
 namespace platform_linux::qt {
 
@@ -25,6 +28,28 @@ QStringList textsOf(const std::vector<std::string>& items) {
     return texts;
 }
 
+// One whose room may become too small shows by "…" that there is more.
+class Label : public QLabel {
+public:
+    using QLabel::QLabel;
+    void elide() { elided_ = true; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override {
+        if (!elided_) {
+            QLabel::paintEvent(event);
+            return;
+        }
+        QPainter painter(this);
+        const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+        style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(), shown,
+                              foregroundRole());
+    }
+
+private:
+    bool elided_ = false;
+};
+
 class LabelView final : public ControlView {
 public:
     LabelView(const platform::Control& control, QWidget& parent)
@@ -33,6 +58,10 @@ public:
         constexpr int oneLine = 8;
         label_.setWordWrap(control.place.height > oneLine);
         label_.setAlignment(Qt::AlignLeft | (label_.wordWrap() ? Qt::AlignTop : Qt::AlignVCenter));
+        if (control.sizing == platform::Sizing::bottomLine) {
+            label_.setWordWrap(false);
+            label_.elide();
+        }
     }
     QWidget& widget() override { return label_; }
     QString text() const override { return label_.text(); }
@@ -43,13 +72,13 @@ public:
     }
 
 private:
-    QLabel label_;
+    Label label_;
 };
 
 class TextBoxView final : public ControlView {
 public:
-    TextBoxView(const platform::Control& control, QWidget& parent, UserEvents& user)
-        : box_(control.name, parent, user) {
+    TextBoxView(const platform::Control& control, const Surroundings& form)
+        : box_(control.name, form.parent, form.user, form.enter) {
         box_.setText(QString::fromStdString(control.caption));
     }
     QWidget& widget() override { return box_; }
@@ -155,6 +184,87 @@ private:
     DropDown list_;
 };
 
+class ComboBoxView final : public ControlView {
+public:
+    ComboBoxView(const platform::Control& control, const Surroundings& form) : list_(&form.parent) {
+        auto* box = new TextBox(control.name, list_, form.user, form.enter);  // which belongs to the list
+        list_.setLineEdit(box);
+        list_.setInsertPolicy(QComboBox::NoInsert);
+        list_.setCompleter(nullptr);
+        // Otherwise a text that one of the items has counts as that one chosen when the focus goes.
+        QObject::disconnect(box, &QLineEdit::editingFinished, &list_, nullptr);
+        QObject::disconnect(box, &QLineEdit::returnPressed, &list_, nullptr);
+        QObject::connect(&list_, &QComboBox::activated, &list_,
+                         [name = control.name, &user = form.user] { user.clicked(name); });
+        box->setText(QString::fromStdString(control.caption));
+    }
+    QWidget& widget() override { return list_; }
+    QString text() const override { return list_.currentText(); }
+    void setText(const QString& text) override { list_.setEditText(text); }
+    void selectText() override { list_.lineEdit()->selectAll(); }
+    void setItems(const std::vector<std::string>& items) override {
+        const QString text = list_.currentText();
+        list_.clear();
+        list_.addItems(textsOf(items));
+        list_.setCurrentIndex(-1);
+        list_.setEditText(text);
+    }
+    int selected() const override { return list_.findText(list_.currentText(), Qt::MatchExactly); }
+    void select(int index) override { list_.setCurrentIndex(index); }
+
+private:
+    DropDown list_;
+};
+
+class OptionButtonView final : public ControlView {
+public:
+    OptionButtonView(const platform::Control& control, QWidget& parent, UserEvents& user)
+        : button_(QString::fromStdString(control.caption), &parent) {
+        QObject::connect(&button_, &QRadioButton::toggled, &button_, [name = control.name, &user](bool chosen) {
+            if (chosen) {
+                user.clicked(name);
+            }
+        });
+    }
+    QWidget& widget() override { return button_; }
+    QString text() const override { return button_.text(); }
+    void setText(const QString& text) override { button_.setText(text); }
+    int selected() const override { return button_.isChecked() ? 0 : -1; }
+    void select(int index) override { button_.setChecked(index == 0); }
+
+private:
+    QRadioButton button_;
+};
+
+class ToolButtonView final : public ControlView {
+public:
+    ToolButtonView(const platform::Control& control, QWidget& parent, UserEvents& user) : button_(control, parent) {
+        QObject::connect(&button_, &QToolButton::clicked, &button_,
+                         [name = control.name, &user] { user.clicked(name); });
+    }
+    QWidget& widget() override { return button_; }
+    QString text() const override { return button_.accessibleName(); }
+    void setText(const QString& text) override { button_.setAccessibleName(QString(text).remove('&')); }
+
+private:
+    ToolButton button_;
+};
+
+class CanvasControl final : public ControlView {
+public:
+    CanvasControl(const platform::Control& control, const Surroundings& form)
+        : view_(control.name, form.parent, form.user, form.sheet) {
+        view_.setAccessibleName(QString::fromStdString(control.caption).remove('&'));
+    }
+    QWidget& widget() override { return view_; }
+    CanvasView* canvas() override { return &view_; }
+    QString text() const override { return view_.accessibleName(); }
+    void setText(const QString& text) override { view_.setAccessibleName(text); }
+
+private:
+    CanvasView view_;
+};
+
 class ButtonView final : public ControlView {
 public:
     ButtonView(const platform::Control& control, QWidget& parent, UserEvents& user)
@@ -170,17 +280,27 @@ private:
     QPushButton button_;
 };
 
-std::unique_ptr<ControlView> viewOf(const platform::Control& control, QWidget& parent, UserEvents& user) {
+std::unique_ptr<ControlView> viewOf(const platform::Control& control, const Surroundings& form) {
+    QWidget& parent = form.parent;
+    UserEvents& user = form.user;
     switch (control.kind) {
         case platform::ControlKind::textBox:
-            return std::make_unique<TextBoxView>(control, parent, user);
+            return std::make_unique<TextBoxView>(control, form);
         case platform::ControlKind::listBox:
             return std::make_unique<ListBoxView>(control, parent, user);
         case platform::ControlKind::dropDownList:
             return std::make_unique<DropDownListView>(control, parent, user);
         case platform::ControlKind::button:
             return std::make_unique<ButtonView>(control, parent, user);
-        default:
+        case platform::ControlKind::comboBox:
+            return std::make_unique<ComboBoxView>(control, form);
+        case platform::ControlKind::optionButton:
+            return std::make_unique<OptionButtonView>(control, parent, user);
+        case platform::ControlKind::toolButton:
+            return std::make_unique<ToolButtonView>(control, parent, user);
+        case platform::ControlKind::canvas:
+            return std::make_unique<CanvasControl>(control, form);
+        case platform::ControlKind::label:
             break;
     }
     return std::make_unique<LabelView>(control, parent);
@@ -188,8 +308,8 @@ std::unique_ptr<ControlView> viewOf(const platform::Control& control, QWidget& p
 
 }  // namespace
 
-std::unique_ptr<ControlView> makeControl(const platform::Control& control, QWidget& parent, UserEvents& user) {
-    std::unique_ptr<ControlView> view = viewOf(control, parent, user);
+std::unique_ptr<ControlView> makeControl(const platform::Control& control, const Surroundings& form) {
+    std::unique_ptr<ControlView> view = viewOf(control, form);
     view->widget().setObjectName(QString::fromStdString(control.name));
     view->widget().setToolTip(QString::fromStdString(control.tooltip));
     return view;

@@ -8,9 +8,13 @@
 #include <vector>
 
 #include "platform/forms.h"
+#include "platform/linux/qt/sheet_surface.h"
+#include "platform/linux/qt/text_box.h"
 #include "platform/linux/qt/user_events.h"
 
 namespace platform_linux::qt {
+
+class CanvasView;
 
 // One control of a form. What a kind does not have does nothing.
 class ControlView {
@@ -26,11 +30,19 @@ public:
     virtual void select(int /*index*/) {}
     // The widget has got its size and appears.
     virtual void shown() {}
+    virtual CanvasView* canvas() { return nullptr; }
     // Puts the access key of a label on another control, and tells its text to screen readers as that one's name.
     virtual void nameOf(QWidget& /*named*/) {}
 };
 
-// The parent must outlive the control.
-std::unique_ptr<ControlView> makeControl(const platform::Control& control, QWidget& parent, UserEvents& user);
+// What the controls of a form have in common, and must not outlive.
+struct Surroundings {
+    QWidget& parent;
+    UserEvents& user;
+    SheetSurface& sheet;
+    TextBox::Enter enter;  // in boxes
+};
+
+std::unique_ptr<ControlView> makeControl(const platform::Control& control, const Surroundings& form);
 
 }  // namespace platform_linux::qt

@@ -2,6 +2,9 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QPluginLoader>
@@ -139,11 +142,42 @@ public:
     void processEvents() override { QCoreApplication::processEvents(); }
 
     std::unique_ptr<platform::Form> createForm(const platform::FormDesign& design, platform::FormEvents& events,
-                                               platform::Form* /*owner*/) override {
-        return std::make_unique<platform_linux::qt::QtForm>(design, events, forms_);
+                                               platform::Form* owner) override {
+        return std::make_unique<platform_linux::qt::QtForm>(design, events, forms_, sheet_,
+                                                            static_cast<platform_linux::qt::QtForm*>(owner));
     }
     void runForms() override { forms_.run(); }
     void closeForms() override { forms_.closeAll(); }
+
+    void copyText(const std::string& text) override {
+        QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+    }
+
+    std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
+                                              const std::string& suggestion, const std::string& kindOfFile,
+                                              const std::string& ending) override {
+        const QString suffix = QString::fromStdString(ending);
+        QFileDialog dialog(&static_cast<platform_linux::qt::QtForm&>(owner).window(), QString::fromStdString(title));
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setFileMode(QFileDialog::AnyFile);
+        dialog.setNameFilter(QString::fromStdString(kindOfFile) + " (*" + suffix + ")");
+        dialog.setDefaultSuffix(suffix);
+        dialog.setLabelText(QFileDialog::Accept, "Speichern");
+        dialog.setLabelText(QFileDialog::Reject, "Abbrechen");
+        // Asked here instead, in German wherever it runs.
+        dialog.setOption(QFileDialog::DontConfirmOverwrite);
+        dialog.setDirectory(QFileInfo(QString::fromStdString(suggestion)).path());
+        dialog.selectFile(QString::fromStdString(suggestion));
+        while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+            const QString file = dialog.selectedFiles().constFirst();
+            const std::string question =
+                "Die Datei „" + file.toStdString() + "“ gibt es schon. Soll sie ersetzt werden?";
+            if (!QFileInfo::exists(file) || messageBox(question, Buttons::yesNo, Icon::none, title) == Answer::yes) {
+                return file.toStdString();
+            }
+        }
+        return std::nullopt;
+    }
 
 private:
     // Qt keeps references to both as long as the application lives.

@@ -4,6 +4,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/dialogs.h"
@@ -26,6 +27,10 @@ public:
                                                        platform::Form* owner) = 0;
     virtual void runForms() = 0;
     virtual void closeForms() = 0;
+    virtual void copyText(const std::string& text) = 0;
+    virtual std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
+                                                      const std::string& suggestion, const std::string& kindOfFile,
+                                                      const std::string& ending) = 0;
 };
 
 // The Unicode character of each byte of the DOS code page; 0 for none.

@@ -1,13 +1,12 @@
 #include "platform/linux/qt/qt_form.h"
 
 #include <QCoreApplication>
-#include <QCursor>
-#include <QGuiApplication>
 #include <QPushButton>
-#include <QScreen>
-#include <QWindow>
+#include <QRadioButton>
 #include <algorithm>
 #include <utility>
+
+#include "platform/linux/qt/canvas_view.h"
 
 namespace platform_linux::qt {
 
@@ -23,44 +22,24 @@ public:
 
 }  // namespace
 
-FormWindow::FormWindow(std::function<void()> cancel)
-    // No dialog to the window manager, as such a one has no place in the task bar.
-    : QDialog(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                           Qt::WindowCloseButtonHint),
-      cancel_(std::move(cancel)) {}
-
-void FormWindow::placeOnScreen() {
-    const QWindow* active = QGuiApplication::focusWindow();
-    const QScreen* place = active != nullptr ? active->screen() : QGuiApplication::screenAt(QCursor::pos());
-    place = place != nullptr ? place : QGuiApplication::primaryScreen();
-    if (place != nullptr) {
-        QRect middle(QPoint(), size());
-        middle.moveCenter(place->availableGeometry().center());
-        move(middle.topLeft());
-    }
-}
-
-void FormWindow::stayOnScreen() {
-    const QRect room = screen()->availableGeometry();
-    const QRect frame = frameGeometry();
-    if (isVisible() && frame.bottom() > room.bottom()) {
-        move(frame.x(), std::max(room.top(), room.bottom() + 1 - frame.height()));
-    }
-}
-
-QtForm::QtForm(const platform::FormDesign& design, platform::FormEvents& events, OpenForms& forms)
+QtForm::QtForm(const platform::FormDesign& design, platform::FormEvents& events, OpenForms& forms, SheetSurface& sheet,
+               QtForm* owner)
     : forms_(forms),
       user_(
           events, [this](const std::exception_ptr& failure) { forms_.failed(failure); }, [this] { endIfClosing(); }),
-      cancelButton_(design.cancelButton),
-      window_([this] { pressCancel(); }),
+      window_(design,
+              {[this, cancel = design.cancelButton] { press(cancel); },
+               [this](const std::string& action) { press(action); }},
+              owner != nullptr ? &owner->window_ : nullptr),
       units_(window_.font(), window_.logicalDpiY()),
       width_(units_.across(design.width)) {
     const UserEvents::Call call(user_);
     QObject::connect(&closing_, &QTimer::timeout, &window_, [this] { endIfClosing(); });
     window_.setObjectName(QString::fromStdString(design.name));
     window_.setWindowTitle(QString::fromStdString(design.title));
-    addControls(design);
+    QObject::connect(&idle_, &QTimer::timeout, &window_, [this] { beIdle(); });
+    addControls(design, sheet);
+    groupOptions(design);
 }
 
 QtForm::~QtForm() {
@@ -69,23 +48,44 @@ QtForm::~QtForm() {
     window_.hide();
 }
 
-void QtForm::addControls(const platform::FormDesign& design) {
+void QtForm::addControls(const platform::FormDesign& design, SheetSurface& sheet) {
+    const bool hasDefault = !design.defaultButton.empty();
+    const Surroundings form{window_, user_, sheet, hasDefault ? TextBox::Enter::defaultButton : TextBox::Enter::clicks};
     ControlView* label = nullptr;
     int bottom = 0;
     for (const platform::Control& control : design.controls) {
-        controls_.push_back({control.name, control.place.y, makeControl(control, window_, user_)});
+        controls_.push_back({control.name, control.place.y, makeControl(control, form)});
         ControlView& view = *controls_.back().view;
         view.widget().setGeometry(units_.rectangle(control.place));
+        window_.add(view.widget(), control.sizing);
         if (label != nullptr && control.caption.empty()) {
             label->nameOf(view.widget());
         }
         label = control.kind == platform::ControlKind::label ? &view : nullptr;
         if (auto* button = qobject_cast<QPushButton*>(&view.widget())) {
+            button->setAutoDefault(hasDefault);
             button->setDefault(control.name == design.defaultButton);
         }
         bottom = std::max(bottom, control.place.y + control.place.height);
     }
-    window_.setFixedSize(width_, units_.down(bottom));
+    const int height = units_.down(design.height > 0 ? design.height : bottom);
+    window_.setDesigned({width_, height}, design.resizable);
+}
+
+// Those that follow each other are of one group.
+void QtForm::groupOptions(const platform::FormDesign& design) {
+    QButtonGroup* group = nullptr;
+    for (std::size_t i = 0; i < design.controls.size(); ++i) {
+        auto* option = qobject_cast<QRadioButton*>(&controls_[i].view->widget());
+        if (option == nullptr) {
+            group = nullptr;
+            continue;
+        }
+        if (group == nullptr) {
+            group = new QButtonGroup(&window_);  // which belongs to the window
+        }
+        group->addButton(option);
+    }
 }
 
 void QtForm::show() {
@@ -125,10 +125,11 @@ void QtForm::endIfClosing() {
     }
 }
 
-void QtForm::pressCancel() {
-    ControlView* button = find(cancelButton_);
-    if (button != nullptr && button->widget().isEnabled()) {
-        user_.clicked(cancelButton_);
+// What the design gives an action that no control has is one, too.
+void QtForm::press(const std::string& action) {
+    ControlView* control = find(action);
+    if (!action.empty() && (control == nullptr || control->widget().isEnabled())) {
+        user_.clicked(action);
     }
 }
 
@@ -201,6 +202,58 @@ void QtForm::setEnabled(const std::string& control, bool enabled) {
 void QtForm::setTabStop(const std::string& control, bool stop) {
     withControl(control,
                 [&](ControlView& view) { view.widget().setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus); });
+}
+
+void QtForm::focus(const std::string& control) {
+    withControl(control, [](ControlView& view) { view.widget().setFocus(); });
+}
+
+platform::CanvasSize QtForm::canvasSize(const std::string& control) const {
+    ControlView* view = find(control);
+    return view != nullptr && view->canvas() != nullptr ? view->canvas()->canvasSize() : platform::CanvasSize();
+}
+
+template <typename Function>
+void QtForm::withCanvas(const std::string& control, Function function) {
+    withControl(control, [&](ControlView& view) {
+        if (CanvasView* canvas = view.canvas()) {
+            function(*canvas);
+        }
+    });
+}
+
+void QtForm::invalidate(const std::string& control) {
+    withCanvas(control, [](CanvasView& canvas) { canvas.invalidate(); });
+}
+
+void QtForm::setScrollBars(const std::string& control, platform::ScrollBar across, platform::ScrollBar down) {
+    withCanvas(control, [&](CanvasView& canvas) { canvas.setScrollBars(across, down); });
+}
+
+void QtForm::setCursor(const std::string& control, platform::Cursor cursor) {
+    withCanvas(control, [&](CanvasView& canvas) { canvas.setShape(cursor); });
+}
+
+void QtForm::wantIdle(bool want) {
+    if (!want) {
+        idle_.stop();
+    } else if (!idle_.isActive()) {
+        idle_.start(0);
+    }
+}
+
+// While an event waits for the user, in a box that it shows, there is nothing to be done, and no core is to be taken.
+void QtForm::beIdle() {
+    constexpr int rest = 20;  // milliseconds
+    idle_.setInterval(user_.busy() ? rest : 0);
+    if (open_) {
+        user_.idle();
+    }
+}
+
+void QtForm::setWindowPlace(const platform::WindowPlace& place) {
+    const UserEvents::Call call(user_);
+    window_.setPlace(place);
 }
 
 void QtForm::repaint() {

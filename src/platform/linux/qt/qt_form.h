@@ -1,9 +1,8 @@
 // A form as a dialog of Qt.
 #pragma once
 
-#include <QDialog>
+#include <QButtonGroup>
 #include <QTimer>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,29 +10,16 @@
 #include "platform/forms.h"
 #include "platform/linux/qt/controls.h"
 #include "platform/linux/qt/dialog_units.h"
+#include "platform/linux/qt/form_window.h"
 #include "platform/linux/qt/open_forms.h"
 #include "platform/linux/qt/user_events.h"
 
 namespace platform_linux::qt {
 
-// A dialog that does not decide itself what Esc and the frame's closing mean.
-class FormWindow : public QDialog {
-public:
-    explicit FormWindow(std::function<void()> cancel);
-    void reject() override { cancel_(); }
-
-    // In the middle of the screen that the user works on.
-    void placeOnScreen();
-    // Moves up what has grown beyond the screen.
-    void stayOnScreen();
-
-private:
-    std::function<void()> cancel_;
-};
-
 class QtForm final : public platform::Form {
 public:
-    QtForm(const platform::FormDesign& design, platform::FormEvents& events, OpenForms& forms);
+    QtForm(const platform::FormDesign& design, platform::FormEvents& events, OpenForms& forms, SheetSurface& sheet,
+           QtForm* owner);
     QtForm(const QtForm&) = delete;
     QtForm& operator=(const QtForm&) = delete;
     ~QtForm() override;
@@ -50,7 +36,17 @@ public:
     void select(const std::string& control, int index) override;
     void setEnabled(const std::string& control, bool enabled) override;
     void setTabStop(const std::string& control, bool stop) override;
+    void focus(const std::string& control) override;
+    platform::CanvasSize canvasSize(const std::string& control) const override;
+    void invalidate(const std::string& control) override;
+    void setScrollBars(const std::string& control, platform::ScrollBar across, platform::ScrollBar down) override;
+    void setCursor(const std::string& control, platform::Cursor cursor) override;
+    void wantIdle(bool want) override;
+    platform::WindowPlace windowPlace() const override { return window_.place(); }
+    void setWindowPlace(const platform::WindowPlace& place) override;
     void repaint() override;
+
+    QWidget& window() { return window_; }
 
 private:
     struct NamedControl {
@@ -59,21 +55,25 @@ private:
         std::unique_ptr<ControlView> view;
     };
 
-    void addControls(const platform::FormDesign& design);
-    void pressCancel();
+    void addControls(const platform::FormDesign& design, SheetSurface& sheet);
+    void groupOptions(const platform::FormDesign& design);
+    void press(const std::string& action);
+    void beIdle();
     void endIfClosing();
     ControlView* find(const std::string& control) const;
     template <typename Function>
     void withControl(const std::string& control, Function function);
+    template <typename Function>
+    void withCanvas(const std::string& control, Function function);
 
     OpenForms& forms_;
     UserEvents user_;
-    std::string cancelButton_;
     FormWindow window_;
     DialogUnits units_;
     int width_;
     std::vector<NamedControl> controls_;
     QWidget* lostFocus_ = nullptr;  // the control that had the focus until it was disabled
+    QTimer idle_;
     bool open_ = false;
     QTimer closing_;  // runs from close() until the form could end
 };

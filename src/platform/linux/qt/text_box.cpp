@@ -39,8 +39,8 @@ bool isControl(char32_t character) { return character < 0x20 || character == 0x7
 
 }  // namespace
 
-TextBox::TextBox(std::string name, QWidget& parent, UserEvents& user)
-    : QLineEdit(&parent), name_(std::move(name)), user_(user) {
+TextBox::TextBox(std::string name, QWidget& parent, UserEvents& user, Enter enter)
+    : QLineEdit(&parent), name_(std::move(name)), user_(user), enter_(enter) {
     setValidator(new Filter(*this));  // which belongs to the box
     connect(this, &QLineEdit::textEdited, this, [this] {
         if (std::exchange(before_, text()) != text()) {
@@ -82,6 +82,10 @@ bool TextBox::accepts(const QString& text, char32_t character) const {
 
 void TextBox::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Backspace && !accepts(text(), U'\b')) {
+        return;
+    }
+    if (enter_ == Enter::clicks && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        user_.clicked(name_);
         return;
     }
     QLineEdit::keyPressEvent(event);

@@ -12,7 +12,10 @@ namespace platform_linux::qt {
 
 class TextBox : public QLineEdit {
 public:
-    TextBox(std::string name, QWidget& parent, UserEvents& user);
+    // Whether Enter in it is the user's, instead of pressing the form's default button.
+    enum class Enter { defaultButton, clicks };
+
+    TextBox(std::string name, QWidget& parent, UserEvents& user, Enter enter);
 
     // What the box takes of a text that the user wants in it instead of what is there; how much of it stands before
     // the end of what is taken. Nothing where none of what is new is taken.
@@ -35,6 +38,7 @@ private:
 
     std::string name_;
     UserEvents& user_;
+    Enter enter_;
     QString before_;               // the text before the change under way
     bool focusedByMouse_ = false;  // and the button is still down
 };

@@ -9,9 +9,13 @@ UserEvents::UserEvents(platform::FormEvents& events, Failed failed, std::functio
 
 template <typename Event>
 void UserEvents::tell(Event event) {
-    if (busy()) {
-        return;
+    if (!busy()) {
+        tellNow(event);
     }
+}
+
+template <typename Event>
+void UserEvents::tellNow(Event event) {
     try {
         const Call call(*this);
         event();
@@ -41,6 +45,34 @@ bool UserEvents::accepts(const std::string& control, const std::string& text, ch
     bool accepted = true;
     tell([&] { accepted = events_.accepts(control, text, character); });
     return accepted;
+}
+
+void UserEvents::paint(const std::string& control, platform::Canvas& canvas) {
+    if (!painting_) {
+        painting_ = true;
+        tellNow([&] { events_.paint(control, canvas); });
+        painting_ = false;
+    }
+}
+
+void UserEvents::resized(const std::string& control) {
+    tell([&] { events_.resized(control); });
+}
+
+void UserEvents::pointed(const std::string& control, const platform::Pointer& pointer) {
+    tell([&] { events_.pointed(control, pointer); });
+}
+
+void UserEvents::wheeled(const std::string& control, const platform::Wheel& wheel) {
+    tell([&] { events_.wheeled(control, wheel); });
+}
+
+void UserEvents::scrolled(const std::string& control, int across, int down) {
+    tell([&] { events_.scrolled(control, across, down); });
+}
+
+void UserEvents::idle() {
+    tell([&] { events_.idle(); });
 }
 
 void UserEvents::closed() {

@@ -22,6 +22,13 @@ public:
     void doubleClicked(const std::string& control);
     void changed(const std::string& control);
     void focused(const std::string& control);
+    // Also while an event or a call is under way, which may let the form be painted.
+    void paint(const std::string& control, platform::Canvas& canvas);
+    void resized(const std::string& control);
+    void pointed(const std::string& control, const platform::Pointer& pointer);
+    void wheeled(const std::string& control, const platform::Wheel& wheel);
+    void scrolled(const std::string& control, int across, int down);
+    void idle();
     bool accepts(const std::string& control, const std::string& text, char32_t character);
     void closed();
 
@@ -43,11 +50,14 @@ public:
 private:
     template <typename Event>
     void tell(Event event);
+    template <typename Event>
+    void tellNow(Event event);
 
     platform::FormEvents& events_;
     Failed failed_;
     std::function<void()> afterwards_;
     int depth_ = 0;
+    bool painting_ = false;
 };
 
 }  // namespace platform_linux::qt
