@@ -56,6 +56,7 @@ public:
     virtual void focused(const std::string& control) = 0;
     // Whether a box takes a character that is typed or pasted where the given text stands; 8 is the backspace.
     virtual bool accepts(const std::string& control, const std::string& text, char32_t character) = 0;
+    // Of canvases, and of idle time that was asked for; a form without them need not take them.
     // A canvas has to be painted, the whole of it.
     virtual void paint(const std::string& /*control*/, Canvas& /*canvas*/) {}
     // A canvas has another size, or another screen.
@@ -99,20 +100,20 @@ public:
     virtual void setTabStop(const std::string& control, bool stop) = 0;
 
     // The keyboard goes to this control.
-    virtual void focus(const std::string& /*control*/) {}
+    virtual void focus(const std::string& control) = 0;
 
-    virtual CanvasSize canvasSize(const std::string& /*control*/) const { return {}; }
+    virtual CanvasSize canvasSize(const std::string& control) const = 0;
     // Lets a canvas be painted anew soon.
-    virtual void invalidate(const std::string& /*control*/) {}
-    virtual void setScrollBars(const std::string& /*control*/, ScrollBar /*across*/, ScrollBar /*down*/) {}
-    virtual void setCursor(const std::string& /*control*/, Cursor /*cursor*/) {}
+    virtual void invalidate(const std::string& control) = 0;
+    virtual void setScrollBars(const std::string& control, ScrollBar across, ScrollBar down) = 0;
+    virtual void setCursor(const std::string& control, Cursor cursor) = 0;
 
     // Whether FormEvents::idle() is to be called again and again.
-    virtual void wantIdle(bool /*want*/) {}
+    virtual void wantIdle(bool want) = 0;
 
     // Of a form that can be made larger. A place that lies on no screen any more is moved to one.
-    virtual WindowPlace windowPlace() const { return {}; }
-    virtual void setWindowPlace(const WindowPlace& /*place*/) {}
+    virtual WindowPlace windowPlace() const = 0;
+    virtual void setWindowPlace(const WindowPlace& place) = 0;
 
     // Lets the form be painted while the program has much to do, without any event that the user causes.
     virtual void repaint() = 0;
@@ -134,17 +135,14 @@ public:
     virtual void closeAll() = 0;
 
     // Text for other programs to be pasted.
-    virtual void copyText(const std::string& /*text*/) {}
+    virtual void copyText(const std::string& text) = 0;
 
     // Asks the user for the name of a file to be written, and where there is one already, whether it may be replaced.
     // Nothing where the user does not want it. The suggestion is a full path with this ending (".pdf"), which is added
     // to a name without one.
-    virtual std::optional<std::string> askFileToWrite(Form& /*owner*/, const std::string& /*title*/,
-                                                      const std::string& /*suggestion*/,
-                                                      const std::string& /*kindOfFile*/,
-                                                      const std::string& /*ending*/) {
-        return std::nullopt;
-    }
+    virtual std::optional<std::string> askFileToWrite(Form& owner, const std::string& title,
+                                                      const std::string& suggestion, const std::string& kindOfFile,
+                                                      const std::string& ending) = 0;
 
     // Opens the system's own list of printers, without waiting for it. Where there is nothing of the kind, what to
     // install instead; otherwise empty.
