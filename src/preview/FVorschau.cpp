@@ -28,6 +28,10 @@ std::size_t charactersOf(std::string_view text) {
         std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
 }
 
+bool isOwnPrinter(platform::Spooler& spooler, const std::string& name) {
+    return !name.empty() && runtime::upperCase(name) == runtime::upperCase(spooler.builtinPrinter());
+}
+
 }  // namespace
 
 FVorschau::FVorschau(session::Session& session, PreviewOrder order)
@@ -90,8 +94,9 @@ bool FVorschau::read() {
 
 void FVorschau::prepare() {
     ready_ = false;
-    // A printer may take its time.
-    form_->repaint();
+    if (!isOwnPrinter(session_.platform.spooler, order_.sDruckerTreiber)) {
+        form_->repaint();  // others may take their time
+    }
     try {
         pages_->prepare();
         ready_ = true;

@@ -22,6 +22,22 @@ constexpr Color reasonColor{60, 60, 60};
 
 Box wider(const Box& box, double by) { return {box.x - by, box.y - by, box.width + 2 * by, box.height + 2 * by}; }
 
+// What of the one box is outside of the other.
+void fillAround(Canvas& canvas, const Box& outer, const Box& inner, double opacity) {
+    const double top = std::max(outer.y, inner.y);
+    const double bottom = std::min(outer.y + outer.height, inner.y + inner.height);
+    const double right = std::min(outer.x + outer.width, inner.x + inner.width);
+    const auto fill = [&](double x, double y, double width, double height) {
+        if (width > 0 && height > 0) {
+            canvas.fill({x, y, width, height}, black, opacity);
+        }
+    };
+    fill(outer.x, outer.y, outer.width, top - outer.y);
+    fill(outer.x, bottom, outer.width, outer.y + outer.height - bottom);
+    fill(outer.x, top, inner.x - outer.x, bottom - top);
+    fill(right, top, outer.x + outer.width - right, bottom - top);
+}
+
 void paintShadow(Canvas& canvas, const Box& sheet) {
     constexpr int steps = 4;
     constexpr double opacity = 0.07;
@@ -30,22 +46,14 @@ void paintShadow(Canvas& canvas, const Box& sheet) {
         Box shadow = wider(sheet, i * step - step);
         shadow.y += step;
         shadow.x += step;
-        canvas.fill(shadow, black, opacity);
+        fillAround(canvas, shadow, sheet, opacity);
     }
 }
 
 // What the printer cannot reach.
 void paintMargin(Canvas& canvas, const Box& sheet, const Box& printable) {
     constexpr double opacity = 0.045;
-    const double left = std::max(0.0, printable.x - sheet.x);
-    const double above = std::max(0.0, printable.y - sheet.y);
-    const double right = std::max(0.0, sheet.x + sheet.width - printable.x - printable.width);
-    const double below = std::max(0.0, sheet.y + sheet.height - printable.y - printable.height);
-    const double inner = sheet.height - above - below;
-    canvas.fill({sheet.x, sheet.y, sheet.width, above}, black, opacity);
-    canvas.fill({sheet.x, sheet.y + sheet.height - below, sheet.width, below}, black, opacity);
-    canvas.fill({sheet.x, sheet.y + above, left, inner}, black, opacity);
-    canvas.fill({sheet.x + sheet.width - right, sheet.y + above, right, inner}, black, opacity);
+    fillAround(canvas, sheet, printable, opacity);
 }
 
 }  // namespace

@@ -27,10 +27,17 @@ QPalette::ColorRole roleOf(platform::SystemColor color) {
 ScreenCanvas::ScreenCanvas(QImage& pixels, const platform::CanvasSize& size, const Look& look, SheetSurface& sheet)
     : size_(size), look_(look), sheet_(sheet), painter_(&pixels) {}
 
+// Whole pixels are filled at once; smooth edges take much longer.
 void ScreenCanvas::fill(const platform::Box& box, QColor color, double opacity) {
     color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
+    const QRectF exact = rectangleOf(box);
+    const QRect whole = exact.toRect();
+    if (exact == QRectF(whole)) {
+        painter_.fillRect(whole, color);
+        return;
+    }
     painter_.setRenderHint(QPainter::Antialiasing);
-    painter_.fillRect(rectangleOf(box), color);
+    painter_.fillRect(exact, color);
     painter_.setRenderHint(QPainter::Antialiasing, false);
 }
 
