@@ -3,8 +3,6 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
-#include <QFileDialog>
-#include <QFileInfo>
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QPluginLoader>
@@ -18,6 +16,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/linux/qt/file_choice.h"
 #include "platform/linux/qt/open_forms.h"
 #include "platform/linux/qt/qt_form.h"
 #include "platform/linux/qt/sheet_surface.h"
@@ -156,27 +155,8 @@ public:
     std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
                                               const std::string& suggestion, const std::string& kindOfFile,
                                               const std::string& ending) override {
-        const QString suffix = QString::fromStdString(ending);
-        QFileDialog dialog(&static_cast<platform_linux::qt::QtForm&>(owner).window(), QString::fromStdString(title));
-        dialog.setAcceptMode(QFileDialog::AcceptSave);
-        dialog.setFileMode(QFileDialog::AnyFile);
-        dialog.setNameFilter(QString::fromStdString(kindOfFile) + " (*" + suffix + ")");
-        dialog.setDefaultSuffix(suffix);
-        dialog.setLabelText(QFileDialog::Accept, "Speichern");
-        dialog.setLabelText(QFileDialog::Reject, "Abbrechen");
-        // Asked here instead, in German wherever it runs.
-        dialog.setOption(QFileDialog::DontConfirmOverwrite);
-        dialog.setDirectory(QFileInfo(QString::fromStdString(suggestion)).path());
-        dialog.selectFile(QString::fromStdString(suggestion));
-        while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
-            const QString file = dialog.selectedFiles().constFirst();
-            const std::string question =
-                "Die Datei „" + file.toStdString() + "“ gibt es schon. Soll sie ersetzt werden?";
-            if (!QFileInfo::exists(file) || messageBox(question, Buttons::yesNo, Icon::none, title) == Answer::yes) {
-                return file.toStdString();
-            }
-        }
-        return std::nullopt;
+        return platform_linux::qt::askFileToWrite(static_cast<platform_linux::qt::QtForm&>(owner).window(), title,
+                                                  suggestion, kindOfFile, ending);
     }
 
 private:
