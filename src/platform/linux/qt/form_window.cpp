@@ -94,6 +94,7 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
 }
 
 void FormWindow::placeOnScreen() {
+    constexpr double shareOfScreen = 0.85;  // of a form that can be made larger
     if (placed_) {
         return;
     }
@@ -101,9 +102,12 @@ void FormWindow::placeOnScreen() {
     const QScreen* place = active != nullptr ? active->screen() : QGuiApplication::screenAt(QCursor::pos());
     place = place != nullptr ? place : QGuiApplication::primaryScreen();
     if (place != nullptr) {
+        const QRect room = place->availableGeometry();
+        if (minimumSize() != maximumSize()) {
+            resize((room.size() * shareOfScreen).expandedTo(minimumSize()));
+        }
         QRect middle(QPoint(), size());
-        middle.moveCenter(parentWidget() != nullptr ? parentWidget()->geometry().center()
-                                                    : place->availableGeometry().center());
+        middle.moveCenter(parentWidget() != nullptr ? parentWidget()->geometry().center() : room.center());
         move(middle.topLeft());
     }
 }

@@ -1,6 +1,7 @@
 #include "platform/linux/qt/screen_canvas.h"
 
 #include <algorithm>
+#include <utility>
 #include <cmath>
 
 namespace platform_linux::qt {
@@ -24,8 +25,8 @@ QPalette::ColorRole roleOf(platform::SystemColor color) {
 
 }  // namespace
 
-ScreenCanvas::ScreenCanvas(QImage& pixels, const platform::CanvasSize& size, const Look& look, SheetSurface& sheet)
-    : size_(size), look_(look), sheet_(sheet), painter_(&pixels) {}
+ScreenCanvas::ScreenCanvas(QImage& pixels, const platform::CanvasSize& size, Look look, SheetSurface& sheet)
+    : size_(size), look_(std::move(look)), sheet_(sheet), painter_(&pixels) {}
 
 // Whole pixels are filled at once; smooth edges take much longer.
 void ScreenCanvas::fill(const platform::Box& box, QColor color, double opacity) {

@@ -21,7 +21,7 @@ public:
     };
 
     // Paints on this picture, which has as many pixels as the size says. The surface serves one canvas after the other.
-    ScreenCanvas(QImage& pixels, const platform::CanvasSize& size, const Look& look, SheetSurface& sheet);
+    ScreenCanvas(QImage& pixels, const platform::CanvasSize& size, Look look, SheetSurface& sheet);
 
     platform::CanvasSize size() const override { return size_; }
     void fill(const platform::Box& box, platform::Color color, double opacity) override;
