@@ -18,6 +18,9 @@ namespace {
 constexpr PreviewPages::Milliseconds slice{10};
 constexpr const char* canvas = "picSeite";
 
+constexpr const char* othersHint =
+    " Die anderen Seiten können angesehen und einzeln gedruckt werden.\n"
+    "Ist der Grund behoben, wird die Datei mit F5 noch einmal gelesen.";
 constexpr const char* readAgainHint = "Mit F5 wird die Datei noch einmal gelesen.";
 
 // With fewer characters nearly every page has a hit.
@@ -95,7 +98,10 @@ bool FVorschau::read() {
 void FVorschau::prepare() {
     ready_ = false;
     if (!isOwnPrinter(session_.platform.spooler, order_.sDruckerTreiber)) {
-        form_->repaint();  // others may take their time
+        // Others may take their time.
+        statusShown_ = "Der Drucker wird gefragt …";
+        form_->setText("lblStatus", statusShown_);
+        form_->repaint();
     }
     try {
         pages_->prepare();
@@ -149,8 +155,11 @@ void FVorschau::showTarget() {
     if (failure.empty()) {
         pane_->say(std::nullopt);
     } else {
-        pane_->say(PageMessage{"Seite " + std::to_string(shown_) + " kann nicht gedruckt werden.", failure,
-                               "Ein Druckauftrag endet hier. Die anderen Seiten können angesehen werden."});
+        // A page before it may end the print, too.
+        const std::string end =
+            shown_ == 1 ? "Der Druck endet auf dieser Seite." : "Der Druck endet spätestens auf dieser Seite.";
+        pane_->say(
+            PageMessage{"Seite " + std::to_string(shown_) + " kann nicht gedruckt werden.", failure, end + othersHint});
     }
     pane_->pageChanged(start_);
     markHits();

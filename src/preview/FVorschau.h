@@ -74,6 +74,7 @@ private:
     void enableCommands();
     bool asksForTray();
     std::string statusText();
+    std::string printerText() const;
     std::string jumpText() const;
 
     session::Session& session_;

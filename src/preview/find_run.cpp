@@ -102,7 +102,7 @@ std::string FindRun::label() const {
     if (hits.empty()) {
         return search_->done() ? "nicht gefunden" : "wird gesucht …";
     }
-    const std::string count = std::to_string(hits.size());
+    const std::string count = (search_->full() ? "über " : "") + std::to_string(hits.size());
     if (!current_) {
         return count + " Treffer" + more;
     }

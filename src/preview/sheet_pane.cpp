@@ -19,8 +19,10 @@ constexpr double linesPerNotch = 3;
 SheetPane::SheetPane(platform::Form& form, platform::System& system, PageShown page)
     : form_(form), system_(system), page_(std::move(page)) {}
 
+const PreviewPage* SheetPane::sheetShown() const { return message_ ? nullptr : page_(); }
+
 void SheetPane::arrange() {
-    const PreviewPage* const page = message_ ? nullptr : page_();
+    const PreviewPage* const page = sheetShown();
     noticeMoved_ = false;
     platform::CanvasSize size = form_.canvasSize(canvas);
     uiScale_ = size.scale;
@@ -44,7 +46,9 @@ void SheetPane::arrange() {
 }
 
 void SheetPane::moved() {
-    form_.setScrollBars(canvas, layout_.across(), layout_.down());
+    if (showsSheet()) {
+        form_.setScrollBars(canvas, layout_.across(), layout_.down());
+    }
     refresh();
 }
 
@@ -131,6 +135,9 @@ int SheetPane::wheeled(const platform::Wheel& wheel) {
         zoomAbout(Zoom::of(layout_.percent() * std::pow(perNotch, wheel.steps)), wheel.x, wheel.y);
         return 0;
     }
+    if (!showsSheet()) {
+        return wheel.across ? 0 : turnAtEnd(-wheel.steps);
+    }
     const double distance = -wheel.steps * linesPerNotch * lineAtUsualScale * uiScale_;
     if (wheel.across) {
         layout_.scrollBy(distance, 0);
@@ -157,6 +164,9 @@ int SheetPane::turnAtEnd(double steps) {
 }
 
 int SheetPane::moveBy(int across, int down) {
+    if (!showsSheet()) {
+        return across + down;
+    }
     const platform::ScrollBar wasAcross = layout_.across();
     const platform::ScrollBar wasDown = layout_.down();
     const double line = 2 * lineAtUsualScale * uiScale_;
@@ -170,19 +180,19 @@ int SheetPane::moveBy(int across, int down) {
 }
 
 void SheetPane::selectAll() {
-    if (const PreviewPage* const page = message_ ? nullptr : page_(); page != nullptr) {
+    if (const PreviewPage* const page = sheetShown(); page != nullptr) {
         selection_.set({page->text.begin(), page->text.end()});
         refresh();
     }
 }
 
 std::string SheetPane::selectedText() const {
-    const PreviewPage* const page = message_ ? nullptr : page_();
+    const PreviewPage* const page = sheetShown();
     return page != nullptr ? selection_.textOf(page->text) : std::string();
 }
 
 bool SheetPane::hasTextAt(double x, double y) const {
-    const PreviewPage* const page = message_ ? nullptr : page_();
+    const PreviewPage* const page = sheetShown();
     return page != nullptr && page->text.hasTextAt(layout_.pixelAt(x, y));
 }
 

@@ -53,6 +53,9 @@ public:
     // Bytes of the DOS code page, lines ended by "\n"; empty where nothing is selected.
     std::string selectedText() const;
 
+    // Whether there is a page, and not what is said instead.
+    bool showsSheet() const { return sheetShown() != nullptr; }
+
     // Whether idle() has something to do.
     bool busy() const { return scrollsBySelection_ || noticeMoved_; }
     void idle();
@@ -60,6 +63,7 @@ public:
 private:
     enum class Drag { none, sheet, text };
 
+    const PreviewPage* sheetShown() const;
     void arrange();
     void moved();
     void refresh() { form_.invalidate(canvas); }

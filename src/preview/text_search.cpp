@@ -50,6 +50,8 @@ bool TextSearch::searchOn(PreviewPages::Milliseconds atMost) {
     return done();
 }
 
+bool TextSearch::full() const { return hits_.size() >= mostHits; }
+
 // Says what the page was worth in work.
 std::size_t TextSearch::searchPage(std::vector<TextHit>& found) {
     constexpr std::size_t bytesForTurning = 64;

@@ -31,8 +31,9 @@ public:
     bool done() const { return searched_ == pages_.pageCount(); }
     std::size_t pagesSearched() const { return searched_; }
 
-    // Sorted by page and position; so far. Not more than a million are kept.
+    // Sorted by page and position; so far. Not more than a million are kept, and there may be more where they are full.
     const std::vector<TextHit>& hits() const { return hits_; }
+    bool full() const;
     // The first at or behind the place, or before it; round the end of the file. Null where there is none so far.
     const TextHit* next(std::size_t page, std::size_t position) const;
     const TextHit* previous(std::size_t page, std::size_t position) const;

@@ -14,7 +14,7 @@ using platform::Sizing;
 constexpr int side = 14;  // of a tool
 constexpr int top = 3;
 constexpr int toolBarHeight = 20;
-constexpr int width = 507;
+constexpr int width = 535;
 constexpr int height = 270;
 constexpr int statusHeight = 12;
 
@@ -58,10 +58,10 @@ platform::FormDesign designOfVorschau() {
                 tool(368, "cmdZurueck", "Vorheriger Treffer", "Vorheriger Treffer (Umschalt+F3)",
                      symbols::previousHit()),
                 tool(383, "cmdWeiter", "Nächster Treffer", "Nächster Treffer (F3)", symbols::nextHit()),
-                text(400, 52, "lblTreffer", ""),
-                tool(454, "cmdDrucken", "Drucken", "Drucken (Strg+P)", symbols::print()),
-                tool(469, "cmdPDF", "Als PDF speichern", "Als PDF speichern (Strg+S)", symbols::savePdf()),
-                tool(489, "cmdSchliessen", "Schließen", "Schließen (Esc)", symbols::close()),
+                text(400, 80, "lblTreffer", ""),
+                tool(482, "cmdDrucken", "Drucken", "Drucken (Strg+P)", symbols::print()),
+                tool(497, "cmdPDF", "Als PDF speichern", "Als PDF speichern (Strg+S)", symbols::savePdf()),
+                tool(517, "cmdSchliessen", "Schließen", "Schließen (Esc)", symbols::close()),
                 {label,
                  "lblStatus",
                  "",

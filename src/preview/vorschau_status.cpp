@@ -49,6 +49,15 @@ bool FVorschau::asksForTray() {
     return page != nullptr && !page->requestedTray.empty() && page->paperBin > 0 && !trays_.known(pages_->printer());
 }
 
+std::string FVorschau::printerText() const {
+    const std::string& printer = pages_->printer();
+    if (pages_->trouble().empty()) {
+        return runtime::shown(printer);
+    }
+    const bool named = !printer.empty() && printer != session_.platform.spooler.builtinPrinter();
+    return named ? runtime::shown(printer) + " (antwortet nicht, Ersatzblatt)" : "Kein Drucker antwortet, Ersatzblatt";
+}
+
 std::string FVorschau::statusText() {
     constexpr const char* between = "   |   ";
     if (!pages_) {
@@ -60,8 +69,7 @@ std::string FVorschau::statusText() {
     if (target_ != shown_) {
         return jumpText();
     }
-    const std::string printer = runtime::shown(pages_->printer());
-    std::string text = pages_->trouble().empty() ? printer : printer + " (antwortet nicht, Ersatzblatt)";
+    std::string text = printerText();
     if (const PreviewPage* const page = pageShown(); page != nullptr) {
         text += between + paperText(page->paperSize, page->device);
         if (!page->requestedTray.empty()) {
@@ -70,8 +78,8 @@ std::string FVorschau::statusText() {
                 between + ("Schacht " + page->requestedTray) + (bin.empty() ? "" : " (" + runtime::shown(bin) + ")");
         }
     }
-    return text + between + sizeText(pages_->fileSize(), session_.locale()) + between +
-           zoomText(Zoom::of(pane_->percent()), session_.locale());
+    text += between + sizeText(pages_->fileSize(), session_.locale());
+    return pane_->showsSheet() ? text + between + zoomText(Zoom::of(pane_->percent()), session_.locale()) : text;
 }
 
 // Pages are passed one after another, so the way is as long as the pages between.

@@ -377,6 +377,24 @@ TEST_F(VorschauTest, SaysWhatIsMissingInThePlaceOfThePageAndReadsAgain) {
     EXPECT_TRUE(host.dialogs.boxes.empty());
 }
 
+TEST_F(VorschauTest, SaysWhyAPageFailsAndWhatThePrinterDoesNotSay) {
+    host.spooler.silentFor = 1000;
+    host.spooler.device.fontName = "Anders";
+    open({"^BC1,99999999999,1\\", "Seite 2", "^BC1,99999999999,1\\"});
+    EXPECT_NE(sheetText().find("Druckerfehler: antwortet nicht\nHinweis: Der Zeichensatz"), std::string::npos)
+        << sheetText();
+    EXPECT_NE(sheetText().find("Überlauf: (Makro ^BC auf Seite 1, Zeile 1)|Der Druck endet auf dieser Seite. Die"),
+              std::string::npos);
+    EXPECT_TRUE(status("Kein Drucker antwortet, Ersatzblatt   |   A4") && !status("%")) << shown("lblStatus");
+    form.enter("cboZoom", "400");
+    EXPECT_EQ(form.controls["picSeite"].down.whole, 0) << "there is no sheet to be scrolled";
+    wheel(-1);
+    EXPECT_TRUE(sheetText().starts_with("Seite 2|Druckerfehler")) << sheetText();
+    EXPECT_TRUE(status("400 %"));
+    form.press("cmdLetzte");
+    EXPECT_NE(sheetText().find("Der Druck endet spätestens auf dieser Seite."), std::string::npos);
+}
+
 TEST_F(VorschauTest, AsksForTheNamesOfTraysOnce) {
     host.spooler.bins = {{4, "Kassette"}};
     session.platform.settings.setText(platform::SettingsRoot::currentUser,

@@ -1,8 +1,8 @@
 #include "platform/linux/qt/screen_canvas.h"
 
 #include <algorithm>
-#include <utility>
 #include <cmath>
+#include <utility>
 
 namespace platform_linux::qt {
 
