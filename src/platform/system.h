@@ -1,6 +1,7 @@
 // Port: the machine around the program: command line, files, clock, locale, code pages.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -12,6 +13,23 @@
 #include "runtime/locale.h"
 
 namespace platform {
+
+// A file being read from its start to its end, in as many pieces as one likes. Others may do with it meanwhile what
+// they want.
+class FileReader {
+public:
+    virtual ~FileReader() = default;
+
+    // In bytes, when it was opened; 0 where that is unknown.
+    virtual std::uint64_t size() const = 0;
+
+    // Appends up to so many bytes; false where there are none any more. With the first piece the text has room for the
+    // whole file. Throws what System::readFile() throws.
+    virtual bool read(std::string& to, std::size_t atMost) = 0;
+
+    // Whether size and time stamp are still those of the opening, so that the pieces belong together.
+    virtual bool unchanged() const = 0;
+};
 
 // Paths are UTF-8 and may be written as the host writes them, with "\" between the parts; a name that is opened is
 // found whatever the case of its letters on disk, the exact one first. A relative path is relative to the current
@@ -32,6 +50,9 @@ public:
     // The whole content of a file, byte for byte. errFileNotFound, errPermissionDenied, errPathFileAccess (a folder),
     // errDeviceIo, errOutOfMemory.
     virtual std::string readFile(const std::string& path) = 0;
+
+    // The same file to be read piece by piece; the same errors.
+    virtual std::unique_ptr<FileReader> openToRead(const std::string& path) = 0;
 
     // Size of a file in bytes; 0 where there is none or it is unknown, and readFile() says why. Never throws.
     virtual std::uint64_t fileSize(const std::string& path) = 0;

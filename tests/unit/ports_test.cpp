@@ -28,6 +28,15 @@ TEST_F(SystemPort, KeepsEveryByteOfAFileInWhateverCaseItIsNamed) {
     system.writeFile(folder / "ÜBERGABE\\Liste.OUT", content + "longer");
     system.writeFile(folder / "übergabe/Liste.OUT", content);
     EXPECT_TRUE(system.readFile(folder / "./Übergabe\\LISTE.out") == content);
+    auto pieces = system.openToRead(folder / "ÜBERGABE/liste.OUT");
+    std::string read;
+    while (pieces->read(read, 700'000)) {
+    }
+    EXPECT_TRUE(read == content && pieces->size() == content.size() && pieces->unchanged());
+    system.appendFile(folder / "Übergabe/Liste.OUT", "zwei");
+    EXPECT_FALSE(pieces->unchanged());
+    EXPECT_TRUE(pieces->read(read, 3) && pieces->read(read, 3) && !pieces->read(read, 3) && read == content + "zwei");
+    pieces.reset();
     system.rewriteFile(folder / "übergabe\\LISTE.out", "eins");
     system.appendFile(folder / "ÜBERGABE/Liste.OUT", "zwei");
     EXPECT_EQ(get(folder / "Übergabe/Liste.OUT"), "einszwei");
@@ -85,7 +94,7 @@ TEST_F(SystemPort, SaysWhatIsWrongAndLeavesEverythingAsItWas) {
     for (const auto& [path, number] : faults) {
         const std::string& file = path;
         const std::vector<std::function<void()>> actions = {
-            [&] { system.readFile(file); }, [&] { system.writeFile(file, "x"); },
+            [&] { system.readFile(file); }, [&] { system.openToRead(file); }, [&] { system.writeFile(file, "x"); },
             [&] { system.rewriteFile(file, "x"); }, [&] { system.appendFile(file, "x"); }};
         for (const auto& action : actions) {
             EXPECT_EQ(errorOf(action), number) << path;

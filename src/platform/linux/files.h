@@ -3,12 +3,39 @@
 // a folder. None of them waits for the other end of a pipe.
 #pragma once
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
+#include "platform/linux/file_descriptor.h"
+
 namespace platform_linux {
+
+// A regular file, read from its start to its end.
+class ReadableFile {
+public:
+    int open(const std::string& path);
+
+    // In bytes, as the file said when it was opened.
+    std::size_t size() const { return static_cast<std::size_t>(opened_.st_size); }
+
+    // Room for the rest of the text, and for the look behind its end.
+    void makeRoom(std::string& text) const;
+
+    // Appends up to so many bytes, none only at the end.
+    int read(std::string& to, std::size_t atMost);
+
+    // Whether size and time stamp are still those of the opening.
+    bool unchanged() const;
+
+private:
+    FileDescriptor file_;
+    struct stat opened_ {};
+    std::size_t done_ = 0;
+};
 
 int readWholeFile(const std::string& path, std::string& content);
 

@@ -11,6 +11,7 @@
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/linux/c_string.h"
 #include "platform/linux/desktop.h"
@@ -59,6 +60,46 @@ std::string orThrow(ResolvedPath file) {
     }
     return std::move(file.path);
 }
+
+// What a call about the file gives; memory that there is not is an error of the file.
+template <typename Call>
+void orThrow(const ResolvedPath& file, const Call& call) {
+    int error = file.error;
+    try {
+        error = error != 0 ? error : call();
+    } catch (const std::bad_alloc&) {
+        error = ENOMEM;
+    } catch (const std::length_error&) {
+        error = ENOMEM;
+    }
+    if (error != 0) {
+        throwFileError(error, file.path);
+    }
+}
+
+class LinuxFileReader : public platform::FileReader {
+public:
+    explicit LinuxFileReader(ResolvedPath path) : path_(std::move(path)) {
+        orThrow(path_, [this] { return file_.open(path_.path); });
+    }
+    std::uint64_t size() const override { return file_.size(); }
+    bool read(std::string& to, std::size_t atMost) override {
+        const std::size_t before = to.size();
+        orThrow(path_, [&] {
+            if (!std::exchange(begun_, true)) {
+                file_.makeRoom(to);
+            }
+            return file_.read(to, atMost);
+        });
+        return to.size() > before;
+    }
+    bool unchanged() const override { return file_.unchanged(); }
+
+private:
+    ResolvedPath path_;
+    ReadableFile file_;
+    bool begun_ = false;
+};
 
 // As a shell takes it for one word, whatever it holds (POSIX.1-2017, Shell Command Language, section 2.2.2).
 std::string inQuotes(std::string_view text) {
@@ -112,18 +153,12 @@ std::string LinuxSystem::currentDirectory() {
 std::string LinuxSystem::readFile(const std::string& path) {
     const ResolvedPath file = findPath(nativePath(path));
     std::string content;
-    int error = file.error;
-    try {
-        error = error != 0 ? error : readWholeFile(file.path, content);
-    } catch (const std::bad_alloc&) {
-        error = ENOMEM;
-    } catch (const std::length_error&) {
-        error = ENOMEM;
-    }
-    if (error != 0) {
-        throwFileError(error, file.path);
-    }
+    orThrow(file, [&] { return readWholeFile(file.path, content); });
     return content;
+}
+
+std::unique_ptr<platform::FileReader> LinuxSystem::openToRead(const std::string& path) {
+    return std::make_unique<LinuxFileReader>(findPath(nativePath(path)));
 }
 
 std::uint64_t LinuxSystem::fileSize(const std::string& path) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -24,6 +25,7 @@ public:
     std::string programFileName() override;
     std::string currentDirectory() override;
     std::string readFile(const std::string& path) override;
+    std::unique_ptr<platform::FileReader> openToRead(const std::string& path) override;
     std::uint64_t fileSize(const std::string& path) override;
     void writeFile(const std::string& path, std::string_view content) override;
     void rewriteFile(const std::string& path, std::string_view content) override;

@@ -1,6 +1,7 @@
 #include "platform/windows/files.h"
 
-#include <array>
+#include <algorithm>
+#include <utility>
 
 #include "platform/windows/file_calls.h"
 #include "platform/windows/patience.h"
@@ -10,42 +11,73 @@ namespace platform_windows {
 
 namespace {
 
-DWORD readOnce(const std::wstring& path, std::string& content) {
-    const OpenedFile opened = openFile(path, GENERIC_READ, OPEN_EXISTING);
-    if (opened.error != 0) {
-        return opened.error;
-    }
-    const HANDLE file = opened.file.get();
-    const LONGLONG size = sizeOf(file);
-    if (size < 0) {
-        return ::GetLastError();
-    }
-    if (static_cast<ULONGLONG>(size) > content.max_size()) {
-        return ERROR_NOT_ENOUGH_MEMORY;
-    }
-    std::string text(static_cast<std::size_t>(size), '\0');
-    std::size_t count = 0;
-    DWORD error = readUpTo(file, text.data(), text.size(), count);
-    text.resize(count);
+// The file may have grown since it was opened.
+constexpr std::size_t behindTheEnd = 4096;
 
-    // The file may have grown meanwhile.
-    std::array<char, 4096> more;
-    do {
-        error = error != 0 ? error : readUpTo(file, more.data(), more.size(), count);
-        if (error != 0) {
-            return error;
-        }
-        text.append(more.data(), count);
-    } while (count == more.size());
-    content = std::move(text);
-    return 0;
+bool whileInUse(DWORD error) { return isInUse(error); }
+
+DWORD readOnce(const std::wstring& path, std::string& content) {
+    // Memory that is new is fastest filled while it is still in the processor's cache.
+    constexpr std::size_t piece = std::size_t{1} << 18;
+    ReadableFile file;
+    DWORD error = file.open(path);
+    std::string text;
+    if (error == 0) {
+        file.makeRoom(text);
+    }
+    for (bool atEnd = false; error == 0 && !atEnd;) {
+        const std::size_t before = text.size();
+        error = file.read(text, piece);
+        atEnd = text.size() == before;
+    }
+    if (error == 0) {
+        content = std::move(text);
+    }
+    return error;
 }
 
 }  // namespace
 
+DWORD ReadableFile::open(const std::wstring& path) {
+    OpenedFile opened = openFile(path, GENERIC_READ, OPEN_EXISTING);
+    if (opened.error != 0) {
+        return opened.error;
+    }
+    file_ = std::move(opened.file);
+    if (::GetFileInformationByHandle(file_.get(), &opened_) == 0) {
+        return ::GetLastError();
+    }
+    return size() <= std::string().max_size() - behindTheEnd ? DWORD{0} : DWORD{ERROR_NOT_ENOUGH_MEMORY};
+}
+
+void ReadableFile::makeRoom(std::string& text) const {
+    text.reserve(text.size() + static_cast<std::size_t>(size()) + behindTheEnd);
+}
+
+DWORD ReadableFile::read(std::string& to, std::size_t atMost) {
+    const std::size_t before = to.size();
+    const ULONGLONG left = size() > done_ ? size() - done_ : behindTheEnd;
+    to.resize(before + static_cast<std::size_t>(std::min<ULONGLONG>(atMost, left)));
+    std::size_t count = 0;
+    const DWORD error = readUpTo(file_.get(), to.data() + before, to.size() - before, count);
+    done_ += count;
+    to.resize(before + count);
+    return error;
+}
+
+bool ReadableFile::unchanged() const {
+    BY_HANDLE_FILE_INFORMATION now{};
+    return ::GetFileInformationByHandle(file_.get(), &now) != 0 && sizeIn(now) == size() &&
+           now.ftLastWriteTime.dwLowDateTime == opened_.ftLastWriteTime.dwLowDateTime &&
+           now.ftLastWriteTime.dwHighDateTime == opened_.ftLastWriteTime.dwHighDateTime;
+}
+
+DWORD openPatiently(const std::wstring& path, ReadableFile& file) {
+    return patiently(openingPatience, whileInUse, [&] { return file.open(path); });
+}
+
 DWORD readWholeFile(const std::wstring& path, std::string& content) {
-    const auto mayPass = [](DWORD error) { return isInUse(error); };
-    return patiently(openingPatience, mayPass, [&] { return readOnce(path, content); });
+    return patiently(openingPatience, whileInUse, [&] { return readOnce(path, content); });
 }
 
 DWORD createFile(const std::wstring& path, std::string_view content) {

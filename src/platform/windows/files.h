@@ -6,8 +6,11 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+
+#include "platform/windows/handle.h"
 
 namespace platform_windows {
 
@@ -20,6 +23,36 @@ bool isDevice(const std::wstring& path);
 
 // A native path as users write it.
 std::string shownPath(std::wstring_view path);
+
+inline ULONGLONG sizeIn(const BY_HANDLE_FILE_INFORMATION& file) {
+    return ULARGE_INTEGER{{file.nFileSizeLow, file.nFileSizeHigh}}.QuadPart;
+}
+
+// A file on a disk, read from its start to its end.
+class ReadableFile {
+public:
+    DWORD open(const std::wstring& path);
+
+    // In bytes, as the file said when it was opened; no more than a text can have.
+    ULONGLONG size() const { return sizeIn(opened_); }
+
+    // Room for the rest of the text, and for the look behind its end.
+    void makeRoom(std::string& text) const;
+
+    // Appends up to so many bytes, none only at the end.
+    DWORD read(std::string& to, std::size_t atMost);
+
+    // Whether size and time stamp are still those of the opening.
+    bool unchanged() const;
+
+private:
+    FileHandle file_;
+    BY_HANDLE_FILE_INFORMATION opened_{};
+    ULONGLONG done_ = 0;
+};
+
+// A file that others keep from being opened is waited for, for two seconds.
+DWORD openPatiently(const std::wstring& path, ReadableFile& file);
 
 // A file that others keep from being read is waited for, for two seconds.
 DWORD readWholeFile(const std::wstring& path, std::string& content);

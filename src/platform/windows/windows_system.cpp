@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 #include "platform/windows/code_page.h"
 #include "platform/windows/files.h"
@@ -38,6 +39,47 @@ std::string whereRedirected(const std::wstring& path) {
                                "“; das Programm, das sie schreibt, in einem eigenen Ordner außerhalb der Systemordner "
                                "betreiben";
 }
+
+// Memory that there is not is an error of the file.
+template <typename Call>
+void checkReading(const std::wstring& file, const Call& call) {
+    DWORD error = 0;
+    try {
+        error = call();
+    } catch (const std::bad_alloc&) {
+        error = ERROR_NOT_ENOUGH_MEMORY;
+    } catch (const std::length_error&) {
+        error = ERROR_NOT_ENOUGH_MEMORY;
+    }
+    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
+        throwFileError(error, shownPath(file), whereRedirected(file));
+    }
+    check(error, file);
+}
+
+class WindowsFileReader final : public platform::FileReader {
+public:
+    explicit WindowsFileReader(std::wstring path) : path_(std::move(path)) {
+        checkReading(path_, [this] { return openPatiently(path_, file_); });
+    }
+    std::uint64_t size() const override { return file_.size(); }
+    bool read(std::string& to, std::size_t atMost) override {
+        const std::size_t before = to.size();
+        checkReading(path_, [&] {
+            if (!std::exchange(begun_, true)) {
+                file_.makeRoom(to);
+            }
+            return file_.read(to, atMost);
+        });
+        return to.size() > before;
+    }
+    bool unchanged() const override { return file_.unchanged(); }
+
+private:
+    std::wstring path_;
+    ReadableFile file_;
+    bool begun_ = false;
+};
 
 }  // namespace
 
@@ -80,19 +122,12 @@ std::string WindowsSystem::currentDirectory() {
 std::string WindowsSystem::readFile(const std::string& path) {
     const std::wstring file = nativePath(path);
     std::string content;
-    DWORD error = 0;
-    try {
-        error = readWholeFile(file, content);
-    } catch (const std::bad_alloc&) {
-        error = ERROR_NOT_ENOUGH_MEMORY;
-    } catch (const std::length_error&) {
-        error = ERROR_NOT_ENOUGH_MEMORY;
-    }
-    if (error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND) {
-        throwFileError(error, shownPath(file), whereRedirected(file));
-    }
-    check(error, file);
+    checkReading(file, [&] { return readWholeFile(file, content); });
     return content;
+}
+
+std::unique_ptr<platform::FileReader> WindowsSystem::openToRead(const std::string& path) {
+    return std::make_unique<WindowsFileReader>(nativePath(path));
 }
 
 std::uint64_t WindowsSystem::fileSize(const std::string& path) {

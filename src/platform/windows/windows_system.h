@@ -1,6 +1,7 @@
 // The port System on Windows.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +19,7 @@ public:
     std::string programFileName() override;
     std::string currentDirectory() override;
     std::string readFile(const std::string& path) override;
+    std::unique_ptr<platform::FileReader> openToRead(const std::string& path) override;
     std::uint64_t fileSize(const std::string& path) override;
     void writeFile(const std::string& path, std::string_view content) override;
     void rewriteFile(const std::string& path, std::string_view content) override;

@@ -87,6 +87,9 @@ public:
         }
         return files[path];
     }
+    std::unique_ptr<platform::FileReader> openToRead(const std::string& path) override {
+        return std::make_unique<Reader>(*this, path);
+    }
     std::uint64_t fileSize(const std::string& path) override {
         return sizes.contains(path) ? sizes[path] : files.contains(path) ? files[path].size() : 0;
     }
@@ -139,6 +142,31 @@ public:
     }
 
 private:
+    // A file that goes is still there for whoever reads it.
+    class Reader : public platform::FileReader {
+    public:
+        Reader(FakeSystem& system, const std::string& path)
+            : system_(system), path_(path), opened_(system.readFile(path)) {}
+        std::uint64_t size() const override { return opened_.size(); }
+        bool read(std::string& to, std::size_t atMost) override {
+            if (system_.failures.contains(path_)) {
+                system_.readFile(path_);
+            }
+            const std::string& now = system_.files.contains(path_) ? system_.files[path_] : opened_;
+            const std::string piece = now.substr(std::min(done_, now.size()), atMost);
+            to += piece;
+            done_ += piece.size();
+            return !piece.empty();
+        }
+        bool unchanged() const override { return !system_.files.contains(path_) || system_.files[path_] == opened_; }
+
+    private:
+        FakeSystem& system_;
+        const std::string path_;
+        const std::string opened_;
+        std::size_t done_ = 0;
+    };
+
     void checkWritable(const std::string& path) const {
         if (unwritable.contains(path)) {
             throw runtime::Error(runtime::errDiskFull, path);
