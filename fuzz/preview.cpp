@@ -19,10 +19,11 @@ void require(bool right, const char* what) {
 
 class Preview {
 public:
-    Preview(testing_support::FakePlatform& host, const preview::PreviewOrder& order)
-        : session_(host.ports), pages(session_, order) {
+    Preview(testing_support::FakePlatform& host, const preview::PreviewOrder& order, std::size_t piece)
+        : session_(host.ports), pages(session_, order, piece) {
         host.spooler.device.options[platform::PageOption::paperBin] = 0;
         pages.read();
+        pages.readOn(preview::PreviewPages::Milliseconds(1));  // all of it, since no time passes
         pages.prepare();
     }
     std::string shown(std::size_t number) {
@@ -50,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     report::MPrint::DoReport(session, {order.sDateiname, order.sGrafikname, "", false, twoPass}, [] {});
     const auto job = host.spooler.device.documents.back();
 
-    Preview paging(host, order);
+    Preview paging(host, order, 1 + size % 5);
     const std::size_t count = paging.pages.pageCount();
     require(!job->delivered || job->pages.size() <= count, "the job has more pages");
     std::string text;
@@ -61,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         require(cells.areasBetween(cells.begin(), cells.end()).size() == cells.lines.size(), "not all lines");
     }
     if (count > 0) {
-        Preview jumping(host, order);
+        Preview jumping(host, order, size);
         require(jumping.shown(count) == paging.shown(count), "a jump makes another page");
     }
     preview::TextSearch search(paging.pages, session, content.substr(size / 2, 1 + size % 3), 1 + size / 4);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <limits>
 #include <utility>
 
 #include "preview/vorschau_design.h"
@@ -21,10 +22,17 @@ constexpr const char* canvas = "picSeite";
 constexpr const char* othersHint =
     " Die anderen Seiten können angesehen und einzeln gedruckt werden.\n"
     "Ist der Grund behoben, wird die Datei mit F5 noch einmal gelesen.";
+
+constexpr std::size_t lastPage = std::numeric_limits<std::size_t>::max();
+
 constexpr const char* readAgainHint = "Mit F5 wird die Datei noch einmal gelesen.";
 
 // With fewer characters nearly every page has a hit.
 constexpr std::size_t liveSearchFrom = 3;
+
+std::string unreadable(const PreviewOrder& order) {
+    return "Die Druckdatei „" + runtime::shown(order.sDateiname) + "“ kann nicht gelesen werden.";
+}
 
 std::size_t charactersOf(std::string_view text) {
     return static_cast<std::size_t>(
@@ -66,6 +74,10 @@ void FVorschau::load(std::size_t page, Start start) {
         refresh();
         return;
     }
+    showAnew(page, start);
+}
+
+void FVorschau::showAnew(std::size_t page, Start start) {
     const std::string sought = find_.sought();
     find_.end();
     shown_ = 0;
@@ -73,7 +85,7 @@ void FVorschau::load(std::size_t page, Start start) {
     prepare();
     if (hasPages()) {
         goTo(page, start);
-        find_.start(*pages_, sought, target_);
+        beginSearch(sought);
     } else {
         pane_->pageChanged(Start::top);
     }
@@ -81,7 +93,7 @@ void FVorschau::load(std::size_t page, Start start) {
 }
 
 bool FVorschau::read() {
-    const std::string file = "Die Druckdatei „" + runtime::shown(order_.sDateiname) + "“ kann nicht gelesen werden.";
+    const std::string file = unreadable(order_);
     try {
         pages_->read();
         return true;
@@ -92,6 +104,29 @@ bool FVorschau::read() {
             pane_->say(PageMessage{file, error.message(), readAgainHint});
         }
         return false;
+    }
+}
+
+void FVorschau::readOn() {
+    try {
+        if (!pages_->readOn(slice)) {
+            showAnew(target_, Start::unchanged);
+        }
+    } catch (const runtime::Error& error) {
+        find_.end();
+        ready_ = false;
+        shown_ = 0;
+        target_ = 0;
+        pane_->notice("");
+        pane_->say(PageMessage{unreadable(order_), error.message(), readAgainHint});
+        pane_->pageChanged(Start::top);
+    }
+}
+
+// For what needs the whole file; it is a matter of a tenth of a second.
+void FVorschau::readAll() {
+    while (reading()) {
+        readOn();
     }
 }
 
@@ -122,7 +157,14 @@ void FVorschau::prepare() {
 
 const PreviewPage* FVorschau::pageShown() { return shown_ == 0 ? nullptr : &pages_->page(shown_); }
 
+void FVorschau::readUpTo(std::size_t page) {
+    if (hasPages() && page > pages_->pageCount()) {
+        readAll();
+    }
+}
+
 void FVorschau::goTo(std::size_t page, Start start) {
+    readUpTo(page);
     if (!hasPages()) {
         return;
     }
@@ -138,6 +180,7 @@ void FVorschau::goTo(std::size_t page, Start start) {
 
 void FVorschau::turn(int pages, Start start) {
     const std::size_t wanted = pages < 0 ? target_ - std::min<std::size_t>(target_, 1) : target_ + 1;
+    readUpTo(wanted);
     if (hasPages() && wanted >= 1 && wanted <= pages_->pageCount()) {
         goTo(wanted, start);
     }
@@ -178,7 +221,7 @@ void FVorschau::clicked(const std::string& control) {
         Row{"cmdErste", [](FVorschau& form) { form.goTo(1, Start::top); }},
         Row{"cmdVorherige", [](FVorschau& form) { form.turn(-1, Start::top); }},
         Row{"cmdNaechste", [](FVorschau& form) { form.turn(1, Start::top); }},
-        Row{"cmdLetzte", [](FVorschau& form) { form.goTo(form.pages_ ? form.pages_->pageCount() : 0, Start::top); }},
+        Row{"cmdLetzte", [](FVorschau& form) { form.goTo(lastPage, Start::top); }},
         Row{"txtSeite", [](FVorschau& form) { form.goToTypedPage(); }},
         Row{"gehe zu",
             [](FVorschau& form) {
@@ -243,8 +286,17 @@ void FVorschau::takeTypedZoom() {
     form_->focus(canvas);
 }
 
+void FVorschau::beginSearch(const std::string& text) {
+    if (!text.empty()) {
+        readAll();
+    }
+    if (hasPages()) {
+        find_.start(*pages_, text, target_);
+    }
+}
+
 void FVorschau::startSearch(const std::string& text) {
-    find_.start(*pages_, text, target_);
+    beginSearch(text);
     find_.go(FindRun::Direction::next, target_);
     workOnSearch();
 }
@@ -308,6 +360,7 @@ void FVorschau::copySelection() {
 }
 
 void FVorschau::print() {
+    readAll();
     if (hasPages()) {
         drucken_ = std::make_unique<FDrucken>(session_, *pages_, target_);
         drucken_->Show(*form_, pages_->printer());
@@ -315,6 +368,7 @@ void FVorschau::print() {
 }
 
 void FVorschau::savePdf() {
+    readAll();
     if (hasPages()) {
         drucken_ = std::make_unique<FDrucken>(session_, *pages_, target_);
         drucken_->SavePdf(*form_);
@@ -388,7 +442,9 @@ void FVorschau::idle() {
     if (drucken_ && drucken_->busy()) {
         return;
     }
-    if (target_ != shown_) {
+    if (reading()) {
+        readOn();
+    } else if (target_ != shown_) {
         goTowardsTarget();
     } else if (find_.busy()) {
         const std::size_t before = find_.hitsOn(shown_).size();

@@ -5,7 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
+#include <tuple>
 
 #include "platform/forms.h"
 #include "preview/FDrucken.h"
@@ -47,10 +47,15 @@ private:
     using Start = SheetPane::Start;
 
     void load(std::size_t page, Start start);
+    void showAnew(std::size_t page, Start start);
     bool read();
+    bool reading() const { return pages_ && !pages_->complete(); }
+    void readOn();
+    void readAll();
     void prepare();
     bool hasPages() const { return ready_ && pages_->pageCount() > 0; }
     const PreviewPage* pageShown();
+    void readUpTo(std::size_t page);
     void goTo(std::size_t page, Start start);
     void turn(int pages, Start start);
     void turnByScrolling(int pages) { turn(pages, pages > 0 ? Start::top : Start::bottom); }
@@ -59,6 +64,7 @@ private:
     void goToTypedPage();
     void setZoom(const Zoom& zoom);
     void takeTypedZoom();
+    void beginSearch(const std::string& text);
     void startSearch(const std::string& text);
     void find(FindRun::Direction direction);
     void workOnSearch();
@@ -71,6 +77,7 @@ private:
 
     // Lets the form say what is the case now.
     void refresh();
+    void show(const char* control, std::string text, std::string& shown);
     void enableCommands();
     bool asksForTray();
     std::string statusText();
@@ -94,7 +101,9 @@ private:
     std::string statusShown_;
     std::string zoomShown_;
     std::string foundShown_;
-    std::optional<std::pair<std::size_t, std::size_t>> pageShownOf_;
+    std::string pageFieldShown_;
+    std::string countShown_;
+    std::optional<std::tuple<std::size_t, bool, bool>> enabledFor_;
 };
 
 }  // namespace preview

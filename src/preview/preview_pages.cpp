@@ -8,6 +8,7 @@
 #include "preview/page_maker.h"
 #include "preview/page_starts.h"
 #include "preview/page_text_recorder.h"
+#include "preview/print_text.h"
 #include "preview/quiet_session.h"
 #include "printer/printer_choice.h"
 #include "report/background.h"
@@ -40,10 +41,13 @@ bool drawsAnything(std::string_view page) {
 }  // namespace
 
 struct PreviewPages::Implementation {
-    Implementation(session::Session& session, PreviewOrder ofOrder)
-        : quiet(session), log(session.log), order(std::move(ofOrder)) {}
+    Implementation(session::Session& session, PreviewOrder ofOrder, std::size_t pieceSize)
+        : quiet(session), log(session.log), order(std::move(ofOrder)), piece(pieceSize) {}
 
     void read();
+    bool readOn(Milliseconds atMost);
+    void countPages();
+    void forgetPages();
     void prepare();
     std::string deviceName();
     std::unique_ptr<PageMaker> onPrinter();
@@ -52,13 +56,14 @@ struct PreviewPages::Implementation {
     const PreviewPage& page(std::size_t number);
     void requirePage(std::size_t number) const;
 
+    const report::PageCuts& cuts() const { return printText->pages(); }
     platform::Platform& platform() { return quiet.session().platform; }
 
     QuietSession quiet;
     session::DebugLog& log;
     const PreviewOrder order;
-    std::string printText;
-    report::PageCuts cuts;
+    const std::size_t piece;
+    std::unique_ptr<PrintText> printText = std::make_unique<PrintText>();
     std::size_t pageCount = 0;
 
     std::unique_ptr<PageMaker> maker;
@@ -70,21 +75,54 @@ struct PreviewPages::Implementation {
 };
 
 void PreviewPages::Implementation::read() {
-    const std::string shownFile = runtime::shown(order.sDateiname);
-    log.line(">   Vorschau (sDateiname='", shownFile, "', sGrafikname='", runtime::shown(order.sGrafikname),
-             "', sDruckerTreiber='", runtime::shown(order.sDruckerTreiber), "')");
-    std::string text = platform().system.readFile(order.sDateiname);
+    log.line(">   Vorschau (sDateiname='", runtime::shown(order.sDateiname), "', sGrafikname='",
+             runtime::shown(order.sGrafikname), "', sDruckerTreiber='", runtime::shown(order.sDruckerTreiber), "')");
+    auto text = std::make_unique<PrintText>(platform().system, order.sDateiname, piece);
+    forgetPages();
+    printText = std::move(text);
+    countPages();
+}
+
+bool PreviewPages::Implementation::readOn(Milliseconds atMost) {
+    if (printText->complete()) {
+        return true;
+    }
+    platform::System& system = platform().system;
+    const std::int64_t end = system.elapsedMilliseconds() + atMost.count();
+    try {
+        bool isSame = true;
+        do {
+            isSame = printText->readOn();
+        } while (!printText->complete() && system.elapsedMilliseconds() < end);
+        if (!isSame) {
+            forgetPages();
+        }
+        countPages();
+        return isSame;
+    } catch (const runtime::Error&) {
+        forgetPages();
+        printText = std::make_unique<PrintText>();
+        throw;
+    }
+}
+
+void PreviewPages::Implementation::forgetPages() {
     maker.reset();
     starts = {};
     cache.clear();
-    cuts = {};
-    printText.swap(text);
-    cuts = report::PageCuts(printText);
-    pageCount = cuts.count();
-    if (pageCount > 0 && !report::namesPicture(order.sGrafikname) && !drawsAnything(cuts.page(pageCount))) {
+    pageCount = 0;
+}
+
+// A page that is known while there is more to be read is not the last one.
+void PreviewPages::Implementation::countPages() {
+    pageCount = cuts().count();
+    if (!printText->complete()) {
+        return;
+    }
+    if (pageCount > 0 && !report::namesPicture(order.sGrafikname) && !drawsAnything(cuts().page(pageCount))) {
         --pageCount;
     }
-    log.line(">   ", shownFile, " gelesen, Seiten: ", std::to_string(pageCount));
+    log.line(">   ", runtime::shown(order.sDateiname), " gelesen, Seiten: ", std::to_string(pageCount));
 }
 
 void PreviewPages::Implementation::prepare() {
@@ -132,7 +170,7 @@ std::unique_ptr<PageMaker> PreviewPages::Implementation::onSheet(const runtime::
 }
 
 void PreviewPages::Implementation::pass() {
-    maker->pass(cuts.page(starts.reached()), next);
+    maker->pass(cuts().page(starts.reached()), next);
     starts.addNext(next);
 }
 
@@ -151,19 +189,21 @@ const PreviewPage& PreviewPages::Implementation::page(std::size_t number) {
         return *known;
     }
     cache.makeRoom(number);
-    return cache.add(number, maker->make(number, cuts.page(number), starts.of(number)));
+    return cache.add(number, maker->make(number, cuts().page(number), starts.of(number)));
 }
 
-PreviewPages::PreviewPages(session::Session& session, PreviewOrder order)
-    : implementation_(std::make_unique<Implementation>(session, std::move(order))) {}
+PreviewPages::PreviewPages(session::Session& session, PreviewOrder order, std::size_t piece)
+    : implementation_(std::make_unique<Implementation>(session, std::move(order), piece)) {}
 
 PreviewPages::~PreviewPages() = default;
 
 void PreviewPages::read() { implementation_->read(); }
+bool PreviewPages::complete() const { return implementation_->printText->complete(); }
+bool PreviewPages::readOn(Milliseconds atMost) { return implementation_->readOn(atMost); }
 void PreviewPages::prepare() { implementation_->prepare(); }
 
 const PreviewOrder& PreviewPages::order() const { return implementation_->order; }
-std::uint64_t PreviewPages::fileSize() const { return implementation_->printText.size(); }
+std::uint64_t PreviewPages::fileSize() const { return implementation_->printText->fileSize(); }
 std::size_t PreviewPages::pageCount() const { return implementation_->pageCount; }
 const std::string& PreviewPages::printer() const { return implementation_->printer; }
 const std::string& PreviewPages::trouble() const { return implementation_->trouble; }
@@ -180,7 +220,7 @@ bool PreviewPages::goTowards(std::size_t page, Milliseconds atMost) {
     std::size_t bytes = 0;
     while (!reached(page)) {
         constexpr std::size_t bytesForTurning = 64;
-        bytes += pages.cuts.page(pages.starts.reached()).size() + bytesForTurning;
+        bytes += pages.cuts().page(pages.starts.reached()).size() + bytesForTurning;
         pages.pass();
         if (bytes > bytesBetweenLooksAtTheClock) {
             bytes = 0;
@@ -197,9 +237,9 @@ const PreviewPage& PreviewPages::page(std::size_t number) { return implementatio
 void PreviewPages::plainText(std::size_t page, std::string& text) const {
     text.clear();
     PlainText plain(text);
-    report::readText(implementation_->cuts.page(page), plain);
+    report::readText(implementation_->cuts().page(page), plain);
 }
 
-std::string_view PreviewPages::pageText(std::size_t page) const { return implementation_->cuts.page(page); }
+std::string_view PreviewPages::pageText(std::size_t page) const { return implementation_->cuts().page(page); }
 
 }  // namespace preview

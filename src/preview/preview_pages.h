@@ -36,8 +36,8 @@ struct PreviewPage {
     std::string failure;
 };
 
-// Reads the print file whole and opens the printer to measure by, but prints nothing and leaves the file alone. What a
-// job would say in message boxes is collected.
+// Reads the print file, piece by piece so that its first pages are there at once, and opens the printer to measure by,
+// but prints nothing and leaves the file alone. What a job would say in message boxes is collected.
 //
 // Page numbers count from 1. A page begins with the type state that the pages before it left, so these have to be
 // passed first: that takes time, and is done in slices.
@@ -45,13 +45,20 @@ class PreviewPages {
 public:
     using Milliseconds = std::chrono::milliseconds;
 
-    // The session is borrowed.
-    PreviewPages(session::Session& session, PreviewOrder order);
+    static constexpr std::size_t usualPiece = std::size_t{1} << 18;
+
+    // The session is borrowed. The file is read in pieces of so many bytes.
+    PreviewPages(session::Session& session, PreviewOrder order, std::size_t piece = usualPiece);
     ~PreviewPages();
 
-    // Reads the file, again where it was read before; then the pages have to be prepared again. Throws runtime::Error,
-    // and what was read before is still there.
+    // Reads the beginning of the file, the first page at least, again where it was read before; then the pages have to
+    // be prepared again. Throws runtime::Error, and what was read before is still there.
     void read();
+    // Whether all of it is read.
+    bool complete() const;
+    // Reads on for about so long. False where somebody wrote into the file meanwhile: then it was read anew, all of it,
+    // and the pages have to be prepared again. Throws runtime::Error, and there are no pages any more.
+    bool readOn(Milliseconds atMost);
     // Opens the printer and prepares the job on it: settings, HPLASER.INI, paper, colour, font. Where the printer does
     // not answer, on a sheet that nobody prints; trouble() says so. Throws runtime::Error where not even that is
     // possible, or where a job would end here. To be called after read().
@@ -59,8 +66,8 @@ public:
 
     const PreviewOrder& order() const;
     std::uint64_t fileSize() const;  // bytes
-    // From cutting alone, so it is there at once. None in an empty file, and what a job would not print at its end,
-    // line ends behind the last form feed, is no page.
+    // From cutting alone; of those read so far. None in an empty file, and what a job would not print at its end, line
+    // ends behind the last form feed, is no page.
     std::size_t pageCount() const;
     const std::string& printer() const;  // device name; empty before prepare()
     const std::string& trouble() const;  // why the sheet is not the printer's own; empty where it is

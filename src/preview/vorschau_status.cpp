@@ -1,5 +1,6 @@
 // What the preview's tool bar and status line say.
 #include <algorithm>
+#include <tuple>
 #include <utility>
 
 #include "preview/FVorschau.h"
@@ -10,29 +11,29 @@ namespace preview {
 
 void FVorschau::refresh() {
     enableCommands();
-    if (std::string zoom = zoomText(pane_->zoom(), session_.locale()); zoom != zoomShown_) {
-        form_->setText("cboZoom", zoom);
-        zoomShown_ = std::move(zoom);
+    show("cboZoom", zoomText(pane_->zoom(), session_.locale()), zoomShown_);
+    show("lblTreffer", find_.label(), foundShown_);
+    show("lblStatus", statusText(), statusShown_);
+    form_->wantIdle(reading() || target_ != shown_ || find_.busy() || pane_->busy() || asksForTray());
+}
+
+void FVorschau::show(const char* control, std::string text, std::string& shown) {
+    if (text != shown) {
+        form_->setText(control, text);
+        shown = std::move(text);
     }
-    if (std::string found = find_.label(); found != foundShown_) {
-        form_->setText("lblTreffer", found);
-        foundShown_ = std::move(found);
-    }
-    if (std::string status = statusText(); status != statusShown_) {
-        form_->setText("lblStatus", status);
-        statusShown_ = std::move(status);
-    }
-    form_->wantIdle(target_ != shown_ || find_.busy() || pane_->busy() || asksForTray());
 }
 
 void FVorschau::enableCommands() {
     const std::size_t count = hasPages() ? pages_->pageCount() : 0;
-    if (std::pair(target_, count) == pageShownOf_) {
+    show("txtSeite", count > 0 ? std::to_string(target_) : "", pageFieldShown_);
+    show("lblSeiten", count > 0 ? "von " + std::to_string(count) + (reading() ? " …" : "") : "", countShown_);
+    const bool hasNext = target_ < count || (count > 0 && reading());
+    const std::tuple state(target_, count > 0, hasNext);
+    if (state == enabledFor_) {
         return;
     }
-    pageShownOf_ = {target_, count};
-    form_->setText("txtSeite", count > 0 ? std::to_string(target_) : "");
-    form_->setText("lblSeiten", count > 0 ? "von " + std::to_string(count) : "");
+    enabledFor_ = state;
     const auto enable = [this](bool enabled, std::initializer_list<const char*> controls) {
         for (const char* control : controls) {
             form_->setEnabled(control, enabled);
@@ -41,7 +42,7 @@ void FVorschau::enableCommands() {
     enable(count > 0, {"txtSeite", "cmdKleiner", "cboZoom", "cmdGroesser", "cmdGanzeSeite", "cmdSeitenbreite",
                        "txtSuchen", "cmdZurueck", "cmdWeiter", "cmdDrucken", "cmdPDF"});
     enable(target_ > 1, {"cmdErste", "cmdVorherige"});
-    enable(target_ < count, {"cmdNaechste", "cmdLetzte"});
+    enable(hasNext, {"cmdNaechste", "cmdLetzte"});
 }
 
 bool FVorschau::asksForTray() {

@@ -1,5 +1,7 @@
 #include "report/page_cutter.h"
 
+#include <algorithm>
+
 namespace report {
 
 namespace {
@@ -14,8 +16,9 @@ bool isIndentParameter(std::string_view text, std::size_t position) {
            text.substr(position - indentCode.size(), indentCode.size()) == indentCode;
 }
 
-std::size_t pageEnd(std::string_view text) {
-    std::size_t position = text.find(formFeed);
+// Before the given place there is none.
+std::size_t pageEnd(std::string_view text, std::size_t from = 0) {
+    std::size_t position = text.find(formFeed, from);
     while (position != std::string_view::npos && isIndentParameter(text, position)) {
         position = text.find(formFeed, position + 1);
     }
@@ -58,10 +61,19 @@ void requestTray(std::string_view page, std::string& tray) {
     }
 }
 
-PageCuts::PageCuts(std::string_view printText) : text_(printText) {
-    PageCutter cutter(printText);
-    while (const auto page = cutter.nextPage()) {
-        ends_.push_back(static_cast<std::size_t>(page->data() - text_.data()) + page->size());
+void PageCuts::cutOn(std::string_view text, bool isWhole) {
+    text_ = text;
+    while (begin_ < text_.size()) {
+        const std::string_view remaining = text_.substr(begin_);
+        const std::size_t end = std::min(pageEnd(remaining, looked_ - begin_), remaining.size());
+        // What a form feed is that comes last, is decided by what follows.
+        if (!isWhole && end + 1 >= remaining.size()) {
+            looked_ = text_.size() - 1;
+            return;
+        }
+        ends_.push_back(begin_ + end);
+        begin_ = std::min(ends_.back() + 1, text_.size());
+        looked_ = begin_;
     }
 }
 

@@ -28,12 +28,12 @@ private:
 // was chosen.
 void requestTray(std::string_view page, std::string& tray);
 
-// All pages of a text, cut at once; takes some bytes for each page.
+// All pages of a text, cut while it is read; takes some bytes for each page.
 class PageCuts {
 public:
-    PageCuts() = default;
-    // The text is borrowed.
-    explicit PageCuts(std::string_view printText);
+    // The text so far, which is borrowed and begins as it did the last time. While it is not whole, its last page is
+    // not known.
+    void cutOn(std::string_view text, bool isWhole);
 
     std::size_t count() const { return ends_.size(); }
     // From 1.
@@ -41,6 +41,8 @@ public:
 
 private:
     std::string_view text_;
+    std::size_t begin_ = 0;   // of the next page
+    std::size_t looked_ = 0;  // before this place it does not end
     std::vector<std::size_t> ends_;
 };
 

@@ -147,7 +147,11 @@ TEST(BarcodeMacro, CommasSplitTheFieldsAndLeaveTheData) {
 std::string cut(std::string_view text) {
     std::string result;
     std::string tray;
-    const report::PageCuts pages(text);
+    report::PageCuts pages;
+    for (std::size_t length = 0; length <= text.size(); ++length) {
+        pages.cutOn(text.substr(0, length), false);
+    }
+    pages.cutOn(text, true);
     for (std::size_t number = 1; number <= pages.count(); ++number) {
         report::requestTray(pages.page(number), tray);
         result += std::string(pages.page(number)) + "|" + tray + " ";

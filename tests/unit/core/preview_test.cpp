@@ -15,8 +15,11 @@ protected:
                                 const std::string& printer = "") {
         host.system.files["A.OUT"] = content;
         host.spooler.device.options[PageOption::paperBin] = 0;
-        pages_.emplace(session, preview::PreviewOrder{"A.OUT", graphic, printer, twoPass});
+        pages_.emplace(session, preview::PreviewOrder{"A.OUT", graphic, printer, twoPass}, piece);
         pages_->read();
+        while (wholly && !pages_->complete()) {
+            pages_->readOn(preview::PreviewPages::Milliseconds(0));
+        }
         pages_->prepare();
         return *pages_;
     }
@@ -36,6 +39,8 @@ protected:
         return all;
     }
 
+    std::size_t piece = 3;
+    bool wholly = true;
     std::optional<preview::PreviewPages> pages_;
 };
 
@@ -87,6 +92,39 @@ TEST_F(PreviewTest, WhatEndsAJobIsSaidInItsPagesPlaceAndTheOthersAreThere) {
     }
     EXPECT_TRUE(open(dense).page(1).failure.starts_with("Fehler 7: "));
     EXPECT_EQ(open(std::string(1'000'000, 'x')).page(1).text.lines.at(0).size(), 81U) << "as far as the sheet goes";
+}
+
+TEST_F(PreviewTest, AFileThatIsWrittenMeanwhileIsReadAnewAndOneThatGoesIsReadOn) {
+    using preview::PreviewPages;
+    wholly = false;
+    const auto readOn = [this](int pieces) {
+        bool isSame = true;
+        while (pieces-- > 0) {
+            isSame = pages_->readOn(PreviewPages::Milliseconds(0)) && isSame;
+        }
+        return isSame;
+    };
+    EXPECT_EQ(open("a^FE\fb\fc\f\n").pageCount(), 1U) << "until the first page is whole";
+    EXPECT_EQ(shown(*pages_, 1), "0,500 a 24000000\nbin 0");
+    EXPECT_TRUE(readOn(1));
+    EXPECT_FALSE(pages_->complete());
+    host.system.files.erase("A.OUT");
+    EXPECT_TRUE(readOn(9) && pages_->complete());
+    EXPECT_EQ(pages_->pageCount(), 3U);
+    for (const std::string content : {"x\fb", "A^FE\fb\fc\f\n", "a^FE\fb\fc\f\n\fd\fe"}) {
+        open("a^FE\fb\fc\f\n");
+        host.system.files["A.OUT"] = content;
+        EXPECT_FALSE(readOn(9));
+        pages_->prepare();
+        const std::string first = shown(*pages_, 1);
+        wholly = true;
+        EXPECT_EQ(std::pair(pages_->pageCount(), first), std::pair(open(content).pageCount(), shown(*pages_, 1)));
+        wholly = false;
+    }
+    open("a\fb\fc");
+    host.system.failures["A.OUT"] = runtime::errDeviceIo;
+    EXPECT_EQ(testing_support::failureText([&] { readOn(1); }).substr(0, 2), "57");
+    EXPECT_TRUE(pages_->pageCount() == 0 && pages_->complete());
 }
 
 TEST_F(PreviewTest, MessagesAreCollectedAndASilentPrinterIsReplacedByASheet) {

@@ -271,6 +271,53 @@ TEST_F(VorschauTest, KeepsTheOldPageOnTheWayToAFarOneAndLetsANewCommandWin) {
     EXPECT_TRUE(form.closed);
 }
 
+TEST_F(VorschauTest, ShowsTheFirstPageBeforeALongFileIsRead) {
+    host.system.looksTake = 20;
+    write(numbered(30000));
+    const auto openQuickly = [this] {
+        vorschau.emplace(session, preview::PreviewOrder{"A.OUT", "", "", false});
+        vorschau->Show();
+        vorschau->DoVorschau();
+        EXPECT_EQ(sheetText(), "Seite 1");
+        EXPECT_TRUE(form.wantsIdle && shown("lblSeiten").ends_with(" …") && shown("lblSeiten") < "von 3");
+    };
+    openQuickly();
+    EXPECT_TRUE(status("340,7 KB")) << shown("lblStatus");
+    form.replace("txtSeite", "7");
+    form.events->idle();
+    EXPECT_EQ(shown("txtSeite"), "7") << "what is being typed";
+    form.rest();
+    EXPECT_EQ(shown("lblSeiten") + sheetText(), "von 30000Seite 1");
+    // What needs all of it reads all of it.
+    using Row = std::pair<std::function<void()>, const char*>;
+    for (const auto& [user, page] :
+         {Row{[&] { form.press("cmdLetzte"); }, "30000"}, Row{[&] { form.enter("txtSeite", "29999"); }, "29999"},
+          Row{[&] { form.enter("txtSuchen", "seite 29998"); }, "29998"},
+          Row{[&] { form.pressKey(Key::letterP, true); }, "1"}}) {
+        openQuickly();
+        user();
+        EXPECT_EQ(shown("lblSeiten"), "von 30000");
+        form.rest();
+        EXPECT_EQ(sheetText(), std::string("Seite ") + page);
+    }
+    EXPECT_EQ(dialog.controls["txtBis"].text, "30000");
+    // Read again where one is, and anew where the host writes meanwhile.
+    form.press("cmdLetzte");
+    form.pressKey(Key::f5);
+    form.rest();
+    EXPECT_EQ(sheetText(), "Seite 30000");
+    openQuickly();
+    write(numbered(2));
+    form.rest();
+    EXPECT_EQ(sheetText() + shown("lblSeiten"), "Seite 1von 2");
+    write(numbered(30000));
+    openQuickly();
+    host.system.failures["A.OUT"] = runtime::errDeviceIo;
+    form.rest();
+    EXPECT_NE(sheetText().find("„A.OUT“ kann nicht gelesen werden.|Geräte-E/A-Fehler"), std::string::npos);
+    EXPECT_FALSE(form.controls["cmdNaechste"].enabled);
+}
+
 TEST_F(VorschauTest, FindsAsOneTypesAndGoesFromHitToHit) {
     open({"Anna 1", "Berta", "Anna 2 Anna", "Anna 3"});
     form.replace("txtSuchen", "An");
