@@ -152,8 +152,8 @@ private:
             if (system_.failures.contains(path_)) {
                 system_.readFile(path_);
             }
-            const std::string& now = system_.files.contains(path_) ? system_.files[path_] : opened_;
-            const std::string piece = now.substr(std::min(done_, now.size()), atMost);
+            const std::string& content = system_.files.contains(path_) ? system_.files[path_] : opened_;
+            const std::string piece = content.substr(std::min(done_, content.size()), atMost);
             to += piece;
             done_ += piece.size();
             return !piece.empty();
