@@ -16,7 +16,6 @@ namespace preview {
 
 namespace {
 
-constexpr PreviewPages::Milliseconds slice{10};
 constexpr const char* canvas = "picSeite";
 
 constexpr const char* othersHint =
@@ -25,22 +24,12 @@ constexpr const char* othersHint =
 
 constexpr std::size_t lastPage = std::numeric_limits<std::size_t>::max();
 
-constexpr const char* readAgainHint = "Mit F5 wird die Datei noch einmal gelesen.";
-
 // With fewer characters nearly every page has a hit.
 constexpr std::size_t liveSearchFrom = 3;
-
-std::string unreadable(const PreviewOrder& order) {
-    return "Die Druckdatei „" + runtime::shown(order.sDateiname) + "“ kann nicht gelesen werden.";
-}
 
 std::size_t charactersOf(std::string_view text) {
     return static_cast<std::size_t>(
         std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; }));
-}
-
-bool isOwnPrinter(platform::Spooler& spooler, const std::string& name) {
-    return !name.empty() && runtime::upperCase(name) == runtime::upperCase(spooler.builtinPrinter());
 }
 
 }  // namespace
@@ -69,99 +58,7 @@ void FVorschau::DoVorschau() {
     load(1, Start::top);
 }
 
-void FVorschau::load(std::size_t page, Start start) {
-    if (!read()) {
-        refresh();
-        return;
-    }
-    showAnew(page, start);
-}
-
-void FVorschau::showAnew(std::size_t page, Start start) {
-    const std::string sought = find_.sought();
-    find_.end();
-    shown_ = 0;
-    target_ = 0;
-    prepare();
-    if (hasPages()) {
-        goTo(page, start);
-        beginSearch(sought);
-    } else {
-        pane_->pageChanged(Start::top);
-    }
-    refresh();
-}
-
-bool FVorschau::read() {
-    const std::string file = unreadable(order_);
-    try {
-        pages_->read();
-        return true;
-    } catch (const runtime::Error& error) {
-        if (ready_) {
-            pane_->notice(file + " " + error.message() + "\nGezeigt wird, was vorher darin stand.");
-        } else {
-            pane_->say(PageMessage{file, error.message(), readAgainHint});
-        }
-        return false;
-    }
-}
-
-void FVorschau::readOn() {
-    try {
-        if (!pages_->readOn(slice)) {
-            showAnew(target_, Start::unchanged);
-        }
-    } catch (const runtime::Error& error) {
-        find_.end();
-        ready_ = false;
-        shown_ = 0;
-        target_ = 0;
-        pane_->notice("");
-        pane_->say(PageMessage{unreadable(order_), error.message(), readAgainHint});
-        pane_->pageChanged(Start::top);
-    }
-}
-
-// For what needs the whole file; it is a matter of a tenth of a second.
-void FVorschau::readAll() {
-    while (reading()) {
-        readOn();
-    }
-}
-
-void FVorschau::prepare() {
-    ready_ = false;
-    if (!isOwnPrinter(session_.platform.spooler, order_.sDruckerTreiber)) {
-        // Others may take their time.
-        statusShown_ = "Der Drucker wird gefragt …";
-        form_->setText("lblStatus", statusShown_);
-        form_->repaint();
-    }
-    try {
-        pages_->prepare();
-        ready_ = true;
-        pane_->say(std::nullopt);
-        if (pages_->pageCount() == 0) {
-            pane_->say(PageMessage{"Die Druckdatei hat keine Seiten.", "", readAgainHint});
-        }
-    } catch (const runtime::Error& error) {
-        pane_->say(PageMessage{"Die Seiten können nicht gezeigt werden.", error.message(), readAgainHint});
-    }
-    std::string notice = pages_->trouble();
-    for (const std::string& line : pages_->notices()) {
-        notice += (notice.empty() ? "" : "\n") + line;
-    }
-    pane_->notice(notice);
-}
-
 const PreviewPage* FVorschau::pageShown() { return shown_ == 0 ? nullptr : &pages_->page(shown_); }
-
-void FVorschau::readUpTo(std::size_t page) {
-    if (hasPages() && page > pages_->pageCount()) {
-        readAll();
-    }
-}
 
 void FVorschau::goTo(std::size_t page, Start start) {
     readUpTo(page);

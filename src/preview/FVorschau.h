@@ -46,16 +46,18 @@ public:
 private:
     using Start = SheetPane::Start;
 
+    static constexpr PreviewPages::Milliseconds slice{10};
+
     void load(std::size_t page, Start start);
     void showAnew(std::size_t page, Start start);
     bool read();
     bool reading() const { return pages_ && !pages_->complete(); }
     void readOn();
     void readAll();
+    void readUpTo(std::size_t page);
     void prepare();
     bool hasPages() const { return ready_ && pages_->pageCount() > 0; }
     const PreviewPage* pageShown();
-    void readUpTo(std::size_t page);
     void goTo(std::size_t page, Start start);
     void turn(int pages, Start start);
     void turnByScrolling(int pages) { turn(pages, pages > 0 ? Start::top : Start::bottom); }

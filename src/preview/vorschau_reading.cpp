@@ -1,0 +1,115 @@
+// How the preview reads its file: the first page at once, the rest while that is looked at or when it is needed.
+#include "preview/FVorschau.h"
+#include "runtime/error.h"
+#include "runtime/text.h"
+#include "runtime/utf8.h"
+
+namespace preview {
+
+namespace {
+
+constexpr const char* readAgainHint = "Mit F5 wird die Datei noch einmal gelesen.";
+
+std::string unreadable(const PreviewOrder& order) {
+    return "Die Druckdatei „" + runtime::shown(order.sDateiname) + "“ kann nicht gelesen werden.";
+}
+
+bool isOwnPrinter(platform::Spooler& spooler, const std::string& name) {
+    return !name.empty() && runtime::upperCase(name) == runtime::upperCase(spooler.builtinPrinter());
+}
+
+}  // namespace
+
+void FVorschau::load(std::size_t page, Start start) {
+    if (!read()) {
+        refresh();
+        return;
+    }
+    showAnew(page, start);
+}
+
+void FVorschau::showAnew(std::size_t page, Start start) {
+    const std::string sought = find_.sought();
+    find_.end();
+    shown_ = 0;
+    target_ = 0;
+    prepare();
+    if (hasPages()) {
+        goTo(page, start);
+        beginSearch(sought);
+    } else {
+        pane_->pageChanged(Start::top);
+    }
+    refresh();
+}
+
+bool FVorschau::read() {
+    const std::string file = unreadable(order_);
+    try {
+        pages_->read();
+        return true;
+    } catch (const runtime::Error& error) {
+        if (ready_) {
+            pane_->notice(file + " " + error.message() + "\nGezeigt wird, was vorher darin stand.");
+        } else {
+            pane_->say(PageMessage{file, error.message(), readAgainHint});
+        }
+        return false;
+    }
+}
+
+void FVorschau::readOn() {
+    try {
+        if (!pages_->readOn(slice)) {
+            showAnew(target_, Start::unchanged);
+        }
+    } catch (const runtime::Error& error) {
+        find_.end();
+        ready_ = false;
+        shown_ = 0;
+        target_ = 0;
+        pane_->notice("");
+        pane_->say(PageMessage{unreadable(order_), error.message(), readAgainHint});
+        pane_->pageChanged(Start::top);
+    }
+}
+
+// For what needs the whole file; it is a matter of a tenth of a second.
+void FVorschau::readAll() {
+    while (reading()) {
+        readOn();
+    }
+}
+
+void FVorschau::readUpTo(std::size_t page) {
+    if (hasPages() && page > pages_->pageCount()) {
+        readAll();
+    }
+}
+
+void FVorschau::prepare() {
+    ready_ = false;
+    if (!isOwnPrinter(session_.platform.spooler, order_.sDruckerTreiber)) {
+        // Others may take their time.
+        statusShown_ = "Der Drucker wird gefragt …";
+        form_->setText("lblStatus", statusShown_);
+        form_->repaint();
+    }
+    try {
+        pages_->prepare();
+        ready_ = true;
+        pane_->say(std::nullopt);
+        if (pages_->pageCount() == 0) {
+            pane_->say(PageMessage{"Die Druckdatei hat keine Seiten.", "", readAgainHint});
+        }
+    } catch (const runtime::Error& error) {
+        pane_->say(PageMessage{"Die Seiten können nicht gezeigt werden.", error.message(), readAgainHint});
+    }
+    std::string notice = pages_->trouble();
+    for (const std::string& line : pages_->notices()) {
+        notice += (notice.empty() ? "" : "\n") + line;
+    }
+    pane_->notice(notice);
+}
+
+}  // namespace preview
