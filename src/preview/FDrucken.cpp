@@ -52,6 +52,10 @@ void FDrucken::fillPrinters(const std::string& printer) {
         printers_.insert(printers_.begin(), printer);
     }
     std::erase(printers_, "");
+    if (printers_.empty()) {
+        form_->setText("lblFortschritt", "Es ist kein Drucker eingerichtet.");
+        form_->setEnabled("cmdDrucken", false);
+    }
     form_->setItems("cboDrucker", printers_);
     const auto found = std::find(printers_.begin(), printers_.end(), printer);
     form_->select("cboDrucker", found != printers_.end() ? static_cast<int>(found - printers_.begin()) : 0);

@@ -14,7 +14,7 @@ using platform::Sizing;
 constexpr int side = 14;  // of a tool
 constexpr int top = 3;
 constexpr int toolBarHeight = 20;
-constexpr int width = 535;
+constexpr int width = 543;
 constexpr int height = 270;
 constexpr int statusHeight = 12;
 
@@ -44,24 +44,24 @@ platform::FormDesign designOfVorschau() {
                 tool(4, "cmdErste", "Erste Seite", "Erste Seite (Pos1)", symbols::firstPage()),
                 tool(19, "cmdVorherige", "Vorherige Seite", "Vorherige Seite (Bild auf)", symbols::previousPage()),
                 text(36, 20, "lblSeite", "Seite"),
-                {textBox, "txtSeite", "", "Gehe zu Seite (Strg+G)", {57, top + 1, 26, 12}},
-                text(86, 38, "lblSeiten", ""),
-                tool(125, "cmdNaechste", "Nächste Seite", "Nächste Seite (Bild ab)", symbols::nextPage()),
-                tool(140, "cmdLetzte", "Letzte Seite", "Letzte Seite (Ende)", symbols::lastPage()),
-                tool(160, "cmdKleiner", "Verkleinern", "Verkleinern (Strg+Minus)", symbols::zoomOut()),
-                {comboBox, "cboZoom", "", "Vergrößerung; 100 % ist die wirkliche Größe", {176, top + 1, 58, 12}},
-                tool(236, "cmdGroesser", "Vergrößern", "Vergrößern (Strg+Plus)", symbols::zoomIn()),
-                tool(251, "cmdGanzeSeite", "Ganze Seite", "Ganze Seite (Strg+0)", symbols::wholePage()),
-                tool(266, "cmdSeitenbreite", "Seitenbreite", "Seitenbreite", symbols::pageWidth()),
-                text(286, 25, "lblSuchen", "Suchen"),
-                {textBox, "txtSuchen", "", "Text in allen Seiten suchen (Strg+F)", {312, top + 1, 54, 12}},
-                tool(368, "cmdZurueck", "Vorheriger Treffer", "Vorheriger Treffer (Umschalt+F3)",
+                {textBox, "txtSeite", "", "Gehe zu Seite (Strg+G)", {57, top + 1, 34, 12}},
+                text(94, 38, "lblSeiten", ""),
+                tool(133, "cmdNaechste", "Nächste Seite", "Nächste Seite (Bild ab)", symbols::nextPage()),
+                tool(148, "cmdLetzte", "Letzte Seite", "Letzte Seite (Ende)", symbols::lastPage()),
+                tool(168, "cmdKleiner", "Verkleinern", "Verkleinern (Strg+Minus)", symbols::zoomOut()),
+                {comboBox, "cboZoom", "", "Vergrößerung; 100 % ist die wirkliche Größe", {184, top + 1, 58, 12}},
+                tool(244, "cmdGroesser", "Vergrößern", "Vergrößern (Strg+Plus)", symbols::zoomIn()),
+                tool(259, "cmdGanzeSeite", "Ganze Seite", "Ganze Seite (Strg+0)", symbols::wholePage()),
+                tool(274, "cmdSeitenbreite", "Seitenbreite", "Seitenbreite", symbols::pageWidth()),
+                text(294, 25, "lblSuchen", "Suchen"),
+                {textBox, "txtSuchen", "", "Text in allen Seiten suchen (Strg+F)", {320, top + 1, 54, 12}},
+                tool(376, "cmdZurueck", "Vorheriger Treffer", "Vorheriger Treffer (Umschalt+F3)",
                      symbols::previousHit()),
-                tool(383, "cmdWeiter", "Nächster Treffer", "Nächster Treffer (F3)", symbols::nextHit()),
-                text(400, 80, "lblTreffer", ""),
-                tool(482, "cmdDrucken", "Drucken", "Drucken (Strg+P)", symbols::print()),
-                tool(497, "cmdPDF", "Als PDF speichern", "Als PDF speichern (Strg+S)", symbols::savePdf()),
-                tool(517, "cmdSchliessen", "Schließen", "Schließen (Esc)", symbols::close()),
+                tool(391, "cmdWeiter", "Nächster Treffer", "Nächster Treffer (F3)", symbols::nextHit()),
+                text(408, 80, "lblTreffer", ""),
+                tool(490, "cmdDrucken", "Drucken", "Drucken (Strg+P)", symbols::print()),
+                tool(505, "cmdPDF", "Als PDF speichern", "Als PDF speichern (Strg+S)", symbols::savePdf()),
+                tool(525, "cmdSchliessen", "Schließen", "Schließen (Esc)", symbols::close()),
                 {label,
                  "lblStatus",
                  "",

@@ -28,6 +28,16 @@ SIZE fitting(HWND form, const RECT& room, SIZE size) {
     return {std::min(size.cx, most.cx), std::min(size.cy, most.cy)};
 }
 
+// One that can grow has most of the screen, so that much is to be seen in it.
+SIZE readingSize(HWND form, const RECT& room, SIZE designed) {
+    constexpr int percent = 85;
+    if ((::GetWindowLongW(form, GWL_STYLE) & WS_THICKFRAME) == 0) {
+        return designed;
+    }
+    const SIZE whole = sizeOf(room);
+    return {std::max(designed.cx, whole.cx * percent / 100), std::max(designed.cy, whole.cy * percent / 100)};
+}
+
 void moveOnto(HWND form, const RECT& room, LONG left, LONG top, SIZE wanted) {
     const SIZE size = fitting(form, room, wanted);
     left = std::max(room.left, std::min(left, room.right - size.cx));
@@ -73,7 +83,7 @@ void centre(HWND form) {
     }
     RECT now{};
     ::GetWindowRect(form, &now);
-    const SIZE size = fitting(form, room, sizeOf(now));
+    const SIZE size = fitting(form, room, readingSize(form, room, sizeOf(now)));
     moveOnto(form, room, (around.left + around.right - size.cx) / 2, (around.top + around.bottom - size.cy) / 2, size);
 }
 
