@@ -4,7 +4,7 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 . scripts/packages.sh
 # shellcheck disable=SC2086
-need_packages $build_packages $test_packages $windows_packages libzint-dev libxcb1-dev
+need_packages $build_packages $test_packages $windows_packages $bench_packages
 for preset in linux windows; do
     cmake --preset $preset -DKRV_BENCH=ON >/dev/null
     cmake --build --preset $preset

@@ -9,6 +9,9 @@ clang-format clang-tidy zbar-tools zxing-cpp-tools libzint-dev imagemagick netpb
 # The Windows program is cross-built, and tested under Wine.
 windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-win32 googletest wine wine64 locales xauth"
 
+# What the programs of bench/ are built with.
+bench_packages="libzint-dev libxcb1-dev libxtst-dev libpoppler-cpp-dev"
+
 as_root() {
     if [ "$(id -u)" = 0 ]; then "$@"; else sudo "$@"; fi
 }
