@@ -79,7 +79,11 @@ void SheetPane::pageChanged(Start start) {
     }
 }
 
-void SheetPane::say(std::optional<PageMessage> message) { message_ = std::move(message); }
+void SheetPane::say(std::optional<PageMessage> message) {
+    message_ = std::move(message);
+    // Which screen readers read.
+    form_.setText(canvas, message_ ? message_->heading + " " + message_->reason + " " + message_->remedy : "Seite");
+}
 
 void SheetPane::notice(const std::string& text) {
     notice_ = text;

@@ -1,19 +1,21 @@
 """A display of the test's own, worked with by keyboard and mouse, and read as screen readers read it.
 
-Needs Xvfb, xdotool, gdbus and at-spi2-core."""
+Needs Xvfb, xdotool, gdbus and at-spi2-core; for pictures imagemagick."""
 
 import os
 import re
 import subprocess
 
+from preview_picture import Picture
+
 FOCUSED, SHOWING = 1 << 12, 1 << 25  # states of AT-SPI
 
 
 class PrivateScreen:
-    def __init__(self, bus=None):
+    def __init__(self, bus=None, size="1280x1024"):
         """bus: the PrivateBus of the same desktop, where it is to be read as well."""
         read, write = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x1024x24", "-noreset"],
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", size + "x24", "-noreset"],
                                        pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as numbers:
@@ -31,6 +33,10 @@ class PrivateScreen:
     def __exit__(self, *_):
         self.server.terminate()
         self.server.wait()
+
+    def picture(self) -> Picture:
+        """What the screen shows."""
+        return Picture.of(["import", "-window", "root", "-depth", "8", "ppm:-"], os.environ | self.environment)
 
     def tool(self, *command) -> str:
         return subprocess.run(command, env=os.environ | {"LC_ALL": "C.UTF-8"} | self.environment, timeout=30,
@@ -57,7 +63,7 @@ class PrivateScreen:
                           self.ask(place, "org.a11y.atspi.Accessible.GetRelationSet"))
         answer = self.ask(label.groups() if label else place, "org.freedesktop.DBus.Properties.Get",
                           "org.a11y.atspi.Accessible", "Name")
-        return re.match(r"\(<'(.*)'>,\)", answer)[1]
+        return re.match(r"\(<(['\"])(.*)\1>,\)", answer)[2]
 
     def controls(self) -> dict[str, tuple[str, str]]:
         """What the program's window shows and the user can work with, by name."""
@@ -72,8 +78,14 @@ class PrivateScreen:
     def role(self, place) -> str:
         return self.ask(place, "org.a11y.atspi.Accessible.GetRoleName").split("'")[1]
 
+    def text(self, place) -> str:
+        return re.match(r"\((['\"])(.*)\1,\)", self.ask(place, "org.a11y.atspi.Text.GetText", "0", "int32 -1"))[2]
+
+    def place(self, place) -> tuple[int, ...]:
+        """Left and top edge, width and height."""
+        return tuple(map(int, re.findall(r"-?\d+", self.ask(place, "org.a11y.atspi.Component.GetExtents", "0"))))
+
     def click(self, place, down=0.5):
         """So much of the control's height below its top."""
-        extents = self.ask(place, "org.a11y.atspi.Component.GetExtents", "0")
-        x, y, width, height = map(int, re.findall(r"\d+", extents))
+        x, y, width, height = self.place(place)
         self.tool("xdotool", "mousemove", str(x + width // 2), str(y + int(height * down)), "click", "1", "sleep", "0.1")

@@ -60,6 +60,8 @@ void QtForm::addControls(const platform::FormDesign& design, SheetSurface& sheet
         window_.add(view.widget(), control.sizing);
         if (label != nullptr && control.caption.empty()) {
             label->nameOf(view.widget());
+        } else if (control.caption.empty() && !control.tooltip.empty()) {
+            view.widget().setAccessibleName(QString::fromStdString(control.tooltip));
         }
         label = control.kind == platform::ControlKind::label ? &view : nullptr;
         if (auto* button = qobject_cast<QPushButton*>(&view.widget())) {
