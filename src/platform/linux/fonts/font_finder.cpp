@@ -148,8 +148,7 @@ const std::vector<FontLocation>& FontFinder::find(const std::string& family, boo
         return known(family, bold, italic, all)->fonts;
     }
     if (!config_) {
-        // A desktop's own, which is never freed, is shared with it; a job frees what it loads.
-        config_.reset(caution_.memoryIsPlenty ? FcInitLoadConfigAndFonts() : FcConfigReference(nullptr));
+        config_.reset(FcConfigReference(nullptr));
     }
     return remember(family, bold, italic, all,
                     config_ ? ask(config_.get(), family, bold, italic, all) : std::vector<FontLocation>())
