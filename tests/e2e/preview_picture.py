@@ -54,14 +54,24 @@ def sheet_in(screen: Picture, canvas, size: Picture) -> Picture:
     return screen.cut(x, next(y for y in range(y, y + 8) if screen.is_paper(x + 1, y)), size.width, size.height)
 
 
-def differences(sheet: Picture, page: Picture) -> list[str]:
-    """What is dark on one of them has to be at least greyish on the other, not more than one pixel away, in each
+def sheet_found(screen: Picture, size: Picture) -> Picture:
+    """The sheet of that size in the middle of a window that has the whole screen."""
+    middle = screen.height // 2
+    left = next(x for x in range(4, screen.width) if screen.is_paper(x, middle))
+    top = next(y for y in range(middle, 0, -1) if not screen.is_paper(left + 2, y)) + 1
+    return screen.cut(left, top, size.width, size.height)
+
+
+def differences(sheet: Picture, page: Picture, reach=1) -> list[str]:
+    """What is dark on one of them has to be at least greyish on the other, not more than so many pixels away, in each
     colour; and large areas have the same colours."""
     found = []
     for channel, color in enumerate(("red", "green", "blue")):
         for what, one, other in (("only on the sheet", sheet, page), ("only in the PDF", page, sheet)):
-            near = [row | row << 1 | row >> 1 for row in other.rows(channel, 215)]
-            near = [a | b | c for a, b, c in zip([0, *near], near, [*near[1:], 0])]
+            near = other.rows(channel, 215)
+            for _ in range(reach):
+                near = [row | row << 1 | row >> 1 for row in near]
+                near = [a | b | c for a, b, c in zip([0, *near], near, [*near[1:], 0])]
             for y, (dark, light) in enumerate(zip(one.rows(channel, 80), near)):
                 if stray := dark & ~light:
                     found.append(f"{what}, {color}: row {y}, column {one.width - stray.bit_length()}")
@@ -69,6 +79,7 @@ def differences(sheet: Picture, page: Picture) -> list[str]:
     shown, printed = sheet.areas(), page.areas()
     for color in {*shown, *printed}:
         counts = shown[color], printed[color]
-        if min(color) < 240 and max(counts) > 200 and min(counts) < max(counts) / 2:
+        letters = reach > 1 and color == (0, 0, 0)  # whose lines on whole pixels are areas of their own
+        if min(color) < 240 and not letters and max(counts) > 200 and min(counts) < max(counts) / 2:
             found.append(f"{counts[0]} pixels of {color}, {counts[1]} in the PDF")
     return found

@@ -5,44 +5,23 @@ import subprocess
 import unittest
 from pathlib import Path
 
-from private_cups import PrivateCups
-from private_screen import PrivateScreen
 from support import lines_of
 from test_selection import EDITED, EDITS, texts_of
-from test_windows import KEY, PROGRAM, QUEUE, WINE, WindowsTest
+from test_windows import KEY, PROGRAM, QUEUE
+from windows_screen import WindowsScreenTest
 
-DRIVERS = r"HKCU\Software\Wine\Drivers"
 
-
-class WindowsSelectionTest(WindowsTest):
-    @classmethod
-    def setUpClass(cls):
-        cls.end_wine()
-        cls.cups = cls.enterClassContext(PrivateCups())
-        cls.cups.add_pdf_queue("archiv")
-        cls.cups.add_postscript_queue(QUEUE, "-o", "Resolution=600dpi")
-        cls.screen = cls.enterClassContext(PrivateScreen())
-        # Other tests want windows that nobody sees.
-        for graphics in "x11", "null":
-            command = [*WINE, "reg", "add", DRIVERS, "/v", "Graphics", "/d", graphics, "/f"]
-            if graphics == "x11":
-                subprocess.run(command, stdout=subprocess.DEVNULL, check=True)
-            else:
-                cls.addClassCleanup(subprocess.run, command, stdout=subprocess.DEVNULL, check=True)
-        cls.end_wine()
-        cls.addClassCleanup(cls.end_wine)
-
+class WindowsSelectionTest(WindowsScreenTest):
     def open(self, printer):
         """Unfolded, the focus on the button for that; the heights of the window so far."""
-        self.program = subprocess.Popen([*WINE, PROGRAM, "/DRUCKERAUSWAHL"], cwd=self.job.folder,
-                                        env=self.cups.environment() | self.screen.environment,
-                                        stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        self.addCleanup(self.program.wait)
-        self.addCleanup(self.program.terminate)
+        self.start("/DRUCKERAUSWAHL")
         heights = [self.screen.height("Druckerauswahl")]
         self.screen.tool("sleep", "1")
         self.screen.press(printer, *["Tab"] * 4, "space")
-        return [*heights, self.screen.height("Druckerauswahl")]
+        while heights[-1] == heights[0] and len(heights) < 100:
+            self.screen.tool("sleep", "0.1")
+            heights.append(self.screen.height("Druckerauswahl"))
+        return heights[0], heights[-1]
 
     def stored(self):
         return dict(re.findall(r"(\w+) +REG_SZ +(.*)\r\n", self.wine("reg", "query", KEY, check=False)))
