@@ -64,7 +64,8 @@ PreviewPrint::Implementation::Implementation(session::Session& session, const Pr
                   ? std::make_unique<printer::Printer>(spooler, request.printer, title(), std::move(patience))
                   : std::make_unique<printer::Printer>(
                         spooler.builtinPrinter(), [this] { return openFile(); }, std::move(patience));
-    run.emplace(quiet.session(), *printer, progress, letEventsRun);
+    // What the user does is heard between the steps. Within one, where forms take no events, it would be lost.
+    run.emplace(quiet.session(), *printer, progress, [] {});
 }
 
 std::unique_ptr<platform::PrintDocument> PreviewPrint::Implementation::openFile() {
