@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "platform/drawing/device_pictures.h"
+#include "platform/drawing/likely_resolution.h"
 #include "platform/drawing/pixel_surface.h"
 #include "platform/drawing/symbol_pixels.h"
 #include "runtime/error.h"
@@ -167,6 +168,18 @@ TEST(SymbolPixels, UprightLinesAreSharpAndSlantingOnesSmoothInEverySize) {
         EXPECT_TRUE(std::any_of(pixels.begin(), pixels.end(), [](int o) { return o > 0 && o < 255; })) << size;
     }
     EXPECT_TRUE(symbolPixels(cross, 0).empty());
+}
+
+TEST(ScreenResolution, IsBelievedWhereItCanBe) {
+    const auto acrossOf = [](double across, double down, double taken) {
+        return likelyResolution({across, down}, {taken, taken}).across;
+    };
+    EXPECT_EQ(acrossOf(92, 93, 96), 92);
+    EXPECT_EQ(acrossOf(227, 227, 96), 227);
+    EXPECT_EQ(acrossOf(152, 114, 96), 96) << "pixels are about square";
+    EXPECT_EQ(acrossOf(290, 290, 96), 96) << "nobody could read it";
+    EXPECT_EQ(acrossOf(40, 40, 96), 96) << "a projector";
+    EXPECT_EQ(acrossOf(1.0 / 0.0, 0.0 / 0.0, 120), 120) << "no size at all";
 }
 
 }  // namespace

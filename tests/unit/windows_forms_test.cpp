@@ -7,14 +7,12 @@
 #include <vector>
 
 #include "platform/windows/forms/clipboard.h"
-#include "platform/windows/screen_resolution.h"
 
 namespace {
 
 using enum platform::ControlKind;
 using platform::Key;
 using platform::Sizing;
-using platform_windows::likelyResolution;
 using platform_windows::forms::WindowsForm;
 using Told = std::vector<std::string>;
 
@@ -163,18 +161,6 @@ TEST_F(WindowsFormTest, TakesNoInputWhileItOwnsAnotherOne) {
 TEST(Clipboard, HasLinesAsOtherProgramsEndThem) {
     platform_windows::forms::setClipboardText(nullptr, "M\u00fcller\n\r\n12,50 \u20ac");
     EXPECT_EQ(platform_windows::forms::clipboardText(nullptr), L"M\u00fcller\r\n\r\n12,50 \u20ac");
-}
-
-TEST(ScreenResolution, IsBelievedWhereItCanBe) {
-    const auto acrossOf = [](double across, double down, double taken) {
-        return likelyResolution({across, down}, {taken, taken}).across;
-    };
-    EXPECT_EQ(acrossOf(92, 93, 96), 92);
-    EXPECT_EQ(acrossOf(227, 227, 96), 227);
-    EXPECT_EQ(acrossOf(152, 114, 96), 96) << "pixels are about square";
-    EXPECT_EQ(acrossOf(290, 290, 96), 96) << "nobody could read it";
-    EXPECT_EQ(acrossOf(40, 40, 96), 96) << "a projector";
-    EXPECT_EQ(acrossOf(1.0 / 0.0, 0.0 / 0.0, 120), 120) << "no size at all";
 }
 
 }  // namespace

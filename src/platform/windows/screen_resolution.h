@@ -1,6 +1,8 @@
 // The resolution of the user's screen.
 #pragma once
 
+#include "platform/drawing/likely_resolution.h"
+
 namespace platform_windows {
 
 // Pixels per inch of a screen that nobody has set to another scale.
@@ -9,14 +11,7 @@ inline constexpr int usualDpi = 96;
 // Pixels per inch, across (LOGPIXELSX) or down (LOGPIXELSY); the usual ones where the system does not tell.
 int screenResolution(int index);
 
-struct PixelsPerInch {
-    double across = usualDpi;
-    double down = usualDpi;
-};
-
-// Of the real screen, as it says of its size. Many say nothing, or something else (a projector, a remote screen, a
-// driver that knows none): where that cannot be, what the system takes for it.
-PixelsPerInch realResolution();
-PixelsPerInch likelyResolution(const PixelsPerInch& real, const PixelsPerInch& taken);
+// Of the real screen where it can be known.
+platform::drawing::PixelsPerInch realResolution();
 
 }  // namespace platform_windows

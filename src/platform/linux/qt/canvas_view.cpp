@@ -61,10 +61,10 @@ CanvasView::CanvasView(std::string name, QWidget& parent, UserEvents& user, Shee
 
 platform::CanvasSize CanvasView::canvasSize() const {
     const double ratio = viewport()->devicePixelRatioF();
-    const PixelsPerInch inch = realResolution(*screen());
+    const platform::drawing::PixelsPerInch inch = realResolution(*screen());
     constexpr double usualDpi = 96;
     return {static_cast<int>(std::lround(viewport()->width() * ratio)),
-            static_cast<int>(std::lround(viewport()->height() * ratio)), inch.across * ratio, inch.down * ratio,
+            static_cast<int>(std::lround(viewport()->height() * ratio)), inch.across, inch.down,
             logicalDpiY() * ratio / usualDpi};
 }
 

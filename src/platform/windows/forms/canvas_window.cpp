@@ -151,7 +151,7 @@ bool CanvasWindow::answerMouse(UINT message, WPARAM first, LPARAM second) noexce
 platform::CanvasSize CanvasWindow::size() const {
     RECT room{};
     ::GetClientRect(window_, &room);
-    const PixelsPerInch real = realResolution();
+    const platform::drawing::PixelsPerInch real = realResolution();
     return {.width = room.right,
             .height = room.bottom,
             .pixelsPerInchX = real.across,
