@@ -23,25 +23,13 @@ PixelBuffer::PixelBuffer(int width, int height) {
     }
 }
 
-gdi::ScreenPixels PixelBuffer::pixels() const {
+platform::drawing::ScreenPixels PixelBuffer::pixels() const {
     ::GdiFlush();
     return {.first = bits_, .width = width_, .height = height_, .stride = width_};
 }
 
 void PixelBuffer::copyTo(HDC screen, int x, int y) const {
     ::BitBlt(screen, x, y, width_, height_, context_.get(), 0, 0, SRCCOPY);
-}
-
-std::uint32_t blended(std::uint32_t below, std::uint32_t color, unsigned opacity) {
-    constexpr unsigned opaque = 255;
-    std::uint32_t result = 0;
-    for (const unsigned shift : {0U, 8U, 16U}) {
-        const std::uint32_t part = ((((color >> shift) & opaque) * opacity) +
-                                    (((below >> shift) & opaque) * (opaque - opacity)) + opaque / 2) /
-                                   opaque;
-        result |= part << shift;
-    }
-    return result;
 }
 
 }  // namespace platform_windows::forms

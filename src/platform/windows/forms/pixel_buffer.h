@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-#include "platform/windows/gdi/screen_pixels.h"
+#include "platform/drawing/screen_pixels.h"
 
 namespace platform_windows::forms {
 
@@ -27,7 +27,7 @@ public:
     HDC context() const { return context_.get(); }
 
     // What the system was asked to draw so far is there.
-    gdi::ScreenPixels pixels() const;
+    platform::drawing::ScreenPixels pixels() const;
 
     void copyTo(HDC screen, int x, int y) const;
 
@@ -38,8 +38,5 @@ private:
     platform_windows::Owner<BitmapKind> bitmap_;
     gdi::DeviceContext context_;  // is given back first, as the bitmap is selected into it
 };
-
-// A colour over a pixel; opacity up to 255.
-std::uint32_t blended(std::uint32_t below, std::uint32_t color, unsigned opacity);
 
 }  // namespace platform_windows::forms

@@ -67,7 +67,7 @@ LONG pixel(double position) {
 
 void ScreenCanvas::fill(const Box& box, Color color, double opacity) {
     sheet_.endSheet();
-    gdi::blend(pixels_.pixels(), {box.x, box.x + box.width}, {box.y, box.y + box.height}, color, opacity);
+    platform::drawing::blend(pixels_.pixels(), {box.x, box.x + box.width}, {box.y, box.y + box.height}, color, opacity);
 }
 
 void ScreenCanvas::fill(const Box& box, SystemColor color, double opacity) { fill(box, colorOf(color), opacity); }

@@ -28,7 +28,7 @@ int symbolSize(HWND window) {
 
 std::uint32_t systemPixel(int index) {
     const DWORD color = ::GetSysColor(index);
-    return gdi::pixelOf({.red = GetRValue(color), .green = GetGValue(color), .blue = GetBValue(color)});
+    return platform::drawing::pixelOf({.red = GetRValue(color), .green = GetGValue(color), .blue = GetBValue(color)});
 }
 
 }  // namespace
@@ -135,12 +135,13 @@ void ToolButton::draw(HDC screen) const {
     const std::uint32_t color = systemPixel(enabled ? COLOR_BTNTEXT : COLOR_GRAYTEXT);
     const int left = (pixels.width() - size_) / 2;
     const int top = (pixels.height() - size_) / 2;
-    const gdi::ScreenPixels bits = pixels.pixels();
+    const platform::drawing::ScreenPixels bits = pixels.pixels();
     auto opacity = opacity_.begin();
     for (int y = top; y < top + size_; ++y, opacity += size_) {
         std::uint32_t* const row = bits.row(y) + left;
-        std::transform(opacity, opacity + size_, row, row,
-                       [color](unsigned strength, std::uint32_t below) { return blended(below, color, strength); });
+        std::transform(opacity, opacity + size_, row, row, [color](std::uint8_t strength, std::uint32_t below) {
+            return platform::drawing::mixed(below, color, platform::drawing::shareOf(strength));
+        });
     }
     pixels.copyTo(screen, 0, 0);
 }

@@ -5,28 +5,16 @@
 
 namespace platform_windows::gdi {
 
-using platform::drawing::Area;
-using platform::drawing::Span;
 using platform::drawing::TextScale;
 
-std::int64_t SheetSurface::Scale::nearest(std::int64_t place) const { return std::llround((*this)(place)); }
-
-Span SheetSurface::Scale::visible(Span span) const {
-    const auto inside = [this](std::int64_t place) { return std::clamp<std::int64_t>(nearest(place), 0, size); };
-    return {inside(span.start), inside(span.end)};
-}
-
-void SheetSurface::beginSheet(HDC canvas, const ScreenPixels& pixels, const platform::SheetView& view) {
+void SheetSurface::beginSheet(HDC canvas, const platform::drawing::ScreenPixels& pixels,
+                              const platform::SheetView& view) {
     endSheet();
-    setPage(view.device, view.color);
+    beginPixels(pixels, view);
     canvas_ = canvas;
-    pixels_ = pixels;
-    across_ = {view.left, view.scaleX, pixels.width};
-    down_ = {view.top, view.scaleY, pixels.height};
-    shown_ = {across_.visible(sheet().across), down_.visible(sheet().down)};
     canvasState_ = ::SaveDC(canvas);
-    ::IntersectClipRect(canvas, static_cast<int>(shown_.across.start), static_cast<int>(shown_.down.start),
-                        static_cast<int>(shown_.across.end), static_cast<int>(shown_.down.end));
+    ::IntersectClipRect(canvas, static_cast<int>(shown().across.start), static_cast<int>(shown().down.start),
+                        static_cast<int>(shown().across.end), static_cast<int>(shown().down.end));
     drawing_.emplace(canvas, handles_);
     lettersPending_ = true;
 }
@@ -35,24 +23,16 @@ void SheetSurface::endSheet() noexcept {
     if (!drawing_) {
         return;
     }
-    finishRectangles();
-    finishLetters();
+    endPixels();
+    finishText();
     drawing_.reset();
     ::RestoreDC(canvas_, canvasState_);
 }
 
-void SheetSurface::finishLetters() noexcept {
+void SheetSurface::finishText() noexcept {
     if (lettersPending_) {
         ::GdiFlush();
         lettersPending_ = false;
-    }
-}
-
-void SheetSurface::finishRectangles() noexcept {
-    if (rectangleColor_) {
-        finishLetters();
-        rectangles_.draw(pixels_, *rectangleColor_);
-        rectangleColor_.reset();
     }
 }
 
@@ -66,8 +46,8 @@ FontKey SheetSurface::fontKey() const {
     constexpr double most = 0x7FFF;
     const int em = std::max(1, font().emHeight);
     const bool upright = turn().upright();
-    const double height = em * textScale().across * (upright ? across_ : down_).pixel;
-    const double width = em * textScale().along * (upright ? down_ : across_).pixel;
+    const double height = em * textScale().across * (upright ? across() : down()).pixel;
+    const double width = em * textScale().along * (upright ? down() : across()).pixel;
     const double pixels = std::round(std::clamp<double>(height, 1, most));
     const bool plain = std::abs(width - height) < 0.5;
     return {typeface_, static_cast<int>(pixels), turn(), plain ? TextScale{} : TextScale{width / pixels, 1}};
@@ -76,12 +56,12 @@ FontKey SheetSurface::fontKey() const {
 // Letters that no pixel of the bitmap can show are left out: the system's coordinates end somewhere.
 void SheetSurface::showRun(const Run& run) {
     constexpr std::size_t longest = 8192;
-    if (!drawing_ || shown_.empty()) {
+    if (shown().empty()) {
         return;
     }
     const bool upright = turn().upright();
-    const Scale& along = upright ? down_ : across_;
-    const Scale& across = upright ? across_ : down_;
+    const Scale& along = upright ? this->down() : this->across();
+    const Scale& across = upright ? this->across() : this->down();
     const std::int64_t direction = turn().along().x + turn().along().y;
     const std::int64_t beyond = 4 * std::int64_t{fontKey().emHeight};
     const auto isNear = [&](const Scale& scale, std::int64_t place) {
@@ -126,35 +106,6 @@ void SheetSurface::showLetters(std::int64_t start, std::int64_t baseline, platfo
     lettersPending_ = true;
     letters_.clear();
     advances_.clear();
-}
-
-void SheetSurface::showRectangle(const Area& area, platform::Color color) {
-    if (!drawing_) {
-        return;
-    }
-    if (rectangleColor_ != color) {
-        finishRectangles();
-        rectangleColor_ = color;
-    }
-    rectangles_.add(pixels_.width, pixels_.height, across_.reach(area.across), down_.reach(area.down));
-}
-
-void SheetSurface::showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) {
-    if (!drawing_) {
-        return;
-    }
-    finishRectangles();
-    finishLetters();
-    const auto length = [](std::int64_t pixels, const Scale& scale) {
-        return std::max<std::int64_t>(1, std::llround(static_cast<double>(std::abs(pixels)) * scale.pixel));
-    };
-    const PictureLook look{length(frame.width, across_), length(frame.height, down_), frame.width < 0, frame.height < 0,
-                           !hasColor()};
-    const auto start = [](std::int64_t place, int size) { return place + std::min(0, size); };
-    pictures_.draw(
-        picture, look,
-        {across_.nearest(start(frame.corner.x, frame.width)), down_.nearest(start(frame.corner.y, frame.height))},
-        shown_, pixels_);
 }
 
 }  // namespace platform_windows::gdi

@@ -1,6 +1,7 @@
-#include "platform/windows/gdi/scaled_picture.h"
+#include "platform/drawing/scaled_picture.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <iterator>
 #include <numeric>
@@ -9,12 +10,9 @@
 
 #include "platform/drawing/grey.h"
 
-namespace platform_windows::gdi {
+namespace platform::drawing {
 
 namespace {
-
-using platform::Picture;
-using platform::drawing::Span;
 
 // Pixels of the picture that fall into one of the screen, in one direction, and how much each of them counts.
 struct Share {
@@ -28,32 +26,45 @@ struct Share {
     float of(int pixel) const { return pixel == first ? ofFirst : pixel == last ? ofLast : between; }
 };
 
-Share shareOf(std::int64_t place, int pixels, std::int64_t shown, bool mirrored) {
-    const std::int64_t at = mirrored ? shown - 1 - place : place;
-    if (shown >= pixels) {
-        const auto nearest = static_cast<int>((2 * at + 1) * pixels / (2 * shown));
-        return {nearest, nearest};
-    }
-    // A pixel of the picture is as long as `shown`, one of the screen as long as `pixels`.
-    const std::int64_t start = at * pixels;
-    const std::int64_t end = start + pixels;
-    Share share;
-    share.first = static_cast<int>(start / shown);
-    share.last = static_cast<int>((end - 1) / shown);
-    const auto part = [&](std::int64_t length) { return static_cast<float>(length) / static_cast<float>(pixels); };
-    share.ofFirst = part(std::min((share.first + 1) * shown, end) - start);
-    share.between = part(shown);
-    share.ofLast = part(end - share.last * shown);
-    return share;
-}
+// One direction of a picture on the screen.
+class Shares {
+public:
+    Shares(Reach reach, int pixels, bool mirrored)
+        : reach_(reach), pixels_(pixels), mirrored_(mirrored), scale_(pixels / (reach.end - reach.start)) {}
 
-std::vector<Share> sharesOf(Span part, int pixels, std::int64_t shown, bool mirrored) {
-    std::vector<Share> shares;
-    for (std::int64_t place = part.start; place < part.end; ++place) {
-        shares.push_back(shareOf(place, pixels, shown, mirrored));
+    Share of(std::int64_t place) const {
+        const auto low = static_cast<double>(place);
+        const double from = std::max(low, reach_.start);
+        const double to = std::min(low + 1, reach_.end);
+        const double begin = (mirrored_ ? reach_.end - to : from - reach_.start) * scale_;
+        const double end = (mirrored_ ? reach_.end - from : to - reach_.start) * scale_;
+        // What is less than can be seen comes from rounding.
+        const double least = scale_ / 1'000'000;
+        Share share;
+        share.first = std::clamp(static_cast<int>(std::floor(begin + least)), 0, pixels_ - 1);
+        share.last = std::clamp(static_cast<int>(std::ceil(end - least)) - 1, share.first, pixels_ - 1);
+        if (share.first < share.last) {
+            const auto part = [&](double length) { return static_cast<float>(length / (end - begin)); };
+            share.ofFirst = part(share.first + 1 - begin);
+            share.between = part(1);
+            share.ofLast = part(end - share.last);
+        }
+        return share;
     }
-    return shares;
-}
+    std::vector<Share> of(Span part) const {
+        std::vector<Share> shares;
+        for (std::int64_t place = part.start; place < part.end; ++place) {
+            shares.push_back(of(place));
+        }
+        return shares;
+    }
+
+private:
+    Reach reach_;
+    int pixels_;
+    bool mirrored_;
+    double scale_;  // pixels of the picture in one of the screen
+};
 
 struct Sum {
     float red = 0;
@@ -92,7 +103,7 @@ public:
         first_ = first;
         row_.resize(static_cast<std::size_t>(std::max(columns_.front().last, columns_.back().last) - first) + 1);
         std::transform(picture.palette.begin(), picture.palette.end(), std::back_inserter(palette_),
-                       [](platform::Color color) { return packed(color.red, color.green, color.blue); });
+                       [](Color color) { return packed(color.red, color.green, color.blue); });
     }
 
     // Good until the next one is asked for.
@@ -164,21 +175,21 @@ private:
 
 std::uint32_t pixelOf(const Sum& sum, bool grey) {
     const auto channel = [](float value) { return static_cast<std::uint8_t>(std::min(value + 0.5F, 255.0F)); };
-    const platform::Color color{channel(sum.red), channel(sum.green), channel(sum.blue)};
-    return gdi::pixelOf(grey ? platform::drawing::greyOf(color) : color);
+    const Color color{channel(sum.red), channel(sum.green), channel(sum.blue)};
+    return drawing::pixelOf(grey ? greyOf(color) : color);
 }
 
 }  // namespace
 
-void drawScaled(const Picture& picture, const PictureLook& look, const platform::drawing::Area& part,
-                const ScreenPixels& pixels) {
-    Rows rows(picture, sharesOf(part.across, picture.width, look.width, look.mirroredAcross));
+void drawScaled(const Picture& picture, const PictureLook& look, const Area& part, const ScreenPixels& pixels) {
+    Rows rows(picture, Shares(look.across, picture.width, look.mirroredAcross).of(part.across));
+    const Shares down(look.down, picture.height, look.mirroredDown);
     const auto width = static_cast<std::size_t>(part.across.end - part.across.start);
     std::vector<Sum> sums;
     Share before{-1, -1};
     for (std::int64_t place = part.down.start; place < part.down.end; ++place) {
-        const Share share = shareOf(place, picture.height, look.height, look.mirroredDown);
-        std::uint32_t* const row = pixels.row(static_cast<int>(place - part.down.start));
+        const Share share = down.of(place);
+        std::uint32_t* const row = pixels.row(place - part.down.start);
         if (share.first == share.last && share == before) {
             std::copy_n(row - pixels.stride, width, row);
             continue;
@@ -196,4 +207,4 @@ void drawScaled(const Picture& picture, const PictureLook& look, const platform:
     }
 }
 
-}  // namespace platform_windows::gdi
+}  // namespace platform::drawing

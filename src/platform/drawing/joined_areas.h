@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "platform/drawing/page_area.h"
-#include "platform/windows/gdi/screen_pixels.h"
+#include "platform/drawing/screen_pixels.h"
 
-namespace platform_windows::gdi {
+namespace platform::drawing {
 
 // The parts of a pixel that areas fill are added up before it is mixed with its ground: areas that lie side by side
 // have no seam between them, and bars are as dark together as on paper.
@@ -17,12 +17,12 @@ public:
     void add(int width, int height, Reach across, Reach down);
 
     // Draws all of them and forgets them.
-    void draw(const ScreenPixels& pixels, platform::Color color) noexcept;
+    void draw(const ScreenPixels& pixels, Color color) noexcept;
 
 private:
     int width_ = 0;
     std::vector<std::uint16_t> parts_;  // of each pixel
-    platform::drawing::Area touched_;
+    Area touched_;
 };
 
-}  // namespace platform_windows::gdi
+}  // namespace platform::drawing

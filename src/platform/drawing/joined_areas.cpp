@@ -1,10 +1,10 @@
-#include "platform/windows/gdi/joined_areas.h"
+#include "platform/drawing/joined_areas.h"
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
 
-namespace platform_windows::gdi {
+namespace platform::drawing {
 
 namespace {
 
@@ -20,14 +20,14 @@ void JoinedAreas::add(int width, int height, Reach across, Reach down) {
     }
     width_ = width;
     parts_.resize(static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-    for (int y = rows.first(); y < rows.end(); ++y) {
+    for (std::int64_t y = rows.first(); y < rows.end(); ++y) {
         const double strength = rows.of(y) * whole;
-        std::uint16_t* const row = parts_.data() + static_cast<std::ptrdiff_t>(y) * width;
+        std::uint16_t* const row = parts_.data() + y * width;
         const auto add = [](std::uint16_t& part, int more) {
             part = static_cast<std::uint16_t>(std::min(whole, part + more));
         };
-        const auto partOf = [&](int x) { return static_cast<int>(std::lround(columns.of(x) * strength)); };
-        const int last = columns.end() - 1;
+        const auto partOf = [&](std::int64_t x) { return static_cast<int>(std::lround(columns.of(x) * strength)); };
+        const std::int64_t last = columns.end() - 1;
         add(row[columns.first()], partOf(columns.first()));
         if (columns.first() < last) {
             const auto all = static_cast<int>(std::lround(strength));
@@ -35,15 +35,15 @@ void JoinedAreas::add(int width, int height, Reach across, Reach down) {
             add(row[last], partOf(last));
         }
     }
-    const platform::drawing::Area area{{columns.first(), columns.end()}, {rows.first(), rows.end()}};
+    const Area area{columns.pixels(), rows.pixels()};
     touched_ = touched_.empty() ? area : bounds(touched_, area);
 }
 
-void JoinedAreas::draw(const ScreenPixels& pixels, platform::Color color) noexcept {
+void JoinedAreas::draw(const ScreenPixels& pixels, Color color) noexcept {
     const std::uint32_t own = pixelOf(color);
     for (std::int64_t y = touched_.down.start; y < touched_.down.end; ++y) {
         std::uint16_t* const parts = parts_.data() + y * width_;
-        std::uint32_t* const row = pixels.row(static_cast<int>(y));
+        std::uint32_t* const row = pixels.row(y);
         for (std::int64_t x = touched_.across.start; x < touched_.across.end; ++x) {
             if (parts[x] != 0) {
                 row[x] = mixed(row[x], own, (parts[x] * wholePixel + whole / 2) / whole);
@@ -54,4 +54,4 @@ void JoinedAreas::draw(const ScreenPixels& pixels, platform::Color color) noexce
     touched_ = {};
 }
 
-}  // namespace platform_windows::gdi
+}  // namespace platform::drawing
