@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
-#include <QPainter>
 #include <cmath>
 #include <functional>
 
@@ -56,9 +55,10 @@ QImage shown(SheetSurface& surface, const Draw& draw, const PdfPage& page, int d
     view.scaleY = static_cast<double>(dpi) / page.device.logPixelsY;
     view.left = page.device.physicalOffsetX * view.scaleX;
     view.top = page.device.physicalOffsetY * view.scaleY;
-    QPainter painter(&image);
-    surface.beginSheet(painter, view);
+    surface.beginSheet({reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(), image.width()},
+                       view);
     draw(surface);
+    surface.endSheet();
     return image;
 }
 

@@ -1,99 +1,89 @@
 #include "platform/linux/qt/glyph_masks.h"
 
-#include <QImage>
-#include <QPainter>
 #include <cmath>
+#include <utility>
 
 namespace platform_linux::qt {
 
 namespace {
 
+using platform::drawing::Outline;
+using platform::drawing::Place;
+
 constexpr std::size_t mostFaces = 48;
-constexpr std::size_t mostCoverage = std::size_t{8} << 20;  // bytes
+constexpr std::size_t mostLevels = std::size_t{8} << 20;
 
-// A pen whose path is in pixels.
-class PathPen final : public fonts::OutlinePen {
+// A pen whose outline is in pixels.
+class PixelPen final : public fonts::OutlinePen {
 public:
-    explicit PathPen(const QTransform& matrix) : matrix_(matrix) { path_.setFillRule(Qt::WindingFill); }
+    explicit PixelPen(const GlyphMatrix& matrix) : matrix_(matrix) {}
 
-    void moveTo(double x, double y) override { path_.moveTo(at(x, y)); }
-    void lineTo(double x, double y) override { path_.lineTo(at(x, y)); }
+    void moveTo(double x, double y) override { outline.moveTo(at(x, y)); }
+    void lineTo(double x, double y) override { outline.lineTo(at(x, y)); }
     void curveTo(double controlX, double controlY, double x, double y) override {
-        path_.quadTo(at(controlX, controlY), at(x, y));
+        outline.curveTo(at(controlX, controlY), at(x, y));
     }
-    void close() override { path_.closeSubpath(); }
+    void close() override { outline.close(); }
 
-    const QPainterPath& path() const { return path_; }
+    Outline outline;
 
 private:
-    QPointF at(double x, double y) const { return matrix_.map(QPointF(x, y)); }
+    Place at(double x, double y) const {
+        return {x * matrix_.right.x + y * matrix_.up.x, x * matrix_.right.y + y * matrix_.up.y};
+    }
 
-    const QTransform& matrix_;
-    QPainterPath path_;
+    const GlyphMatrix& matrix_;
 };
-
-QTransform transformOf(const std::array<double, 4>& matrix) {
-    return {matrix[0], matrix[1], matrix[2], matrix[3], 0, 0};
-}
 
 }  // namespace
 
-QPainterPath glyphOutline(const fonts::CodePageFont& font, unsigned char byte, const QTransform& matrix) {
-    PathPen pen(matrix);
+Outline glyphOutline(const fonts::CodePageFont& font, unsigned char byte, const GlyphMatrix& matrix) {
+    PixelPen pen(matrix);
     if (font.glyphs()[byte] != 0) {
         font.file().outline(font.glyphs()[byte], pen);
     }
-    return pen.path();
+    return std::move(pen.outline);
 }
 
-void GlyphMasks::select(const Face& face) {
-    if (selected_ != nullptr && face == face_) {
-        return;
-    }
-    face_ = face;
-    selected_ = &faces_[face];
-    selected_->made.resize(std::size_t{256} * phases * phases);
+void GlyphMasks::select(const fonts::CodePageFont& font, const GlyphMatrix& matrix) {
+    forgetTooMany();
+    font_ = &font;
+    matrix_ = matrix;
+    selected_ = &faces_[{&font, matrix.right.x, matrix.right.y, matrix.up.x, matrix.up.y}];
 }
 
 void GlyphMasks::forgetTooMany() {
-    if (faces_.size() > mostFaces || coverage_.size() > mostCoverage) {
+    if (faces_.size() > mostFaces || levels_.size() > mostLevels) {
         faces_.clear();
-        coverage_.clear();
-        selected_ = nullptr;
+        levels_.clear();
     }
 }
 
-const GlyphMasks::Mask& GlyphMasks::mask(unsigned char byte, int across, int down) {
-    const std::size_t number =
-        (std::size_t{byte} * phases + static_cast<std::size_t>(across)) * phases + static_cast<std::size_t>(down);
-    std::optional<Mask>& mask = selected_->made[number];
+const GlyphMask& GlyphMasks::mask(unsigned char byte, int across, int down) {
+    std::optional<GlyphMask>& mask =
+        selected_->made[byte][static_cast<std::size_t>(across)][static_cast<std::size_t>(down)];
     if (!mask) {
-        std::optional<QPainterPath>& outline = selected_->outlines[byte];
+        std::optional<Outline>& outline = selected_->outlines[byte];
         if (!outline) {
-            outline = glyphOutline(*face_.font, byte, transformOf(face_.matrix));
+            outline = glyphOutline(*font_, byte, matrix_);
         }
         mask = make(*outline, across, down);
     }
     return *mask;
 }
 
-GlyphMasks::Mask GlyphMasks::make(const QPainterPath& outline, int across, int down) {
-    const QPointF place(static_cast<double>(across) / phases, static_cast<double>(down) / phases);
-    const QRect box = outline.controlPointRect().translated(place).toAlignedRect();
-    const Mask mask{box, coverage_.size()};
-    if (outline.isEmpty() || box.isEmpty()) {
-        return {};
-    }
-    QImage image(box.size(), QImage::Format_Alpha8);
-    image.fill(0);
-    QPainter painter(&image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.translate(place - box.topLeft());
-    painter.fillPath(outline, Qt::black);
-    painter.end();
-    for (int row = 0; row < box.height(); ++row) {
-        const std::uint8_t* line = image.constScanLine(row);
-        coverage_.insert(coverage_.end(), line, line + box.width());
+GlyphMask GlyphMasks::make(const Outline& outline, int across, int down) {
+    GlyphMask mask;
+    mask.start = levels_.size();
+    if (!outline.empty()) {
+        const Place place{static_cast<double>(across) / phases, static_cast<double>(down) / phases};
+        mask.left = static_cast<int>(std::floor(outline.least().x + place.x));
+        mask.top = static_cast<int>(std::floor(outline.least().y + place.y));
+        mask.width = static_cast<int>(std::ceil(outline.most().x + place.x)) - mask.left;
+        mask.height = static_cast<int>(std::ceil(outline.most().y + place.y)) - mask.top;
+        coverage_.begin(mask.width, mask.height);
+        coverage_.add(outline, {place.x - mask.left, place.y - mask.top});
+        coverage_.appendTo(levels_);
     }
     return mask;
 }

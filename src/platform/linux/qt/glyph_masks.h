@@ -1,62 +1,66 @@
 // Glyphs as the screen shows them: how much of each pixel is covered, at a quarter of a pixel's exactness.
 #pragma once
 
-#include <QPainterPath>
-#include <QTransform>
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <optional>
 #include <tuple>
 #include <vector>
 
+#include "platform/drawing/outline_coverage.h"
 #include "platform/linux/fonts/code_page_font.h"
 
 namespace platform_linux::qt {
 
-// The outline of a byte's glyph as the matrix (units of the font to pixels) makes it, about the point that it is drawn
-// at.
-QPainterPath glyphOutline(const fonts::CodePageFont& font, unsigned char byte, const QTransform& matrix);
+// From units of the font, y upwards, to pixels.
+struct GlyphMatrix {
+    platform::drawing::Place right;  // where a unit to the right leads to
+    platform::drawing::Place up;
+};
+
+// The outline of a byte's glyph about the point that it is drawn at.
+platform::drawing::Outline glyphOutline(const fonts::CodePageFont& font, unsigned char byte, const GlyphMatrix& matrix);
+
+struct GlyphMask {
+    int left = 0;  // from the pixel that holds the point that the glyph is drawn at
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    std::size_t start = 0;  // of its levels, row by row without gaps
+};
 
 // What is made once is kept, up to a limit. No hints: shapes and places are the printer's.
 class GlyphMasks {
 public:
-    struct Mask {
-        QRect box;              // from the pixel that holds the point that the glyph is drawn at
-        std::size_t start = 0;  // see coverage()
-    };
-    // A face in one size and direction.
-    struct Face {
-        const fonts::CodePageFont* font = nullptr;
-        std::array<double, 4> matrix{};  // m11, m12, m21, m22 of a QTransform
-        bool operator==(const Face&) const = default;
-        bool operator<(const Face& other) const { return std::tie(font, matrix) < std::tie(other.font, other.matrix); }
-    };
-
     // Positions within a pixel that are told apart, in each direction.
     static constexpr int phases = 4;
 
-    // The face of the masks that are asked for from now on.
-    void select(const Face& face);
+    // The face of the masks that are asked for from now on, in one size and direction. Those asked for before may be
+    // gone.
+    void select(const fonts::CodePageFont& font, const GlyphMatrix& matrix);
     // Places in a pixel count from 0 to phases - 1.
-    const Mask& mask(unsigned char byte, int across, int down);
-    // Of the mask's pixels, row by row without gaps. Only of those asked for since the masks were last forgotten.
-    const std::uint8_t* coverage(const Mask& mask) const { return coverage_.data() + mask.start; }
-    // Drops masks where there are too many; those asked for before are gone then.
-    void forgetTooMany();
+    const GlyphMask& mask(unsigned char byte, int across, int down);
+    // Up to 255.
+    const std::uint8_t* levels(const GlyphMask& mask) const { return levels_.data() + mask.start; }
 
 private:
+    using Face = std::tuple<const fonts::CodePageFont*, double, double, double, double>;
     struct Masks {
-        std::vector<std::optional<Mask>> made;
-        std::array<std::optional<QPainterPath>, 256> outlines;
+        std::array<std::optional<platform::drawing::Outline>, 256> outlines;
+        std::array<std::array<std::array<std::optional<GlyphMask>, phases>, phases>, 256> made;
     };
 
-    Mask make(const QPainterPath& outline, int across, int down);
+    void forgetTooMany();
+    GlyphMask make(const platform::drawing::Outline& outline, int across, int down);
 
-    Face face_;
+    const fonts::CodePageFont* font_ = nullptr;
+    GlyphMatrix matrix_;
     Masks* selected_ = nullptr;
     std::map<Face, Masks> faces_;
-    std::vector<std::uint8_t> coverage_;
+    platform::drawing::OutlineCoverage coverage_;
+    std::vector<std::uint8_t> levels_;
 };
 
 }  // namespace platform_linux::qt

@@ -1,6 +1,5 @@
 #include "platform/linux/qt/screen_canvas.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -9,6 +8,11 @@ namespace platform_linux::qt {
 namespace {
 
 QRectF rectangleOf(const platform::Box& box) { return {box.x, box.y, box.width, box.height}; }
+
+platform::drawing::ScreenPixels pixelsOf(QImage& image) {
+    return {reinterpret_cast<std::uint32_t*>(image.bits()), image.width(), image.height(),
+            static_cast<int>(image.bytesPerLine() / 4)};
+}
 
 QColor colorOf(platform::Color color) { return {color.red, color.green, color.blue}; }
 
@@ -26,32 +30,22 @@ QPalette::ColorRole roleOf(platform::SystemColor color) {
 }  // namespace
 
 ScreenCanvas::ScreenCanvas(QImage& pixels, const platform::CanvasSize& size, Look look, SheetSurface& sheet)
-    : size_(size), look_(std::move(look)), sheet_(sheet), painter_(&pixels) {}
-
-// Whole pixels are filled at once; smooth edges take much longer.
-void ScreenCanvas::fill(const platform::Box& box, QColor color, double opacity) {
-    color.setAlphaF(static_cast<float>(std::clamp(opacity, 0.0, 1.0)));
-    const QRectF exact = rectangleOf(box);
-    const QRect whole = exact.toRect();
-    if (exact == QRectF(whole)) {
-        painter_.fillRect(whole, color);
-        return;
-    }
-    painter_.setRenderHint(QPainter::Antialiasing);
-    painter_.fillRect(exact, color);
-    painter_.setRenderHint(QPainter::Antialiasing, false);
-}
+    : pixels_(pixelsOf(pixels)), size_(size), look_(std::move(look)), sheet_(sheet), painter_(&pixels) {}
 
 void ScreenCanvas::fill(const platform::Box& box, platform::Color color, double opacity) {
-    fill(box, colorOf(color), opacity);
+    sheet_.endSheet();
+    platform::drawing::blend(pixels_, {box.x, box.x + box.width}, {box.y, box.y + box.height}, color, opacity);
 }
 
 void ScreenCanvas::fill(const platform::Box& box, platform::SystemColor color, double opacity) {
-    fill(box, look_.palette.color(roleOf(color)), opacity);
+    const QColor shade = look_.palette.color(roleOf(color));
+    const auto level = [](int value) { return static_cast<std::uint8_t>(value); };
+    fill(box, platform::Color{level(shade.red()), level(shade.green()), level(shade.blue())}, opacity);
 }
 
 double ScreenCanvas::text(const platform::Box& box, const std::string& text, platform::TextStyle style,
                           platform::Color color) {
+    sheet_.endSheet();
     QFont font = look_.font;
     if (style == platform::TextStyle::heading) {
         constexpr double larger = 1.4;
@@ -66,7 +60,7 @@ double ScreenCanvas::text(const platform::Box& box, const std::string& text, pla
 }
 
 platform::Surface& ScreenCanvas::sheet(const platform::SheetView& view) {
-    sheet_.beginSheet(painter_, view);
+    sheet_.beginSheet(pixels_, view);
     return sheet_;
 }
 

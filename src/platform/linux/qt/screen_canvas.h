@@ -20,8 +20,12 @@ public:
         QPalette palette;
     };
 
-    // Paints on this picture, which has as many pixels as the size says. The surface serves one canvas after the other.
+    // Paints on this picture, Format_RGB32, which has as many pixels as the size says. The surface serves one canvas
+    // after the other.
     ScreenCanvas(QImage& pixels, const platform::CanvasSize& size, Look look, SheetSurface& sheet);
+    ScreenCanvas(const ScreenCanvas&) = delete;
+    ScreenCanvas& operator=(const ScreenCanvas&) = delete;
+    ~ScreenCanvas() override { sheet_.endSheet(); }
 
     platform::CanvasSize size() const override { return size_; }
     void fill(const platform::Box& box, platform::Color color, double opacity) override;
@@ -31,8 +35,7 @@ public:
     platform::Surface& sheet(const platform::SheetView& view) override;
 
 private:
-    void fill(const platform::Box& box, QColor color, double opacity);
-
+    platform::drawing::ScreenPixels pixels_;
     platform::CanvasSize size_;
     Look look_;
     SheetSurface& sheet_;

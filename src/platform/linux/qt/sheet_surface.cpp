@@ -1,45 +1,19 @@
 #include "platform/linux/qt/sheet_surface.h"
 
-#include <QImage>
-#include <QPaintDevice>
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <utility>
 
 namespace platform_linux::qt {
 
 namespace {
 
 using platform::drawing::Area;
+using platform::drawing::Place;
 using platform::drawing::Point;
 
 // Pixels of the em square from which on outlines are filled in place: few of such glyphs fit on a screen.
 constexpr double largestMask = 128;
-
-QColor colorOf(platform::Color color) { return {color.red, color.green, color.blue}; }
-
-QRect pixelsOf(const QPaintDevice& device) {
-    const double ratio = device.devicePixelRatioF();
-    return {0, 0, static_cast<int>(std::ceil(device.width() * ratio)),
-            static_cast<int>(std::ceil(device.height() * ratio))};
-}
-
-// A length of pixels, and how much of each of them is covered.
-struct Stretch {
-    int start = 0;
-    int length = 0;
-    double covered = 1;
-};
-
-// The pixels that lie between two places: those in part at both ends, and the whole ones.
-std::array<Stretch, 3> stretches(double from, double to) {
-    const int first = static_cast<int>(std::floor(from));
-    const int last = static_cast<int>(std::floor(to));
-    if (first == last) {
-        return {Stretch{first, 1, to - from}, {}, {}};
-    }
-    return {Stretch{first, 1, first + 1 - from}, Stretch{first + 1, last - first - 1, 1}, Stretch{last, 1, to - last}};
-}
 
 // The pixel of a place, and which part of it.
 std::pair<int, int> partOf(double place) {
@@ -48,35 +22,20 @@ std::pair<int, int> partOf(double place) {
     return {(parts - part) / GlyphMasks::phases, part};
 }
 
-// A colour in every opacity.
-std::array<QRgb, 256> shadesOf(QColor color) {
-    std::array<QRgb, 256> shades{};
-    for (int opacity = 0; opacity < 256; ++opacity) {
-        shades[static_cast<std::size_t>(opacity)] =
-            qPremultiply(qRgba(color.red(), color.green(), color.blue(), opacity));
-    }
-    return shades;
+Area boxAt(Point corner, std::int64_t width, std::int64_t height) {
+    return {{corner.x, corner.x + width}, {corner.y, corner.y + height}};
 }
 
-std::uint8_t over(unsigned below, unsigned above) {
-    return static_cast<std::uint8_t>(below + above - (below * above + 127) / 255);
+// The pixels on which an outline is.
+Area boxOf(const platform::drawing::Outline& outline, Place place) {
+    using platform::drawing::Cover;
+    return {Cover({outline.least().x + place.x, outline.most().x + place.x}).pixels(),
+            Cover({outline.least().y + place.y, outline.most().y + place.y}).pixels()};
 }
 
 }  // namespace
 
-void SheetSurface::beginSheet(QPainter& painter, const platform::SheetView& view) {
-    painter_ = &painter;
-    view_ = view;
-    setPage(view.device, view.color);
-    const Area area = sheet();
-    const QRectF whole(onScreen({area.across.start, area.down.start}), onScreen({area.across.end, area.down.end}));
-    visible_ = whole.intersected(QRectF(pixelsOf(*painter.device()))).toAlignedRect();
-}
-
-QPointF SheetSurface::onScreen(Point point) const {
-    return {view_.left + static_cast<double>(point.x) * view_.scaleX,
-            view_.top + static_cast<double>(point.y) * view_.scaleY};
-}
+Place SheetSurface::onScreen(Point point) const { return {across()(point.x), down()(point.y)}; }
 
 platform::drawing::PixelSurface::DeviceFont SheetSurface::findFont(const platform::FontRequest& font) {
     if (!fonts_) {
@@ -87,45 +46,47 @@ platform::drawing::PixelSurface::DeviceFont SheetSurface::findFont(const platfor
     return {{choice.name, font_->coversCodePage() ? font.charset : platform::charsetAnsi}, &font_->units()};
 }
 
-// From units of the font, y upwards, to the screen.
-QTransform SheetSurface::glyphMatrix() const {
+GlyphMatrix SheetSurface::glyphMatrix() const {
     const double unit = static_cast<double>(std::max(1, font().emHeight)) / font_->units().perEm;
-    const double along = unit * textScale().along;
-    const double up = -unit * textScale().across;
-    const Point right = turn().along();
-    const Point down = turn().down();
-    return {static_cast<double>(right.x) * along * view_.scaleX,
-            static_cast<double>(right.y) * along * view_.scaleY,
-            static_cast<double>(down.x) * up * view_.scaleX,
-            static_cast<double>(down.y) * up * view_.scaleY,
-            0,
-            0};
+    const auto lengthOf = [&](Point direction, double length) {
+        return Place{static_cast<double>(direction.x) * length * across().pixel,
+                     static_cast<double>(direction.y) * length * down().pixel};
+    };
+    return {lengthOf(turn().along(), unit * textScale().along), lengthOf(turn().down(), -unit * textScale().across)};
 }
 
 void SheetSurface::showRun(const Run& run) {
-    const QTransform matrix = glyphMatrix();
-    const double unit = std::max(std::hypot(matrix.m11(), matrix.m12()), std::hypot(matrix.m21(), matrix.m22()));
+    const GlyphMatrix matrix = glyphMatrix();
+    const double unit = std::max(std::hypot(matrix.right.x, matrix.right.y), std::hypot(matrix.up.x, matrix.up.y));
     const double em = unit * font_->units().perEm;
     constexpr double widest = 4;  // what reaches farthest from its place, in em squares
     const std::vector<Glyph>& glyphs = visibleGlyphs(run, widest * em);
     if (glyphs.empty()) {
         return;
     }
+    finishRectangles();
+    const std::uint32_t color = platform::drawing::pixelOf(run.color);
     if (em > largestMask) {
-        showOutlines(glyphs, matrix, colorOf(run.color));
+        showOutlines(glyphs, matrix, color);
     } else {
-        showMasks(glyphs, matrix, colorOf(run.color));
+        masks_.select(*font_, matrix);
+        showMasks(glyphs, color);
     }
 }
 
 const std::vector<SheetSurface::Glyph>& SheetSurface::visibleGlyphs(const Run& run, double reach) {
-    const QRectF near = QRectF(visible_).adjusted(-reach, -reach, reach, reach);
     glyphs_.clear();
+    if (shown().empty()) {
+        return glyphs_;
+    }
+    const auto isNear = [reach](double place, platform::drawing::Span span) {
+        return place >= static_cast<double>(span.start) - reach && place <= static_cast<double>(span.end) + reach;
+    };
     std::int64_t along = 0;
     for (const char character : run.text) {
         const auto byte = static_cast<unsigned char>(character);
-        const QPointF place = onScreen(turn().toPage(run.start, Point{along, 0}));
-        if (byte != ' ' && near.contains(place)) {
+        const Place place = onScreen(turn().toPage(run.start, Point{along, 0}));
+        if (byte != ' ' && isNear(place.x, shown().across) && isNear(place.y, shown().down)) {
             glyphs_.push_back({byte, place});
         }
         along += fontPixels().advance[byte];
@@ -133,82 +94,46 @@ const std::vector<SheetSurface::Glyph>& SheetSurface::visibleGlyphs(const Run& r
     return glyphs_;
 }
 
-void SheetSurface::showOutlines(const std::vector<Glyph>& glyphs, const QTransform& matrix, QColor color) {
-    painter_->save();
-    painter_->setRenderHint(QPainter::Antialiasing);
-    painter_->setClipRect(visible_, Qt::IntersectClip);
+void SheetSurface::showOutlines(const std::vector<Glyph>& glyphs, const GlyphMatrix& matrix, std::uint32_t color) {
+    platform::drawing::OutlineCoverage coverage;
+    std::vector<std::uint8_t> levels;
     for (const Glyph& glyph : glyphs) {
-        painter_->fillPath(glyphOutline(*font_, glyph.byte, matrix).translated(glyph.place), color);
+        const platform::drawing::Outline outline = glyphOutline(*font_, glyph.byte, matrix);
+        const Area seen = outline.empty() ? Area{} : intersection(boxOf(outline, glyph.place), shown());
+        if (seen.empty()) {
+            continue;
+        }
+        coverage.begin(static_cast<int>(seen.across.end - seen.across.start),
+                       static_cast<int>(seen.down.end - seen.down.start));
+        coverage.add(outline, {glyph.place.x - static_cast<double>(seen.across.start),
+                               glyph.place.y - static_cast<double>(seen.down.start)});
+        levels.clear();
+        coverage.appendTo(levels);
+        mix(seen, levels.data(), color);
     }
-    painter_->restore();
 }
 
-// All glyphs of the run in one picture, because drawing one is far cheaper than drawing eighty.
-void SheetSurface::showMasks(const std::vector<Glyph>& glyphs, const QTransform& matrix, QColor color) {
-    masks_.forgetTooMany();
-    masks_.select({font_, {matrix.m11(), matrix.m12(), matrix.m21(), matrix.m22()}});
-    placed_.clear();
-    QRect box;
+void SheetSurface::showMasks(const std::vector<Glyph>& glyphs, std::uint32_t color) {
     for (const Glyph& glyph : glyphs) {
-        const auto [pixelX, partX] = partOf(glyph.place.x());
-        const auto [pixelY, partY] = partOf(glyph.place.y());
-        const GlyphMasks::Mask& mask = masks_.mask(glyph.byte, partX, partY);
-        placed_.push_back({mask.box.translated(pixelX, pixelY), mask.start});
-        box |= placed_.back().box;
-    }
-    box &= visible_;
-    if (box.isEmpty()) {
-        return;
-    }
-    coverage_.assign(static_cast<std::size_t>(box.width()) * static_cast<std::size_t>(box.height()), 0);
-    for (const GlyphMasks::Mask& mask : placed_) {
-        blendMask(mask, box);
-    }
-    const std::array<QRgb, 256> shades = shadesOf(color);
-    pixels_.resize(coverage_.size());
-    std::transform(coverage_.begin(), coverage_.end(), pixels_.begin(),
-                   [&shades](std::uint8_t level) { return shades[level]; });
-    const QImage image(reinterpret_cast<const uchar*>(pixels_.data()), box.width(), box.height(),
-                       static_cast<qsizetype>(box.width()) * 4, QImage::Format_ARGB32_Premultiplied);
-    painter_->drawImage(box.topLeft(), image);
-}
-
-void SheetSurface::blendMask(const GlyphMasks::Mask& mask, const QRect& box) {
-    const QRect seen = mask.box & box;
-    for (int y = seen.top(); y <= seen.bottom(); ++y) {
-        const std::uint8_t* from = masks_.coverage(mask) +
-                                   static_cast<std::ptrdiff_t>(y - mask.box.top()) * mask.box.width() +
-                                   (seen.left() - mask.box.left());
-        std::uint8_t* to =
-            coverage_.data() + static_cast<std::ptrdiff_t>(y - box.top()) * box.width() + (seen.left() - box.left());
-        std::transform(from, from + seen.width(), to, to,
-                       [](unsigned above, unsigned below) { return over(below, above); });
+        const auto [pixelX, partX] = partOf(glyph.place.x);
+        const auto [pixelY, partY] = partOf(glyph.place.y);
+        const GlyphMask& mask = masks_.mask(glyph.byte, partX, partY);
+        mix(boxAt({pixelX + mask.left, pixelY + mask.top}, mask.width, mask.height), masks_.levels(mask), color);
     }
 }
 
-void SheetSurface::showRectangle(const Area& area, platform::Color color) {
-    const QPointF corner = onScreen({area.across.start, area.down.start});
-    const QPointF other = onScreen({area.across.end, area.down.end});
-    const QRectF seen = QRectF(corner, other).intersected(QRectF(visible_));
-    if (seen.isEmpty()) {
-        return;
-    }
-    QColor shade = colorOf(color);
-    for (const Stretch& down : stretches(seen.top(), seen.bottom())) {
-        for (const Stretch& across : stretches(seen.left(), seen.right())) {
-            const int opacity = static_cast<int>(std::lround(255 * down.covered * across.covered));
-            if (opacity > 0 && down.length > 0 && across.length > 0) {
-                shade.setAlpha(opacity);
-                painter_->fillRect(QRect(across.start, down.start, across.length, down.length), shade);
+void SheetSurface::mix(const Area& box, const std::uint8_t* levels, std::uint32_t color) {
+    const Area seen = intersection(box, shown());
+    const std::int64_t width = box.across.end - box.across.start;
+    for (std::int64_t y = seen.down.start; y < seen.down.end; ++y) {
+        const std::uint8_t* level = levels + (y - box.down.start) * width + (seen.across.start - box.across.start);
+        std::uint32_t* pixel = pixels().row(y) + seen.across.start;
+        for (std::int64_t x = seen.across.start; x < seen.across.end; ++x, ++pixel, ++level) {
+            if (*level != 0) {
+                *pixel = platform::drawing::mixed(*pixel, color, platform::drawing::shareOf(*level));
             }
         }
     }
-}
-
-void SheetSurface::showPicture(const std::shared_ptr<const platform::Picture>& picture, const Frame& frame) {
-    const QRectF target(onScreen(frame.corner),
-                        onScreen({frame.corner.x + frame.width, frame.corner.y + frame.height}));
-    pictures_.draw(*painter_, {picture, hasColor()}, target, visible_);
 }
 
 }  // namespace platform_linux::qt
