@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
 #include "preview/vorschau_design.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
+#include "runtime/whole_number.h"
 
 namespace preview {
 
@@ -15,10 +15,7 @@ namespace {
 constexpr std::array choice = {"cboDrucker", "optAlle", "optSeite", "optBereich", "txtVon", "txtBis", "cmdDrucken"};
 
 std::optional<std::size_t> numberOf(const std::string& typed) {
-    const std::string_view text = runtime::trimBlanks(typed);
-    std::size_t number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+    return runtime::wholeNumber<std::size_t>(runtime::trimBlanks(typed));
 }
 
 }  // namespace

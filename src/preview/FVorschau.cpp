@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <limits>
 #include <utility>
 
@@ -11,6 +10,7 @@
 #include "runtime/error.h"
 #include "runtime/text.h"
 #include "runtime/utf8.h"
+#include "runtime/whole_number.h"
 
 namespace preview {
 
@@ -162,11 +162,8 @@ void FVorschau::clicked(const std::string& control) {
 
 void FVorschau::goToTypedPage() {
     const std::string typed = form_->text("txtSeite");
-    const std::string_view text = runtime::trimBlanks(typed);
-    std::size_t page = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), page);
-    if (error == std::errc() && end == text.data() + text.size()) {
-        goTo(page, Start::top);
+    if (const auto page = runtime::wholeNumber<std::size_t>(runtime::trimBlanks(typed))) {
+        goTo(*page, Start::top);
     }
     form_->setText("txtSeite", std::to_string(target_));
     form_->focus(canvas);

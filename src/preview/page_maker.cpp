@@ -9,7 +9,6 @@
 
 namespace preview {
 
-using platform::PageOption;
 using runtime::Error;
 
 PageMaker::PageMaker(session::Session& session, const PreviewOrder& order, const Device& device)
@@ -69,19 +68,11 @@ void PageMaker::print(std::size_t number, std::string_view page, report::PageSta
     session_.log.line(">     zeige Seite: ", std::to_string(number));
     text_.begin(*document_);
     run_.state.intSeite = report::pageNumber(number);
-    run_.state.type = start.type;
-    setOption(PageOption::orientation, start.orientation);
-    setOption(PageOption::paperBin, start.paperBin);
+    pages_.continueFrom(start);
     report::requestTray(page, start.tray);
     report::selectTraySilently(session_, printer_, start.tray);
     pages_.begin();
     pages_.print(page);
-}
-
-void PageMaker::setOption(PageOption option, int value) {
-    if (printer_.Option(option) != value) {
-        printer_.Option(option, value);
-    }
 }
 
 }  // namespace preview

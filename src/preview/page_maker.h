@@ -44,7 +44,6 @@ private:
     void print(std::size_t number, std::string_view page, report::PageStart start);
     template <typename Step>
     std::string failureOf(std::size_t number, Step step);
-    void setOption(platform::PageOption option, int value);
 
     session::Session& session_;
     const PreviewOrder& order_;

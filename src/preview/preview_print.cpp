@@ -17,7 +17,6 @@
 
 namespace preview {
 
-using platform::PageOption;
 using runtime::Error;
 
 struct PreviewPrint::Implementation {
@@ -131,13 +130,7 @@ void PreviewPrint::Implementation::passSome() {
     if (page < request.firstPage) {
         return;
     }
-    run->state.type = start.type;
-    for (const auto& [option, value] :
-         {std::pair(PageOption::orientation, start.orientation), std::pair(PageOption::paperBin, start.paperBin)}) {
-        if (printer->Option(option) != value) {
-            printer->Option(option, value);
-        }
-    }
+    press->continueFrom(start);
     next = Next::print;
 }
 

@@ -1,5 +1,6 @@
 // How the preview reads its file: the first page at once, the rest while that is looked at or when it is needed.
 #include "preview/FVorschau.h"
+#include "printer/printer_choice.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
 #include "runtime/utf8.h"
@@ -12,10 +13,6 @@ constexpr const char* readAgainHint = "Mit F5 wird die Datei noch einmal gelesen
 
 std::string unreadable(const PreviewOrder& order) {
     return "Die Druckdatei „" + runtime::shown(order.sDateiname) + "“ kann nicht gelesen werden.";
-}
-
-bool isOwnPrinter(platform::Spooler& spooler, const std::string& name) {
-    return !name.empty() && runtime::upperCase(name) == runtime::upperCase(spooler.builtinPrinter());
 }
 
 }  // namespace
@@ -89,7 +86,7 @@ void FVorschau::readUpTo(std::size_t page) {
 
 void FVorschau::prepare() {
     ready_ = false;
-    if (!isOwnPrinter(session_.platform.spooler, order_.sDruckerTreiber)) {
+    if (!printer::isBuiltinPrinter(session_.platform.spooler, order_.sDruckerTreiber)) {
         // Others may take their time.
         statusShown_ = "Der Drucker wird gefragt …";
         form_->setText("lblStatus", statusShown_);

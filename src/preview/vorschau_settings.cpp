@@ -1,10 +1,10 @@
 #include "preview/vorschau_settings.h"
 
 #include <array>
-#include <charconv>
 #include <string>
 #include <string_view>
 
+#include "runtime/whole_number.h"
 #include "settings/MRegistry.h"
 
 namespace preview {
@@ -28,19 +28,13 @@ constexpr const char* zoomName = "Zoom";
 
 std::string key() { return std::string(MRegistry::productKey) + "\\Vorschau"; }
 
-std::optional<int> numberOf(std::string_view text) {
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
-}
-
 std::optional<platform::WindowPlace> readWindow(platform::SettingsStore& store) {
     // Beyond any desktop, so that no sum of them is beyond an int.
     constexpr int most = 100000;
     constexpr int leastSide = 100;
     platform::WindowPlace place;
     for (const Row& row : rows) {
-        const auto number = numberOf(MRegistry::GetRegistryValue(store, key(), row.name, ""));
+        const auto number = runtime::wholeNumber<int>(MRegistry::GetRegistryValue(store, key(), row.name, ""));
         if (!number || *number > most || *number < -most) {
             return std::nullopt;
         }

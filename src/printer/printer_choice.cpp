@@ -6,6 +6,10 @@
 
 namespace printer {
 
+bool isBuiltinPrinter(platform::Spooler& spooler, const std::string& name) {
+    return !name.empty() && runtime::upperCase(name) == runtime::upperCase(spooler.builtinPrinter());
+}
+
 std::optional<std::string> installedPrinter(platform::Spooler& spooler, const std::string& name) {
     if (name.empty()) {
         return std::nullopt;
@@ -13,8 +17,8 @@ std::optional<std::string> installedPrinter(platform::Spooler& spooler, const st
     const auto isWanted = [wanted = runtime::upperCase(name)](const std::string& candidate) {
         return runtime::upperCase(candidate) == wanted;
     };
-    if (const std::string builtin = spooler.builtinPrinter(); isWanted(builtin)) {
-        return builtin;
+    if (isBuiltinPrinter(spooler, name)) {
+        return spooler.builtinPrinter();
     }
     try {
         const std::vector<std::string> names = spooler.printerNames();

@@ -10,6 +10,9 @@
 
 namespace printer {
 
+// Whether the name, in any case of letters, is that of the printer that the program brings along.
+bool isBuiltinPrinter(platform::Spooler& spooler, const std::string& name);
+
 // The first installed printer, in the system's order, whose name equals the given one but for the case of letters.
 // Where none has it, the printer of that name that the system discovers by itself, which may take 2 seconds and more.
 // Nothing for an empty name and for one that no printer has. The program's own printer is found without asking anybody.

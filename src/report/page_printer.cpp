@@ -22,6 +22,17 @@ PagePrinter::PagePrinter(PrintRun& run, const std::string& sGrafikname, bool bln
     interpreter_.listener(run.listener);
 }
 
+void PagePrinter::continueFrom(const PageStart& start) {
+    using platform::PageOption;
+    run_.state.type = start.type;
+    for (const auto& [option, value] :
+         {std::pair(PageOption::orientation, start.orientation), std::pair(PageOption::paperBin, start.paperBin)}) {
+        if (run_.printer.Option(option) != value) {
+            run_.printer.Option(option, value);
+        }
+    }
+}
+
 void PagePrinter::begin() {
     toPageStart();
     if (background_.wanted()) {

@@ -8,6 +8,7 @@
 
 #include "report/background.h"
 #include "report/page_interpreter.h"
+#include "report/page_passing.h"
 #include "report/print_run.h"
 
 namespace report {
@@ -23,6 +24,8 @@ public:
     // blnTwoPass, on each page all graphics first, then the text.
     PagePrinter(PrintRun& run, const std::string& sGrafikname, bool blnTwoPass);
 
+    // Brings run and printer into the state that the pages before leave to the next one.
+    void continueFrom(const PageStart& start);
     // Goes to where a page begins and draws its background.
     void begin();
     // Prints what the page says, in the type state that the run has.

@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <charconv>
 #include <chrono>
 #include <cstdlib>
 #include <ctime>
@@ -25,6 +24,7 @@
 #include "platform/linux/profile_text.h"
 #include "platform/linux/screen/screen.h"
 #include "runtime/text.h"
+#include "runtime/whole_number.h"
 
 namespace platform_linux {
 
@@ -34,12 +34,6 @@ constexpr int usualDpi = 96;
 
 const char* environment(const char* name) { return ::getenv(name); }
 
-int numberIn(std::string_view text) {
-    int number = 0;
-    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-    return error == std::errc{} && end == text.data() + text.size() ? number : 0;
-}
-
 int codePageOfSettings(platform::SettingsStore& settings) {
     const auto value = settings.value(platform::SettingsRoot::localMachine,
                                       R"(SYSTEM\CurrentControlSet\Control\Nls\CodePage)", "OEMCP");
@@ -47,7 +41,7 @@ int codePageOfSettings(platform::SettingsStore& settings) {
         return 0;
     }
     if (const auto* text = std::get_if<std::string>(&*value)) {
-        return numberIn(*text);
+        return runtime::wholeNumber<int>(*text).value_or(0);
     }
     constexpr std::uint32_t largest = 0xFFFF;
     const std::uint32_t number = std::get<std::uint32_t>(*value);
@@ -297,7 +291,7 @@ std::string LinuxSystem::shellCommand(const std::string& folder, const std::vect
 int LinuxSystem::dosCodePageNumber() {
     if (!codePageNumber_) {
         const char* variable = environment("KRVWINPR_CODEPAGE");
-        int number = variable != nullptr ? numberIn(variable) : 0;
+        int number = variable != nullptr ? runtime::wholeNumber<int>(variable).value_or(0) : 0;
         if (!isDosCodePage(number)) {
             number = codePageOfSettings(settings_);
         }
