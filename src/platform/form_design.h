@@ -27,6 +27,8 @@ enum class ControlKind {
     button,
     toolButton,  // a flat button with a symbol; takes no focus; the caption is its name for screen readers
     canvas,      // the program paints it; takes the focus, and may have scroll bars
+    textView,    // many lines to be read, selected and copied, in a font whose characters are equally wide
+    table,       // rows whose texts the program gives when they are to be seen; any number of them selected
 };
 
 // What becomes of a control when the user makes the form larger than it was designed.
@@ -36,6 +38,13 @@ enum class Sizing {
     bottomLine,  // it stays at the lower edge, and grows across
 };
 
+// Of a table. The user may make it wider or narrower.
+struct Column {
+    std::string title;
+    int width = 0;  // dialog units
+    bool alignedRight = false;
+};
+
 struct Control {
     ControlKind kind = ControlKind::label;
     std::string name;     // unique in its form
@@ -43,7 +52,8 @@ struct Control {
     std::string tooltip;  // may be empty
     Place place;
     Sizing sizing = Sizing::fixed;
-    Symbol symbol{};  // of a toolButton
+    Symbol symbol{};                // of a toolButton
+    std::vector<Column> columns{};  // of a table
 };
 
 enum class Key {
@@ -57,6 +67,7 @@ enum class Key {
     down,
     f3,
     f5,
+    deleteKey,
     plus,   // of either block of keys
     minus,  // likewise
     digit0,

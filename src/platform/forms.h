@@ -47,7 +47,7 @@ public:
 
     // A button was pressed, or the key of a shortcut, or Enter in a box of a form without a default button; an option
     // button was chosen, another item of a list box, or an item of a drop-down list or combo box, be it the one that
-    // was: so the first one, which stands for none as well, can be chosen.
+    // was: so the first one, which stands for none as well, can be chosen. Other rows of a table are selected.
     virtual void clicked(const std::string& control) = 0;
     virtual void doubleClicked(const std::string& control) = 0;
     // The text of a box is another one.
@@ -65,6 +65,10 @@ public:
     virtual void wheeled(const std::string& /*control*/, const Wheel& /*wheel*/) {}
     // The user has moved a scroll bar of a canvas to these positions.
     virtual void scrolled(const std::string& /*control*/, int /*across*/, int /*down*/) {}
+    // What stands in a cell of a table; rows and columns from 0. Asked for while the form is painted.
+    virtual std::string cell(const std::string& /*table*/, int /*row*/, int /*column*/) { return {}; }
+    // The time that Form::wantTimer() was told has passed once more.
+    virtual void timer() {}
     // Nothing else is to be done, and Form::wantIdle() has asked for it.
     virtual void idle() {}
     // The form is gone; the last event.
@@ -108,6 +112,19 @@ public:
     virtual void setScrollBars(const std::string& control, ScrollBar across, ScrollBar down) = 0;
     virtual void setCursor(const std::string& control, Cursor cursor) = 0;
 
+    // Gives a table so many rows and lets all cells be asked for anew. Which rows are selected and which is the first
+    // one to be seen stays, by their numbers, as far as there are such rows.
+    virtual void setRowCount(const std::string& /*table*/, int /*count*/) {}
+    // In ascending order.
+    virtual std::vector<int> selectedRows(const std::string& /*table*/) const { return {}; }
+    // Selects just these, of which the last one gets the keyboard's mark; the first is scrolled into sight where asked
+    // for.
+    virtual void selectRows(const std::string& /*table*/, const std::vector<int>& /*rows*/, bool /*show*/) {}
+
+    // Lets FormEvents::timer() be called every so many milliseconds while the form is to be seen, that is, neither
+    // hidden nor minimised, and once when it is again; 0 for never.
+    virtual void wantTimer(int /*milliseconds*/) {}
+
     // Whether FormEvents::idle() is to be called again and again.
     virtual void wantIdle(bool want) = 0;
 
@@ -143,6 +160,14 @@ public:
     virtual std::optional<std::string> askFileToWrite(Form& owner, const std::string& title,
                                                       const std::string& suggestion, const std::string& kindOfFile,
                                                       const std::string& ending) = 0;
+
+    // Opens the folder of a file in the system's file manager, with the file marked where that can do so, and does not
+    // wait. Whether there is a file manager.
+    virtual bool showInFolder(const std::string& /*path*/) { return false; }
+
+    // Opens a new message in the user's mail program and does not wait. Whether there is one. A text that is too long
+    // for the way to it is cut at the end of a line, and says so.
+    virtual bool composeMail(const std::string& /*subject*/, const std::string& /*text*/) { return false; }
 
     // Opens the system's own list of printers, without waiting for it. Where there is nothing of the kind, what to
     // install instead; otherwise empty.

@@ -300,6 +300,8 @@ std::unique_ptr<ControlView> viewOf(const platform::Control& control, const Surr
             return std::make_unique<ToolButtonView>(control, parent, user);
         case platform::ControlKind::canvas:
             return std::make_unique<CanvasControl>(control, form);
+        case platform::ControlKind::textView:
+        case platform::ControlKind::table:
         case platform::ControlKind::label:
             break;
     }

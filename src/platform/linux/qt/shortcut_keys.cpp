@@ -31,6 +31,8 @@ int codeOf(Key key) {
             return Qt::Key_F3;
         case Key::f5:
             return Qt::Key_F5;
+        case Key::deleteKey:
+            return Qt::Key_Delete;
         case Key::plus:
             return Qt::Key_Plus;
         case Key::minus:

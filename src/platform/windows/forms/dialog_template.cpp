@@ -56,6 +56,8 @@ ControlWindow windowOf(const Control& control, bool isDefault) {
             return {button, BS_OWNERDRAW};
         case ControlKind::canvas:
             return {0, WS_TABSTOP};
+        case ControlKind::textView:
+        case ControlKind::table:
         case ControlKind::label:
             break;
     }

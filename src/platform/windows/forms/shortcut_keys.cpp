@@ -38,6 +38,8 @@ Codes codesOf(Key key) {
             return single(VK_F3);
         case Key::f5:
             return single(VK_F5);
+        case Key::deleteKey:
+            return single(VK_DELETE);
         case Key::plus:
             return {VK_OEM_PLUS, VK_ADD};
         case Key::minus:
