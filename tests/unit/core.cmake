@@ -1,5 +1,6 @@
-krv_unit_test(core-tests LIBS krv-startup krv-preview SOURCES
+krv_unit_test(core-tests LIBS krv-startup krv-preview krv-crash SOURCES
     unit/core/barcode_test.cpp
+    unit/core/crash_report_test.cpp
     unit/core/druckerauswahl_test.cpp
     unit/core/graphics_test.cpp
     unit/core/hplaser_test.cpp
