@@ -1,7 +1,8 @@
-// The ports System, SettingsStore and Dialogs; the same tests for every system.
+// The ports System, SettingsStore and Dialogs, and links to mails; the same tests for every system.
 
 #include <vector>
 
+#include "platform/messages/mail_link.h"
 #include "support/adapter_test.h"
 
 namespace {
@@ -228,6 +229,19 @@ TEST(DialogsPort, WhereNobodySeesThemTextGoesToStandardErrorAndTheFirstButtonIsT
               "KRVWinPr: Weiter? [Antwort: OK]\n"
               "KRVWinPr: Bitte lesen Sie die Datei " +
                   (folder / "x.log") + "\nKRVWinPr: Die Datei " + (folder / "fehlt.log") + " ist nicht vorhanden.\n");
+}
+
+TEST(MailLink, IsAsciiAndEndsBehindALineWhereItIsTooLong) {
+    using platform::messages::mailLink;
+    EXPECT_EQ(mailLink("KRVWinPr: Fehler & mehr", "Grüße\n100 %", 200),
+              "mailto:?subject=KRVWinPr%3A%20Fehler%20%26%20mehr&body=Gr%C3%BC%C3%9Fe%0D%0A100%20%25");
+    std::string text;
+    for (int line = 1; line <= 100; ++line) {
+        text += "Zeile " + std::to_string(line) + "\n";
+    }
+    const std::string link = mailLink("S", text, 500);
+    EXPECT_TRUE(link.size() <= 500 && link.size() > 460) << link.size();
+    EXPECT_NE(link.find("%0D%0A%5BHier%20gek%C3%BCrzt"), std::string::npos) << link;
 }
 
 }  // namespace

@@ -1,8 +1,10 @@
 // Forms on Windows: what comes of the system's messages, and where a form and its controls lie.
 #include "platform/windows/forms/windows_form.h"
 
+#include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -22,7 +24,7 @@ public:
 
 private:
     void clicked(const std::string& control) override { told_.push_back("clicked " + control); }
-    void doubleClicked(const std::string&) override {}
+    void doubleClicked(const std::string& control) override { told_.push_back("double " + control); }
     void changed(const std::string& control) override { told_.push_back("changed " + control); }
     void focused(const std::string&) override {}
     bool accepts(const std::string&, const std::string&, char32_t) override { return true; }
@@ -36,6 +38,10 @@ private:
     void scrolled(const std::string&, int across, int down) override {
         told_.push_back("scrolled " + std::to_string(across) + "," + std::to_string(down));
     }
+    std::string cell(const std::string&, int row, int column) override {
+        return std::to_string(row) + ":" + std::to_string(column);
+    }
+    void timer() override { told_.emplace_back("timer"); }
     void closed() override { told_.emplace_back("closed"); }
     void gone(WindowsForm&) noexcept override {}
     void failed() noexcept override { ADD_FAILURE(); }
@@ -156,6 +162,130 @@ TEST_F(WindowsFormTest, TakesNoInputWhileItOwnsAnotherOne) {
         EXPECT_FALSE(::IsWindowEnabled(form.window()));
     }
     EXPECT_TRUE(::IsWindowEnabled(form.window()));
+}
+
+class WindowsTableTest : public testing::Test {
+protected:
+    static platform::FormDesign design() {
+        return {.name = "T",
+                .title = "T",
+                .width = 200,
+                .controls = {{table, "jobs", "", "", {0, 0, 200, 80}, Sizing::fill, {}, {{"Nr", 30, true}, {"D", 90}}},
+                             {textView, "report", "", "", {0, 80, 200, 40}},
+                             {button, "ok", "OK", "", {0, 120, 40, 10}}},
+                .defaultButton = "ok",
+                .cancelButton = "",
+                .height = 130};
+    }
+    LRESULT send(const std::string& name, UINT message, WPARAM first = 0, LPARAM second = 0) const {
+        return ::SendMessageW(windowOf(name), message, first, second);
+    }
+    HWND windowOf(const std::string& name) const { return ::GetDlgItem(form.window(), name == "jobs" ? 100 : 101); }
+    // Input is as good as the system's: posted, and dispatched as the program does.
+    void press(const std::string& name, WPARAM key) {
+        form.focus(name);
+        ::PostMessageW(windowOf(name), WM_KEYDOWN, key, 0);
+        serve();
+    }
+    void serve() {
+        MSG message{};
+        while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+            if (!form.takes(message)) {
+                ::TranslateMessage(&message);
+                ::DispatchMessageW(&message);
+            }
+        }
+    }
+    std::wstring cell(int row, int column) const {
+        std::array<wchar_t, 20> text{};
+        LVITEMW item{};
+        item.iSubItem = column;
+        item.pszText = text.data();
+        item.cchTextMax = std::ssize(text);
+        send("jobs", LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+        return text.data();
+    }
+    LRESULT top() const { return send("jobs", LVM_GETTOPINDEX); }
+
+    Recorder recorder;
+    WindowsForm form{design(), recorder, recorder, nullptr};
+};
+
+TEST_F(WindowsTableTest, AsksForWhatItShowsAndTellsWhatTheUserSelects) {
+    form.show();
+    form.setRowCount("jobs", 10'000);
+    EXPECT_EQ(cell(9'999, 1), L"9999:1");
+    EXPECT_EQ(cell(3, 0), L"3:0");
+    form.selectRows("jobs", {5'000, 5'002}, true);
+    serve();
+    EXPECT_EQ(recorder.take(), Told{}) << "it was the program";
+    const LRESULT first = top();
+    EXPECT_TRUE(first > 4'900 && first <= 5'000);
+
+    press("jobs", VK_DOWN);
+    EXPECT_EQ(form.selectedRows("jobs"), (std::vector<int>{5'003}));
+    EXPECT_EQ(recorder.take(), (Told{"clicked jobs"}));
+    press("jobs", 'X');
+    EXPECT_EQ(form.selectedRows("jobs"), (std::vector<int>{5'003})) << "a letter selects nothing";
+    press("jobs", VK_RETURN);
+    EXPECT_EQ(recorder.take(), (Told{"clicked ok"}));
+
+    form.selectRows("jobs", {5'000, 5'003}, false);
+    form.setRowCount("jobs", 5'003);
+    EXPECT_EQ(form.selectedRows("jobs"), (std::vector<int>{5'000}));
+    form.setRowCount("jobs", 20'000);
+    EXPECT_EQ(form.selectedRows("jobs"), (std::vector<int>{5'000})) << "none of the rows that are new";
+    EXPECT_EQ(top(), first);
+    serve();
+    EXPECT_EQ(recorder.take(), Told{});
+
+    const LPARAM place = MAKELPARAM(5, 30);
+    for (const UINT message : {WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP}) {
+        ::PostMessageW(windowOf("jobs"), message, MK_LBUTTON, place);
+    }
+    serve();
+    EXPECT_EQ(recorder.take(), (Told{"clicked jobs", "double jobs"}));
+    EXPECT_EQ(form.selectedRows("jobs").size(), 1U);
+
+    form.close();
+    serve();
+    EXPECT_EQ(form.selectedRows("jobs"), std::vector<int>{});
+}
+
+TEST_F(WindowsTableTest, TextIsReadWithItsLinesAndLeavesTheKeysOfTheFormToIt) {
+    form.show();
+    form.setText("report", "Zeile 1\nZeile 2");
+    EXPECT_EQ(send("report", EM_GETLINECOUNT), 2);
+    EXPECT_EQ(form.text("report"), "Zeile 1\nZeile 2");
+    form.focus("report");
+    send("report", WM_CHAR, 'A' - '@');
+    send("report", WM_CHAR, 'C' - '@');
+    EXPECT_EQ(platform_windows::forms::clipboardText(nullptr), L"Zeile 1\r\nZeile 2");
+    press("report", VK_RETURN);
+    EXPECT_EQ(recorder.take(), (Told{"clicked ok"}));
+    press("report", VK_TAB);
+    EXPECT_EQ(::GetFocus(), ::GetDlgItem(form.window(), IDOK));
+}
+
+TEST_F(WindowsTableTest, TimerRestsWhileTheFormIsNotSeen) {
+    const auto serveFor = [&](DWORD milliseconds) {
+        for (const DWORD begin = ::GetTickCount(); ::GetTickCount() - begin < milliseconds; ::Sleep(5)) {
+            serve();
+        }
+        return recorder.take().size();
+    };
+    form.wantTimer(10);
+    EXPECT_EQ(serveFor(50), 0U);
+    form.show();
+    EXPECT_GT(serveFor(100), 2U);
+    ::ShowWindow(form.window(), SW_MINIMIZE);
+    EXPECT_EQ(serveFor(50), 0U);
+    form.wantTimer(60'000);
+    form.show();
+    EXPECT_EQ(serveFor(20), 0U);
+    ::ShowWindow(form.window(), SW_HIDE);
+    form.show();
+    EXPECT_EQ(serveFor(20), 1U) << "once when it is seen again";
 }
 
 TEST(Clipboard, HasLinesAsOtherProgramsEndThem) {

@@ -18,4 +18,10 @@ HMODULE systemLibrary(const std::wstring& name) noexcept {
     }
 }
 
+void loadControls() noexcept {
+    // By this name, for which the manifest says the place.
+    static const HMODULE controls = ::LoadLibraryW(L"comctl32.dll");
+    static_cast<void>(controls);
+}
+
 }  // namespace platform_windows

@@ -47,4 +47,17 @@ std::string encode(std::wstring_view text, unsigned codePage) {
     return bytes;
 }
 
+std::string withLineEnds(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] != '\r' && text[i] != '\n') {
+            result += text[i];
+            continue;
+        }
+        result += "\r\n";
+        i += text.substr(i).starts_with("\r\n") ? 1 : 0;
+    }
+    return result;
+}
+
 }  // namespace platform_windows

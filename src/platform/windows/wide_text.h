@@ -17,4 +17,7 @@ std::wstring decode(std::string_view bytes, unsigned codePage, unsigned long fla
 // Bytes of a code page; "?" for a character that it lacks, never one that merely looks alike.
 std::string encode(std::wstring_view text, unsigned codePage);
 
+// Every line end as the pair of CR and LF, as the system's boxes and other programs have it.
+std::string withLineEnds(std::string_view text);
+
 }  // namespace platform_windows

@@ -10,6 +10,7 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/notification_area.h"
 #include "platform/windows/places.h"
+#include "platform/windows/system_library.h"
 #include "platform/windows/topmost_window.h"
 #include "platform/windows/visible_desktop.h"
 #include "platform/windows/wide_text.h"
@@ -23,20 +24,6 @@ namespace {
 using platform::Answer;
 using platform::Buttons;
 using platform::Icon;
-
-// Every line end as the pair of CR and LF.
-std::string withLineEnds(std::string_view text) {
-    std::string result;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] != '\r' && text[i] != '\n') {
-            result += text[i];
-            continue;
-        }
-        result += "\r\n";
-        i += text.substr(i).starts_with("\r\n") ? 1 : 0;
-    }
-    return result;
-}
 
 // A host that fills the screen would hide a box that has no window of the program behind it.
 UINT styleOf(Buttons buttons, Icon icon, HWND owner) {
@@ -86,10 +73,7 @@ void tell(const std::string& text) {
 }
 
 int showBox(const wchar_t* text, const wchar_t* title, Buttons buttons, Icon icon) noexcept {
-    // Windows XP shows no box before the controls that the manifest asks for have been loaded; by this name, for which
-    // the manifest says the place.
-    static const HMODULE controls = ::LoadLibraryW(L"comctl32.dll");
-    static_cast<void>(controls);
+    loadControls();
     const HWND owner = topmostWindow();
     return ::MessageBoxW(owner, text, title, styleOf(buttons, icon, owner));
 }

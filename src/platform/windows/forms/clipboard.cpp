@@ -30,18 +30,6 @@ Clipboard openPatiently(HWND owner) {
     return Clipboard(true);
 }
 
-std::wstring withSystemLineEnds(const std::wstring& text) {
-    std::wstring result;
-    result.reserve(text.size() + static_cast<std::size_t>(std::count(text.begin(), text.end(), L'\n')) + 1);
-    for (const wchar_t character : text) {
-        if (character == L'\n' && !result.ends_with(L'\r')) {
-            result += L'\r';
-        }
-        result += character;
-    }
-    return result;
-}
-
 // Memory that the clipboard takes over; null where there is none.
 HGLOBAL inMemory(const std::wstring& text) {
     const HGLOBAL memory = ::GlobalAlloc(GMEM_MOVEABLE, (text.size() + 1) * sizeof(wchar_t));
@@ -69,7 +57,7 @@ std::wstring clipboardText(HWND owner) {
 }
 
 void setClipboardText(HWND owner, const std::string& text) {
-    const std::wstring content = withSystemLineEnds(widen(text));
+    const std::wstring content = widen(withLineEnds(text));
     const Clipboard open = openPatiently(owner);
     if (!open || ::EmptyClipboard() == FALSE) {
         return;

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "platform/windows/forms/canvas_window.h"
+#include "platform/windows/forms/table_view.h"
+#include "platform/windows/forms/text_view.h"
 #include "platform/windows/screen_resolution.h"
 #include "platform/windows/wide_text.h"
 
@@ -18,10 +20,11 @@ using platform::ControlKind;
 constexpr int firstNumber = 100;
 
 struct ControlWindow {
-    WORD windowClass;  // number of a class that the system knows; 0: a canvas
+    WORD windowClass;  // number of a class that the system knows; 0: one with a name
     DWORD style;
     DWORD extendedStyle = 0;
     int droppedHeight = 0;  // more than the control's own, in dialog units
+    const wchar_t* className = nullptr;
 };
 
 constexpr DWORD listStyle = WS_TABSTOP | WS_VSCROLL;
@@ -55,9 +58,11 @@ ControlWindow windowOf(const Control& control, bool isDefault) {
         case ControlKind::toolButton:
             return {button, BS_OWNERDRAW};
         case ControlKind::canvas:
-            return {0, WS_TABSTOP};
+            return {0, WS_TABSTOP, 0, 0, CanvasWindow::windowClass()};
         case ControlKind::textView:
+            return {edit, TextView::windowStyle, WS_EX_CLIENTEDGE};
         case ControlKind::table:
+            return {0, TableView::windowStyle, WS_EX_CLIENTEDGE, 0, TableView::windowClass};
         case ControlKind::label:
             break;
     }
@@ -138,7 +143,7 @@ void writeControl(Writer& to, const platform::FormDesign& design, std::size_t in
         to.word(classByNumber);
         to.word(window.windowClass);
     } else {
-        to.text(CanvasWindow::windowClass());
+        to.text(window.className);
     }
     to.text(widen(control.caption));
     to.word(0);  // nothing of its own

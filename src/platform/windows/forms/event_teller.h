@@ -28,8 +28,13 @@ public:
     // As long as the result lives the program does something, and no user: no event comes of it.
     [[nodiscard]] Raised silence() { return Raised(silent_); }
 
+    bool isSilent() const { return silent_; }
+
     // The form is gone.
-    void end() { silent_ = true; }
+    void end() {
+        ended_ = true;
+        silent_ = true;
+    }
 
     // Calls a function of the events. Whether it did; it does not while the program does something, nor while another
     // event is under way.
@@ -38,19 +43,33 @@ public:
         if (silent_) {
             return false;
         }
+        call(event);
+        return true;
+    }
+
+    // Asks for something to be shown, which a box or another window may want while an event is under way.
+    template <typename Question>
+    void ask(const Question& question) noexcept {
+        if (!ended_) {
+            call(question);
+        }
+    }
+
+private:
+    template <typename Event>
+    void call(const Event& event) noexcept {
         const Raised quiet(silent_);
         try {
             event(events_);
         } catch (...) {
             keeper_.failed();
         }
-        return true;
     }
 
-private:
     platform::FormEvents& events_;
     FormKeeper& keeper_;
     bool silent_ = false;
+    bool ended_ = false;
 };
 
 }  // namespace platform_windows::forms

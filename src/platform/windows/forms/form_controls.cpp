@@ -41,11 +41,26 @@ CanvasWindow* WindowsForm::canvasOf(std::string_view name) const {
     return part != nullptr ? part->canvas.get() : nullptr;
 }
 
-std::string WindowsForm::text(const std::string& control) const { return narrow(windowText(windowOf(control))); }
+TableView* WindowsForm::tableOf(std::string_view name) const {
+    const Part* const part = find(name);
+    return part != nullptr ? part->table.get() : nullptr;
+}
+
+std::string WindowsForm::text(const std::string& control) const {
+    const Part* const part = find(control);
+    std::string text = part != nullptr ? narrow(windowText(part->window)) : std::string();
+    if (part != nullptr && part->view) {
+        std::erase(text, '\r');
+    }
+    return text;
+}
 
 void WindowsForm::setText(const std::string& control, const std::string& text) {
-    const Raised quiet = teller_.silence();
-    ::SetWindowTextW(windowOf(control), widen(text).c_str());
+    const Part* const part = find(control);
+    if (part != nullptr) {
+        const Raised quiet = teller_.silence();
+        ::SetWindowTextW(part->window, widen(part->view ? withLineEnds(text) : text).c_str());
+    }
 }
 
 void WindowsForm::selectText(const std::string& control) {
@@ -133,6 +148,23 @@ void WindowsForm::setScrollBars(const std::string& control, platform::ScrollBar 
 void WindowsForm::setCursor(const std::string& control, platform::Cursor cursor) {
     if (CanvasWindow* const canvas = canvasOf(control)) {
         canvas->setCursor(cursor);
+    }
+}
+
+void WindowsForm::setRowCount(const std::string& table, int count) {
+    if (TableView* const view = tableOf(table)) {
+        view->setRowCount(count);
+    }
+}
+
+std::vector<int> WindowsForm::selectedRows(const std::string& table) const {
+    const TableView* const view = tableOf(table);
+    return view != nullptr ? view->selectedRows() : std::vector<int>();
+}
+
+void WindowsForm::selectRows(const std::string& table, const std::vector<int>& rows, bool show) {
+    if (TableView* const view = tableOf(table)) {
+        view->selectRows(rows, show);
     }
 }
 

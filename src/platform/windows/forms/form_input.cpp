@@ -18,6 +18,8 @@ bool takesKeys(ControlKind kind) {
         case ControlKind::listBox:
         case ControlKind::dropDownList:
         case ControlKind::optionButton:
+        case ControlKind::textView:
+        case ControlKind::table:
             return true;
         default:
             return false;
@@ -46,18 +48,19 @@ bool WindowsForm::takesShortcut(const MSG& message) {
     return true;
 }
 
-// A canvas is scrolled wherever the focus is, as long as the pointer is over it.
+// What scrolls is scrolled wherever the focus is, as long as the pointer is over it.
 bool WindowsForm::takesWheel(const MSG& message) {
     if (message.message != WM_MOUSEWHEEL && message.message != wheelAcross) {
         return false;
     }
     const HWND under = ::WindowFromPoint(message.pt);
-    const bool overCanvas = std::any_of(parts_.begin(), parts_.end(),
-                                        [&](const Part& part) { return part.canvas && part.window == under; });
-    if (overCanvas) {
+    const bool scrolls = std::any_of(parts_.begin(), parts_.end(), [&](const Part& part) {
+        return (part.canvas || part.table || part.view) && part.window == under;
+    });
+    if (scrolls) {
         ::SendMessageW(under, message.message, message.wParam, message.lParam);
     }
-    return overCanvas;
+    return scrolls;
 }
 
 }  // namespace platform_windows::forms

@@ -86,6 +86,9 @@ bool WindowsForm::answer(UINT message, WPARAM first, LPARAM second) noexcept {
         case WM_COMMAND:
             commanded(LOWORD(first), HIWORD(first));
             return true;
+        case WM_NOTIFY:
+            notified(*keptPointer<NMHDR*>(second));
+            return true;
         case WM_CLOSE:
             commanded(IDCANCEL, BN_CLICKED);
             return true;
@@ -103,6 +106,14 @@ bool WindowsForm::answer(UINT message, WPARAM first, LPARAM second) noexcept {
                 keptPointer<MINMAXINFO*>(second)->ptMinTrackSize = {least.cx, least.cy};
             }
             return true;
+        case WM_WINDOWPOSCHANGED:
+            timer_.windowChanged(window_.get());
+            return false;
+        case WM_TIMER:
+            if (timer_.isRunning()) {
+                teller_.tell([](FormEvents& events) { events.timer(); });
+            }
+            return true;
         case WM_DISPLAYCHANGE:
         case WM_SYSCOLORCHANGE:
         case WM_THEMECHANGED:
@@ -116,6 +127,11 @@ bool WindowsForm::answer(UINT message, WPARAM first, LPARAM second) noexcept {
         case listLeft:
             if (const Part* const part = findByNumber(static_cast<int>(first))) {
                 leaveList(*part);
+            }
+            return true;
+        case TableView::selectionMoved:
+            if (const Part* const part = findByNumber(static_cast<int>(first)); part != nullptr && part->table) {
+                part->table->tellSelection();
             }
             return true;
         case closeNow:
@@ -135,7 +151,9 @@ void WindowsForm::created(HWND window) {
     const HWND tips = makeToolTips(window);
     for (std::size_t index = 0; index < design_.controls.size(); ++index) {
         const HWND child = ::GetDlgItem(window, numberOf(design_, index));
-        Part& part = parts_.emplace_back(Part{design_.controls[index], child, {}, {}, {}});
+        Part& part = parts_.emplace_back();
+        part.control = design_.controls[index];
+        part.window = child;
         made(part);
         addToolTip(tips, child, part.control.tooltip);
     }
@@ -157,6 +175,12 @@ void WindowsForm::made(Part& part) {
         case ControlKind::canvas:
             part.canvas = std::make_unique<CanvasWindow>(part.window, part.control.name, teller_);
             break;
+        case ControlKind::textView:
+            part.view = std::make_unique<TextView>(part.window, font_.pixels);
+            break;
+        case ControlKind::table:
+            part.table = std::make_unique<TableView>(part.window, part.control, teller_);
+            break;
         default:
             break;
     }
@@ -169,6 +193,13 @@ void WindowsForm::filter(Part& part, HWND box) {
         return taken;
     };
     filterBox(box, part.filter);
+}
+
+void WindowsForm::notified(NMHDR& notification) noexcept {
+    const auto part = std::find_if(parts_.begin(), parts_.end(),
+                                   [&](const Part& known) { return known.window == notification.hwndFrom; });
+    const LRESULT result = part != parts_.end() && part->table ? part->table->answer(notification) : 0;
+    ::SetWindowLongPtrW(window_.get(), DWLP_MSGRESULT, result);
 }
 
 void WindowsForm::commanded(int number, unsigned notification) noexcept {
@@ -252,6 +283,8 @@ void WindowsForm::screenChanged(UINT message) noexcept {
             if (message == WM_DISPLAYCHANGE) {
                 part.canvas->announceSize();
             }
+        } else if (part.table && message == WM_SYSCOLORCHANGE) {
+            ::SendMessageW(part.window, message, 0, 0);  // it hears it from its form only
         }
     }
 }

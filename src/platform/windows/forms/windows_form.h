@@ -17,6 +17,9 @@
 #include "platform/windows/forms/filtered_box.h"
 #include "platform/windows/forms/form_keeper.h"
 #include "platform/windows/forms/form_layout.h"
+#include "platform/windows/forms/seen_timer.h"
+#include "platform/windows/forms/table_view.h"
+#include "platform/windows/forms/text_view.h"
 #include "platform/windows/forms/tool_button.h"
 #include "platform/windows/handle.h"
 
@@ -62,6 +65,10 @@ public:
     void invalidate(const std::string& control) override;
     void setScrollBars(const std::string& control, platform::ScrollBar across, platform::ScrollBar down) override;
     void setCursor(const std::string& control, platform::Cursor cursor) override;
+    void setRowCount(const std::string& table, int count) override;
+    std::vector<int> selectedRows(const std::string& table) const override;
+    void selectRows(const std::string& table, const std::vector<int>& rows, bool show) override;
+    void wantTimer(int milliseconds) override { timer_.start(window_.get(), milliseconds); }
     void wantIdle(bool want) override { wantsIdle_ = want; }
     platform::WindowPlace windowPlace() const override;
     void setWindowPlace(const platform::WindowPlace& place) override;
@@ -74,6 +81,8 @@ private:
         CharacterFilter filter;
         std::unique_ptr<ToolButton> tool;
         std::unique_ptr<CanvasWindow> canvas;
+        std::unique_ptr<TextView> view;
+        std::unique_ptr<TableView> table;
     };
 
     static INT_PTR CALLBACK handle(HWND window, UINT message, WPARAM first, LPARAM second) noexcept;
@@ -81,6 +90,7 @@ private:
     void created(HWND window);
     void made(Part& part);
     void filter(Part& part, HWND box);
+    void notified(NMHDR& notification) noexcept;
     void commanded(int number, unsigned notification) noexcept;
     void listMoved(const Part& part, unsigned notification);
     void leaveList(const Part& part);
@@ -98,6 +108,7 @@ private:
     const Part* focused() const;
     HWND windowOf(std::string_view name) const;
     CanvasWindow* canvasOf(std::string_view name) const;
+    TableView* tableOf(std::string_view name) const;
 
     platform::FormDesign design_;
     EventTeller teller_;
@@ -106,6 +117,7 @@ private:
     DialogFont font_;
     std::list<Part> parts_;  // in the design's order
     FormLayout layout_;
+    SeenTimer timer_;
     Window window_;
     HWND disabledWithFocus_ = nullptr;
     HWND firstFocus_ = nullptr;                   // once the form is shown

@@ -1,15 +1,11 @@
 #include "platform/windows/forms/windows_forms.h"
 
-#include <shellapi.h>
-
 #include <algorithm>
 #include <utility>
 
-#include "platform/windows/file_calls.h"
 #include "platform/windows/forms/clipboard.h"
 #include "platform/windows/forms/file_choice.h"
-#include "platform/windows/places.h"
-#include "platform/windows/system_error.h"
+#include "platform/windows/forms/shell_programs.h"
 #include "platform/windows/system_library.h"
 #include "platform/windows/topmost_window.h"
 #include "platform/windows/visible_desktop.h"
@@ -18,16 +14,6 @@
 namespace platform_windows::forms {
 
 namespace {
-
-// By its full name, as the current directory, where the host keeps its files, must not have a say in what is started.
-// It lies in the folder above the system's.
-std::wstring explorer() {
-    std::wstring folder = systemFolder();
-    if (!folder.empty()) {
-        folder.pop_back();
-    }
-    return folderOf(folder) + L"explorer.exe";
-}
 
 // Every form is made here.
 HWND windowOf(platform::Form* form) { return form != nullptr ? static_cast<WindowsForm*>(form)->window() : nullptr; }
@@ -41,6 +27,7 @@ std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign&
                                                                "“ braucht einen Bildschirm; das Programm als "
                                                                "angemeldeter Benutzer starten");
     }
+    loadControls();
     auto form = std::make_unique<WindowsForm>(design, events, *this, windowOf(owner));
     open_.push_back(form.get());
     return form;
@@ -93,20 +80,11 @@ std::optional<std::string> WindowsForms::askFileToWrite(platform::Form& owner, c
     return chooseFileToWrite(windowOf(&owner), title, suggestion, kindOfFile, ending);
 }
 
-std::string WindowsForms::showPrinterFolder() {
-    constexpr INT_PTR lastError = 32;
-    const auto execute = functionOf<decltype(&::ShellExecuteW)>(systemLibrary(L"shell32.dll"), "ShellExecuteW");
-    const INT_PTR result = execute == nullptr
-                               ? 0
-                               : reinterpret_cast<INT_PTR>(execute(topmostWindow(), L"Open", explorer().c_str(),
-                                                                   L"/e,::{2227A280-3AEA-1069-A2DE-08002B30309D}",
-                                                                   nullptr, SW_SHOWNORMAL));
-    if (result > lastError) {
-        return {};
-    }
-    return "Der Druckerordner lässt sich nicht öffnen (" + systemMessage(static_cast<DWORD>(result)) +
-           "). Bitte die Drucker in der Systemsteuerung öffnen.";
-}
+bool WindowsForms::showInFolder(const std::string& path) { return openFolderOf(path); }
+
+bool WindowsForms::composeMail(const std::string& subject, const std::string& text) { return openMail(subject, text); }
+
+std::string WindowsForms::showPrinterFolder() { return openPrinterFolder(); }
 
 void WindowsForms::gone(WindowsForm& form) noexcept { std::erase(open_, &form); }
 
