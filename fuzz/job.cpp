@@ -96,7 +96,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     testing_support::MemoryUserFiles userFiles;
     testing_support::RecordingForms forms;
     testing_support::FakeXmlFiles xmlFiles;
-    platform::Platform ports{system, settings, spooler, jobs, dialogs, images, userFiles, forms, xmlFiles};
+    testing_support::RecordingErrorReports errorReports;
+    platform::Platform ports{system, settings,  spooler, jobs,     dialogs,
+                             images, userFiles, forms,   xmlFiles, errorReports};
 
     std::string_view input(reinterpret_cast<const char*>(data), size);
     system.files["C:\\KORVANO\\HPLASER.INI"] = take(input);

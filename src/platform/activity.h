@@ -14,11 +14,12 @@ namespace platform {
 template <std::size_t Size>
 class NotedText {
 public:
-    void operator=(std::string_view text) noexcept {
+    NotedText& operator=(std::string_view text) noexcept {
         const std::size_t length = std::min(text.size(), Size - 1);
         length_.store(0, std::memory_order_relaxed);
         std::copy_n(text.data(), length, text_.data());
         length_.store(length, std::memory_order_release);
+        return *this;
     }
     std::string_view view() const noexcept { return {text_.data(), length_.load(std::memory_order_acquire)}; }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/dialogs.h"
+#include "platform/error_reports.h"
 #include "platform/forms.h"
 #include "platform/image_files.h"
 #include "platform/print_jobs.h"
@@ -23,6 +24,7 @@ struct Platform {
     UserFiles& userFiles;
     Forms& forms;
     XmlFiles& xmlFiles;
+    ErrorReports& errorReports;
 };
 
 }  // namespace platform

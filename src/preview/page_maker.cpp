@@ -48,7 +48,7 @@ PreviewPage PageMaker::make(std::size_t number, std::string_view page, const rep
 
 template <typename Step>
 std::string PageMaker::failureOf(std::size_t number, Step step) {
-    progress_ = {};
+    progress_.reset();
     const auto told = [&](const Error& error) {
         session_.log.line(">     Seite ", std::to_string(number),
                           " lässt sich nicht drucken: ", std::to_string(error.number()), " ", error.description());
@@ -66,6 +66,7 @@ std::string PageMaker::failureOf(std::size_t number, Step step) {
 
 void PageMaker::print(std::size_t number, std::string_view page, report::PageStart start) {
     session_.log.line(">     zeige Seite: ", std::to_string(number));
+    session_.activity().page.store(static_cast<std::uint32_t>(number), std::memory_order_relaxed);
     text_.begin(*document_);
     run_.state.intSeite = report::pageNumber(number);
     pages_.continueFrom(start);

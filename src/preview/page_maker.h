@@ -50,7 +50,7 @@ private:
     PreviewDocument* document_ = nullptr;  // the printer's
     printer::Printer printer_;
     PageTextRecorder text_;
-    report::JobProgress progress_;
+    report::JobProgress progress_{session_.activity()};
     report::PrintRun run_;
     report::PagePrinter pages_;
     report::PagePassing passing_;

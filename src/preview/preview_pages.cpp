@@ -77,6 +77,7 @@ struct PreviewPages::Implementation {
 void PreviewPages::Implementation::read() {
     log.line(">   Vorschau (sDateiname='", runtime::shown(order.sDateiname), "', sGrafikname='",
              runtime::shown(order.sGrafikname), "', sDruckerTreiber='", runtime::shown(order.sDruckerTreiber), "')");
+    quiet.session().activity().printFile = runtime::shown(order.sDateiname);
     auto text = std::make_unique<PrintText>(platform().system, order.sDateiname, piece);
     forgetPages();
     printText = std::move(text);
@@ -148,6 +149,7 @@ std::unique_ptr<PageMaker> PreviewPages::Implementation::onPrinter() {
         return onSheet(runtime::Error(runtime::errPrinter, "es ist kein Drucker eingerichtet"));
     }
     log.line(">   verwendeter Druckertreiber: ", printer);
+    quiet.session().activity().printer = printer;
     const std::string title(runtime::fileNameOf(order.sDateiname));
     return std::make_unique<PageMaker>(
         quiet.session(), order,

@@ -44,7 +44,7 @@ struct PreviewPrint::Implementation {
     std::size_t printed = 0;
 
     std::unique_ptr<printer::Printer> printer;
-    report::JobProgress progress;
+    report::JobProgress progress{quiet.session().activity()};
     std::optional<report::PrintRun> run;
     std::optional<report::PagePrinter> press;
     std::optional<report::PagePassing> passing;

@@ -31,7 +31,8 @@ QuietSession::QuietSession(session::Session& whole)
              whole.platform.imageFiles,
              whole.platform.userFiles,
              whole.platform.forms,
-             whole.platform.xmlFiles},
+             whole.platform.xmlFiles,
+             whole.platform.errorReports},
       session_(ports_, whole) {}
 
 }  // namespace preview

@@ -94,6 +94,10 @@ std::string CPrinterInfo::StatusText() const {
     return lastError_ != 0 ? errorText(*spooler_, lastError_) : statusText(record_.status);
 }
 
+void CPrinterInfo::tell(platform::Activity& activity) const {
+    activity.driver = record_.driverName + ", " + StatusText();
+}
+
 bool CPrinterInfo::IsDefault() const { return spooler_->defaultPrinter() == name_; }
 
 bool CPrinterInfo::CanAdminister() {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 
+#include "platform/activity.h"
 #include "platform/print_jobs.h"
 #include "platform/spooler.h"
 
@@ -49,6 +50,9 @@ public:
     // The text of the last failure, or that of the status; a status that combines several flags is the number in
     // upper-case hexadecimal.
     std::string StatusText() const;
+
+    // Notes driver and status for the reports of errors.
+    void tell(platform::Activity& activity) const;
 
     CPrinterJobs Jobs() const { return {*jobs_, name_}; }
 

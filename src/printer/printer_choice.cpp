@@ -36,6 +36,7 @@ std::unique_ptr<Printer> choosePrinter(session::Session& session, const std::opt
                                        const std::string& title, Patience patience) {
     platform::Spooler& spooler = session.platform.spooler;
     std::string name = installed ? *installed : patience.during([&] { return spooler.defaultPrinter(); });
+    session.activity().printer = name;
     auto chosen = std::make_unique<Printer>(spooler, std::move(name), title, std::move(patience));
     session.log.line(">   verwendeter Druckertreiber: ", chosen->DeviceName());
     return chosen;

@@ -69,7 +69,7 @@ private:
     const LetEventsRun& letEventsRun_;
     JobFailure failure_;
     KeptJob kept_;
-    JobProgress progress_;
+    JobProgress progress_{session_.activity()};
 
     bool accepted_ = false;  // the host goes on, or will as soon as the job has ended, and the file has been read
     bool printed_ = false;
@@ -102,6 +102,7 @@ void ReportJob::run() noexcept {
 }
 
 void ReportJob::begin() {
+    session_.activity().printFile = shownFile_;
     log_.line(">   DoReport (sDateiname='", shownFile_, "', sGrafikname='", runtime::shown(order_.sGrafikname),
               "', sDruckerTreiber='", runtime::shown(order_.sDruckerTreiber), "', blnWait='",
               runtime::booleanText(order_.blnWait, session_.locale()), "')");
@@ -131,15 +132,22 @@ void ReportJob::refuseWithoutPrinters() {
 }
 
 void ReportJob::printReport() {
+    progress_.tell("Druckdatei lesen");
     readPrintFile();
+    progress_.tell("Auftrag annehmen");
     earlyHandshake();
+    progress_.tell("Drucker wählen");
     choosePrinter();
     logPrinterGeometry(session_, *printer_);
     loadUnfinishedSettings();
+    progress_.tell("Drucker vorbereiten");
     PrintRun run(session_, *printer_, progress_, letEventsRun_);
     preparePrinter(run);
+    progress_.tell("Seiten drucken");
     printPages(run, printText_, order_.sGrafikname, order_.blnTwoPass);
+    progress_.tell("Auftrag abgeben");
     handOver();
+    progress_.tell("Fertig melden");
     lateHandshake();
 }
 
@@ -148,6 +156,7 @@ void ReportJob::loadPrintFile() {
     printText_ = system.readFile(order_.sDateiname);
     ofOKFile_ = isOKFile(system, order_.sDateiname);
     if (ofOKFile_) {
+        session_.activity().hostWaits = false;
         throw Error(
             runtime::errPathFileAccess,
             "'" + shownFile_ +

@@ -17,9 +17,12 @@ bool isOKFile(platform::System& system, const std::string& path) { return system
 
 void WriteOKFile(session::Session& session) {
     platform::System& system = session.platform.system;
+    std::atomic<bool>& hostWaits = session.activity().hostWaits;
     try {
         system.writeFile(okFile, system.toSystemCodePage("Alles OK, Korvano kann weitermachen!\r\n"));
+        hostWaits = false;
     } catch (const runtime::Error& error) {
+        hostWaits = false;
         session.platform.dialogs.diagnostic(error.message());
         session.log.line(">     Fehler in WriteOKFile beim Zugriff auf ", okFile, " ", std::to_string(error.number()),
                          " ", error.description());
@@ -36,8 +39,9 @@ void WaitForSpoolerFinished(session::Session& session, const std::string* device
     const auto timer = [&system] { return runtime::secondsSinceMidnight(system.localTime()); };
 
     session.log.line(">     Überprüfe: ", *deviceName);
-    const printer::CPrinterJobs jobs =
-        printer::CPrinterInfo(session.platform.spooler, session.platform.printJobs, *deviceName).Jobs();
+    const printer::CPrinterInfo info(session.platform.spooler, session.platform.printJobs, *deviceName);
+    info.tell(session.activity());
+    const printer::CPrinterJobs jobs = info.Jobs();
     session.log.line(">     Anzahl Jobs: ", std::to_string(jobs.Count()));
     const float deadline = timer() + static_cast<float>(timeOutSeconds);
     while (true) {

@@ -94,9 +94,9 @@ void JobFailure::reportBackground(const Error& error) {
 
 void JobFailure::logPage(const Error& error, const std::string& deviceName) {
     session_.log.line(">     DoPage Fehler in DoReport ", numbered(error));
-    session_.log.line(
-        ">       Druckerstatus: ",
-        printer::CPrinterInfo(session_.platform.spooler, session_.platform.printJobs, deviceName).StatusText());
+    const printer::CPrinterInfo info(session_.platform.spooler, session_.platform.printJobs, deviceName);
+    info.tell(session_.activity());
+    session_.log.line(">       Druckerstatus: ", info.StatusText());
 }
 
 void JobFailure::reportCancel() {

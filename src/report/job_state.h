@@ -21,7 +21,8 @@ struct JobState {
     graphics::clsGrafiken colGrafik;                 // the two sets of graphics
     graphics::clsGrafiken colGrafikA;
 
-    std::int16_t intSeite = 1;  // number of the page in the print file, for messages only
+    std::int16_t intSeite = 1;     // number of the page in the print file, for messages only
+    std::uint64_t pageOffset = 0;  // where that page begins in the print file, likewise
 
     // Which objects a pass draws.
     bool blnGrafikAusgeben = true;

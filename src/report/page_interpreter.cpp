@@ -4,6 +4,7 @@
 
 #include "report/barcode_macro.h"
 #include "report/graphic_macro.h"
+#include "runtime/crash_on_purpose.h"
 #include "runtime/numbers.h"
 
 namespace report {
@@ -26,6 +27,7 @@ void PageInterpreter::DoPage(std::string_view page) {
     objPrinterUtil_.NewPrinter(printer_.Device());
     showType();
     PageReader reader(page, state_.intMaxZeilen);
+    tellPosition(reader);
     while (const auto token = reader.next()) {
         switch (token->kind) {
             case PageToken::Kind::text:
@@ -34,6 +36,8 @@ void PageInterpreter::DoPage(std::string_view page) {
                 break;
             case PageToken::Kind::lineFeed:
                 newLine(reader.full());
+                tellPosition(reader);
+                runtime::crashOnPurpose("page");
                 break;
             case PageToken::Kind::carriageReturn:
                 printer_.CurrentX(state_.settings.lngLinkerRand);
@@ -56,6 +60,10 @@ void PageInterpreter::tell(Step step) {
     if (listener_ != nullptr && state_.blnTextAusgeben) {
         step(*listener_);
     }
+}
+
+void PageInterpreter::tellPosition(const PageReader& reader) {
+    session_.activity().position.store(state_.pageOffset + reader.position(), std::memory_order_relaxed);
 }
 
 void PageInterpreter::newLine(bool pageIsFull) {

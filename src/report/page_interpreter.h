@@ -43,6 +43,7 @@ public:
 private:
     template <typename Step>
     void tell(Step step);
+    void tellPosition(const PageReader& reader);
     void newLine(bool pageIsFull);
     void logMacro(std::string_view code);
     void execute(const PageToken& macro, std::int16_t line);

@@ -30,6 +30,8 @@ public:
     // Nothing at the end: of the text, at a form feed, or behind the line feed that would begin a line too many.
     std::optional<PageToken> next();
 
+    // Bytes of the page that were read.
+    std::size_t position() const { return position_; }
     // Number of the line that was read last, from 1.
     std::int16_t line() const { return line_; }
     // Whether the line feed read last would begin a line too many.

@@ -10,6 +10,7 @@ namespace report {
 
 void printPages(PrintRun& run, std::string_view printText, const std::string& sGrafikname, bool blnTwoPass) {
     session::DebugLog& log = run.session.log;
+    platform::Activity& activity = run.session.activity();
     log.line(">   Druckbeginn");
     PageCutter cutter(printText);
     PagePrinter pages(run, sGrafikname, blnTwoPass);
@@ -23,6 +24,8 @@ void printPages(PrintRun& run, std::string_view printText, const std::string& sG
     std::optional<std::string_view> page = cutPage();
     selectTray(run.session, run.printer, tray);
     while (page) {
+        activity.page.store(static_cast<std::uint32_t>(intSeite), std::memory_order_relaxed);
+        run.state.pageOffset = static_cast<std::size_t>(page->data() - printText.data());
         log.line(">     bearbeite Seite: ", std::to_string(intSeite));
         pages.begin();
         log.line(">     DoPage bearbeitet Seite");

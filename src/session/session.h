@@ -34,6 +34,9 @@ public:
 
     const runtime::Locale& locale() const { return platform.system.locale(); }
 
+    // What the run is doing, for whoever has to tell of its end.
+    platform::Activity& activity() const { return platform.errorReports.activity(); }
+
     // Tells whoever started the program, once however often it is said.
     void tellOnce(const std::string& line);
 

@@ -37,6 +37,7 @@ void BinList::selectNumber(double number) {
 std::size_t TrayDiscovery::CountPrinterBins(const std::string& name) {
     const std::string shown = runtime::shown(name);
     session_.log.line(">   vorhandene Schächte bei Treiber '", shown, "' ermitteln");
+    session_.activity().printer = name;
     const std::size_t count = binsOf(name).size();
     session_.log.line(">   vorhandene Schächte bei Treiber '", shown, "' ermittelt: ", std::to_string(count));
     return count;

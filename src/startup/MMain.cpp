@@ -11,6 +11,7 @@
 #include "preview/FVorschau.h"
 #include "report/DoReport.h"
 #include "report/completion.h"
+#include "runtime/crash_on_purpose.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
@@ -58,6 +59,11 @@ bool isCommand(const std::string& mode) {
     return mode == "/DRUCKERAUSWAHL" || mode == "/VORSCHAU" || mode == "/INVERT" || mode == "/PRINTGRAPHIC";
 }
 
+// Whether somebody does not go on before there is a completion file.
+bool hostWaits(const clsArguments& arguments, const Switches& switches) {
+    return switches.blnWait && arguments.Count() > 0 && !isCommand(runtime::upperCase(arguments.Item(1)));
+}
+
 class StartUp {
 public:
     explicit StartUp(platform::Platform& platform) : session_(platform), log_(session_.log) {}
@@ -90,6 +96,8 @@ private:
 void StartUp::run(bool& reportBegun) {
     clsArguments arguments(system().commandTail());
     const Switches switches = takeSwitches(arguments, log_);
+    session_.activity().hostWaits = hostWaits(arguments, switches);
+    runtime::crashOnPurpose("start");
     writeHeader();
     recordProgram();
     logEnvironment(switches);
@@ -103,7 +111,7 @@ void StartUp::run(bool& reportBegun) {
 void StartUp::giveUpReport() {
     clsArguments arguments(system().commandTail());
     const Switches switches = takeSwitches(arguments, log_);
-    if (switches.blnWait && arguments.Count() > 0 && !isCommand(runtime::upperCase(arguments.Item(1)))) {
+    if (hostWaits(arguments, switches)) {
         report::MPrint::WriteOKFile(session_);
     }
 }
@@ -154,20 +162,25 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, 
     }
     const std::string mode = runtime::upperCase(arguments.Item(1));
     if (mode == "/DRUCKERAUSWAHL") {
+        session_.activity().mode = "Druckerauswahl";
         selectPrinter();
     } else if (mode == "/VORSCHAU") {
+        session_.activity().mode = "Vorschau";
         showPreview(arguments, switches);
     } else if (mode == "/INVERT") {
+        session_.activity().mode = "Grafik invertieren";
         log_.line("> Invertierungbeginn");
         session_.storeSettings();
         graphics::MInverser::InvertGraphic(session_, arguments.Item(2));
         log_.line("> Invertierungende");
     } else if (mode == "/PRINTGRAPHIC") {
+        session_.activity().mode = "Grafik drucken";
         log_.line("> Grafikdruckbeginn");
         session_.storeSettings();
         graphics::MGrafikdruck::PrintGraphic(session_, "GRAFIK.PCX", arguments.Item(2));
         log_.line("> Grafikdruckende");
     } else {
+        session_.activity().mode = "Bericht";
         log_.line("> Reportbeginn");
         const report::MPrint::JobOrder order{arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait,
                                              switches.blnTwoPass};
@@ -217,9 +230,10 @@ void StartUp::show(const std::string& text) {
     session_.platform.dialogs.messageBox(text, Buttons::ok, Icon::none, session_.program.title);
 }
 
-void showLastMessage(platform::Platform& platform, const runtime::Error& error) {
+void tellUntrapped(platform::Platform& platform, const runtime::Error& error) {
     platform.dialogs.messageBox("Laufzeitfehler '" + std::to_string(error.number()) + "':\r\n\r\n" + error.message(),
                                 Buttons::ok, Icon::critical, session::Program{}.title);
+    platform.errorReports.untrapped(error.number(), error.message());
 }
 
 // Whether the program ran to its end, or to an error of its own, which is shown; otherwise there was no memory for
@@ -229,14 +243,15 @@ bool ran(platform::Platform& platform, bool& reportBegun) {
         StartUp(platform).run(reportBegun);
         return true;
     } catch (const runtime::Error& error) {
-        showLastMessage(platform, error);
+        tellUntrapped(platform, error);
         return error.number() != runtime::errOutOfMemory;
     } catch (const std::bad_alloc&) {
         platform.dialogs.outOfMemory();
+        platform.errorReports.untrapped(runtime::errOutOfMemory, runtime::describe(runtime::errOutOfMemory));
     } catch (const std::exception& error) {
-        showLastMessage(platform, runtime::Error(runtime::errInternal, error.what()));
+        tellUntrapped(platform, runtime::Error(runtime::errInternal, error.what()));
     } catch (...) {
-        showLastMessage(platform, runtime::Error(runtime::errInternal));
+        tellUntrapped(platform, runtime::Error(runtime::errInternal));
     }
     return false;
 }
@@ -251,7 +266,7 @@ void Main(platform::Platform& platform) noexcept {
     } catch (...) {
         platform.dialogs.outOfMemory();
     }
-    if (!whole && !reportBegun) {
+    if ((!whole && !reportBegun) || platform.errorReports.activity().hostWaits) {
         giveUp(platform);
     }
 }

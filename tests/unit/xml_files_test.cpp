@@ -109,8 +109,8 @@ protected:
     const std::string log = folder / "log";
     testing_support::FakePlatform fake;
     const std::unique_ptr<platform::XmlFiles> xml = xmlFilesPort();
-    platform::Platform ports{systemPort(),   fake.settings, fake.spooler, fake.printJobs, fake.dialogs, fake.imageFiles,
-                             fake.userFiles, fake.forms,    *xml};
+    platform::Platform ports{systemPort(),    fake.settings,  fake.spooler, fake.printJobs, fake.dialogs,
+                             fake.imageFiles, fake.userFiles, fake.forms,   *xml,           fake.errorReports};
     session::Session session{ports};
 };
 

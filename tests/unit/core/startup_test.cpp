@@ -75,6 +75,29 @@ TEST_F(StartUpTest, InvertWritesTheFileAndFailuresReachTheUserAndTheSettingsAreK
     EXPECT_FALSE(host.spooler.device.documents.back()->delivered);
 }
 
+TEST_F(StartUpTest, AnErrorThatNoJobReportsIsOneForTheErrorReportsAndLetsAHostGo) {
+    host.system.unwritable.insert("KRVWinPr.LOG");
+    start("a.out /DEBUG");
+    EXPECT_FALSE(host.system.files.contains("KRVWINPR.OK"));
+    start("a.out /DEBUG /WAIT");
+    const std::string report = "61 Datenträger voll: KRVWinPr.LOG";
+    EXPECT_EQ(host.errorReports.reports, (Lines{report, report}));
+    EXPECT_TRUE(host.system.files.contains("KRVWINPR.OK") && !host.errorReports.now.hostWaits);
+}
+
+TEST_F(StartUpTest, WhatIsDoneIsNotedForTheErrorReports) {
+    host.system.files["a.out"] = "1\n2\n\f3\n4\n5";
+    start("a.out KEINEGRAFIK \"Laser 1\" /WAIT");
+    const platform::Activity& now = host.errorReports.now;
+    EXPECT_STREQ(now.mode, "Bericht");
+    EXPECT_STREQ(now.stretch, "Fertig melden");
+    EXPECT_EQ(now.printFile.view(), "a.out");
+    EXPECT_EQ(now.printer.view(), "Laser 1");
+    EXPECT_EQ(now.page, 2U);
+    EXPECT_EQ(now.position, 9U);
+    EXPECT_FALSE(now.hostWaits);
+}
+
 TEST_F(StartUpTest, PrintGraphicFillsThePageOfTheNamedPrinter) {
     host.spooler.device.capabilities = testing_support::oblongPixels;
     host.spooler.names = {"Fax", "Laser 1"};

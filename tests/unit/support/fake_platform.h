@@ -267,6 +267,19 @@ public:
     }
 };
 
+class RecordingErrorReports : public platform::ErrorReports {
+public:
+    platform::Activity now;
+    std::vector<std::string> reports;  // number and description
+    std::string log;                   // path
+
+    platform::Activity& activity() noexcept override { return now; }
+    void untrapped(std::int32_t number, const std::string& description) noexcept override {
+        reports.push_back(std::to_string(number) + " " + description);
+    }
+    std::string logFile() override { return log; }
+};
+
 struct FakePlatform {
     FakeSystem system;
     MemorySettings settings;
@@ -277,13 +290,15 @@ struct FakePlatform {
     MemoryUserFiles userFiles;
     RecordingForms forms;
     FakeXmlFiles xmlFiles;
+    RecordingErrorReports errorReports;
     // Puts a picture of the given size into a file.
     void addPicture(const std::string& path, int width, int height) {
         system.files[path] = path;
         imageFiles.pictures[path] = pictures::makePicture(width, height, 24);
     }
 
-    platform::Platform ports{system, settings, spooler, printJobs, dialogs, imageFiles, userFiles, forms, xmlFiles};
+    platform::Platform ports{system,     settings,  spooler, printJobs, dialogs,
+                             imageFiles, userFiles, forms,   xmlFiles,  errorReports};
 
     // Lines of the debug log without their time stamp; a line that has none is kept whole.
     std::vector<std::string> logLines() const {

@@ -1,6 +1,7 @@
 #include "platform/linux/pdf/document.h"
 
 #include "platform/linux/pdf/text_string.h"
+#include "runtime/crash_on_purpose.h"
 #include "runtime/error.h"
 
 namespace platform_linux::pdf {
@@ -43,6 +44,7 @@ void Document::beginPage() {
 
 void Document::endPage() {
     require(pageOpen_);
+    runtime::crashOnPurpose("module");
     pageOpen_ = false;
     pictures_.write(writer_);
     const int content = writer_.allocate();

@@ -41,8 +41,8 @@ LinuxPlatform::LinuxPlatform(int argumentCount, const char* const* arguments)
       printing_(
           {[this] { return system_.codePage(); }, std::string(runtime::programName) + " " + runtime::programVersion},
           settings_),
-      ports_{system_, settings_, printing_.spooler(), printing_.jobs(), dialogs_, imageFiles_, userFiles_,
-             forms_,  xmlFiles_} {
+      ports_{system_,    settings_, printing_.spooler(), printing_.jobs(), dialogs_, imageFiles_,
+             userFiles_, forms_,    xmlFiles_,           errorReports_} {
     fillStandardDescriptors();
     ignoreSignal(SIGPIPE);
     ignoreSignal(SIGXFSZ);

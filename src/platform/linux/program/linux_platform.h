@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/linux_dialogs.h"
+#include "platform/linux/linux_error_reports.h"
 #include "platform/linux/linux_forms.h"
 #include "platform/linux/linux_image_files.h"
 #include "platform/linux/linux_settings_store.h"
@@ -32,6 +33,7 @@ private:
     LinuxImageFiles imageFiles_;
     LinuxUserFiles userFiles_;
     LinuxXmlFiles xmlFiles_;
+    LinuxErrorReports errorReports_;
     spool::LinuxPrinting printing_;
     platform::Platform ports_;
 };

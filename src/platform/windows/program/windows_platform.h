@@ -6,6 +6,7 @@
 #include "platform/windows/print/windows_print_jobs.h"
 #include "platform/windows/print/windows_spooler.h"
 #include "platform/windows/windows_dialogs.h"
+#include "platform/windows/windows_error_reports.h"
 #include "platform/windows/windows_image_files.h"
 #include "platform/windows/windows_settings_store.h"
 #include "platform/windows/windows_system.h"
@@ -28,8 +29,9 @@ private:
     WindowsUserFiles userFiles_;
     forms::WindowsForms forms_;
     WindowsXmlFiles xmlFiles_;
-    platform::Platform ports_{system_,     settings_,  spooler_, jobs_,    dialogs_,
-                              imageFiles_, userFiles_, forms_,   xmlFiles_};
+    WindowsErrorReports errorReports_;
+    platform::Platform ports_{system_,     settings_,  spooler_, jobs_,     dialogs_,
+                              imageFiles_, userFiles_, forms_,   xmlFiles_, errorReports_};
 };
 
 }  // namespace platform_windows::program

@@ -1,0 +1,18 @@
+// The port ErrorReports on Linux.
+#pragma once
+
+#include "platform/error_reports.h"
+
+namespace platform_linux {
+
+class LinuxErrorReports final : public platform::ErrorReports {
+public:
+    platform::Activity& activity() noexcept override { return activity_; }
+    void untrapped(std::int32_t /*number*/, const std::string& /*description*/) noexcept override {}
+    std::string logFile() override { return {}; }
+
+private:
+    platform::Activity activity_;
+};
+
+}  // namespace platform_linux
