@@ -19,6 +19,7 @@
 #include "platform/linux/forked_call.h"
 #include "platform/linux/linux_error.h"
 #include "platform/linux/linux_locale.h"
+#include "platform/linux/local_time.h"
 #include "platform/linux/module.h"
 #include "platform/linux/paths.h"
 #include "platform/linux/profile_text.h"
@@ -241,16 +242,7 @@ std::string LinuxSystem::nativePath(const std::string& path) { return withoutDri
 runtime::DateTime LinuxSystem::localTime() {
     timespec now{};
     ::clock_gettime(CLOCK_REALTIME, &now);
-    tm local{};
-    ::localtime_r(&now.tv_sec, &local);
-    constexpr long nanosecondsPerMillisecond = 1'000'000;
-    return {.year = local.tm_year + 1900,
-            .month = local.tm_mon + 1,
-            .day = local.tm_mday,
-            .hour = local.tm_hour,
-            .minute = local.tm_min,
-            .second = local.tm_sec > 59 ? 59 : local.tm_sec,
-            .millisecond = static_cast<int>(now.tv_nsec / nanosecondsPerMillisecond)};
+    return localTimeOf(now);
 }
 
 const runtime::Locale& LinuxSystem::locale() {
