@@ -2,14 +2,14 @@
 # and qpdf; queues are those of a private cupsd.
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
-foreach(name pdf log faults queues desktop selection preview graphics barcodes everywhere)
+foreach(name pdf log faults queues print_jobs desktop selection preview graphics barcodes everywhere)
     add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
              COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     set_tests_properties(e2e.${name} PROPERTIES
         TIMEOUT $<IF:$<BOOL:${KRV_SANITIZE}>,400,200>
         ENVIRONMENT "KRVWINPR=$<TARGET_FILE:KRVWinPr>;KRVWINPR_SLOW=$<BOOL:${KRV_SANITIZE}>;KRVWINPR_DEVELOPED=$<BOOL:${KRV_DEVELOPMENT}>")
 endforeach()
-set_property(TEST e2e.queues e2e.everywhere APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TARGET_FILE:krv-printers>")
+set_property(TEST e2e.queues e2e.print_jobs e2e.everywhere APPEND PROPERTY ENVIRONMENT "KRVWINPR_PRINTERS=$<TARGET_FILE:krv-printers>")
 set_tests_properties(e2e.everywhere PROPERTIES SKIP_RETURN_CODE 77)
 
 # How the files that users get are hardened; the builds with the sanitizers are not.

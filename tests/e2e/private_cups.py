@@ -8,6 +8,7 @@ import os
 import re
 import select
 import shutil
+import signal
 import socket
 import subprocess
 import tempfile
@@ -100,6 +101,10 @@ class PrivateCups:
         (root / "bin/backend/record").chmod(0o700 if os.geteuid() == 0 else 0o755)
         (root / "etc/cups-files.conf").write_text(FILES.format(root=root))
         (root / "etc/cupsd.conf").write_text(SERVER.format(root=root, purger=self.purger) + self.configuration)
+        self.launch()
+
+    def launch(self):
+        root = self.root
         with (root / "log/error_log").open("ab") as log:
             command = ["cupsd", "-f", "-c", root / "etc/cupsd.conf", "-s", root / "etc/cups-files.conf"]
             self.process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=log, stderr=log,
@@ -110,6 +115,12 @@ class PrivateCups:
         if self.process:
             self.process.kill()
             self.process.wait()
+
+    def restart(self, signal_number=signal.SIGTERM):
+        """Ends the server, and starts it again with what it kept."""
+        self.process.send_signal(signal_number)
+        self.process.wait()
+        self.launch()
 
     def run(self, *command) -> str:
         """What a program of CUPS says: lpadmin, cupsdisable and the like."""

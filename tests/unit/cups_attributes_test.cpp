@@ -4,7 +4,9 @@
 
 #include <array>
 
+#include "linux_support.h"
 #include "platform/linux/cups/bin_names.h"
+#include "platform/linux/cups/job_records.h"
 #include "platform/linux/cups/printer_state.h"
 #include "platform/linux/cups/queue_device.h"
 #include "platform/linux/cups/saved_options.h"
@@ -37,6 +39,74 @@ TEST(BinNames, AreTheDriversTextsInTheUsersLanguage) {
     EXPECT_EQ(binNames(ppd, "de"), (Strings{"Gerät wählt", "Fach ü", "Tray2"}));
     EXPECT_EQ(binNames(ppd, "en"), (Strings{"Gerät wählt", "Tray 1", "Tray2"}));
     EXPECT_EQ(binNames("<html>*InputSlot A/B: \"\"</html>", "de"), Strings());
+}
+
+TEST(JobStatus, StateAndReasonsBecomeFlags) {
+    namespace job = platform::job_status;
+    EXPECT_EQ(jobStatus(IPP_JSTATE_PENDING, {"none"}, {"media-empty-error"}), job::waiting) << "not its printer yet";
+    EXPECT_EQ(jobStatus(IPP_JSTATE_PENDING, {"printer-stopped"}, {}), job::blocked);
+    EXPECT_EQ(jobStatus(IPP_JSTATE_HELD, {"job-hold-until-specified"}, {}), job::paused);
+    EXPECT_EQ(jobStatus(IPP_JSTATE_HELD, {"job-incoming"}, {}), job::spooling) << "until it has its document";
+    EXPECT_EQ(jobStatus(IPP_JSTATE_PROCESSING, {"job-printing"}, {"media-empty-warning", "cover-open", "toner-low"}),
+              job::printing | job::paperOut | job::userIntervention);
+    EXPECT_EQ(jobStatus(IPP_JSTATE_PROCESSING, {"processing-to-stop-point"}, {"offline-report", "lamp-broken-error"}),
+              job::printing | job::deleting | job::offline | job::error);
+    EXPECT_EQ(jobStatus(IPP_JSTATE_STOPPED, {"job-stopped"}, {}), job::blocked | job::error);
+    EXPECT_EQ(jobStatus(IPP_JSTATE_STOPPED, {"printer-stopped"}, {}), job::blocked);
+}
+
+// Two jobs as CUPS 2.4 tells them, the first of somebody else; and one as it need not be.
+TEST(JobRecords, AreWhatTheServerTellsTheJobBeingPrintedFirst) {
+    const linux_support::Variable zone("TZ", "CET-1CEST");
+    const IppMessage message(ippNew());
+    ipp_t* answer = message.get();
+    const auto number = [answer](ipp_tag_t type, const char* name, int value) {
+        ippAddInteger(answer, IPP_TAG_JOB, type, name, value);
+    };
+    const auto words = [answer](ipp_tag_t type, const char* name, const char* value) {
+        ippAddString(answer, IPP_TAG_JOB, type, name, nullptr, value);
+    };
+    number(IPP_TAG_INTEGER, "job-id", 7);
+    number(IPP_TAG_INTEGER, "job-priority", 100);
+    number(IPP_TAG_ENUM, "job-state", IPP_JSTATE_HELD);
+    words(IPP_TAG_KEYWORD, "job-state-reasons", "job-hold-until-specified");
+    ippAddSeparator(answer);
+    number(IPP_TAG_INTEGER, "job-printer-up-time", 1795325572);
+    words(IPP_TAG_NAME, "job-originating-user-name", "müller");
+    words(IPP_TAG_NAME, "job-name", "RECHNUNG.OUT");
+    words(IPP_TAG_NAME, "job-originating-host-name", "kasse");
+    number(IPP_TAG_INTEGER, "time-at-creation", 1795325512);
+    number(IPP_TAG_INTEGER, "job-id", 9);
+    number(IPP_TAG_ENUM, "job-state", IPP_JSTATE_PROCESSING);
+    number(IPP_TAG_INTEGER, "job-impressions-completed", 0);
+    number(IPP_TAG_INTEGER, "job-media-sheets", 5);
+    number(IPP_TAG_INTEGER, "job-media-sheets-completed", 2);
+    number(IPP_TAG_INTEGER, "job-k-octets", 5'000'000);
+    words(IPP_TAG_TEXT, "job-printer-state-message", "Kein Papier");
+    ippAddSeparator(answer);
+    words(IPP_TAG_NAME, "job-id", "x");
+    words(IPP_TAG_NAME, "job-name", "ohne Nummer");
+    ippAddSeparator(answer);
+    number(IPP_TAG_INTEGER, "job-id", 8);
+    number(IPP_TAG_INTEGER, "job-priority", -1);
+    ippAddOutOfBand(answer, IPP_TAG_JOB, IPP_TAG_NOVALUE, "time-at-creation");
+
+    const auto jobs = jobRecords(answer);
+    ASSERT_EQ(jobs.size(), 3U);
+    EXPECT_EQ((std::array{jobs[0].number, jobs[1].number, jobs[2].number}), (std::array{9U, 7U, 8U}));
+    EXPECT_EQ((std::array{jobs[0].position, jobs[1].position, jobs[2].position}), (std::array{1U, 2U, 3U}));
+    EXPECT_EQ((Strings{jobs[0].document, jobs[0].user, jobs[0].computer, jobs[0].statusText}),
+              (Strings{"RECHNUNG.OUT", "müller", "kasse", "Kein Papier"}));
+    EXPECT_EQ(jobs[0].pages, 5U);
+    EXPECT_EQ(jobs[0].pagesPrinted, 2U);
+    EXPECT_EQ(jobs[0].size, 5'120'000'000U);
+    EXPECT_EQ(jobs[0].waitingSeconds, 60);
+    const auto& when = *jobs[0].submitted;
+    EXPECT_EQ((std::array{when.month, when.day, when.hour, when.minute, when.second}), (std::array{11, 22, 6, 31, 52}));
+    EXPECT_EQ(jobs[1].status, platform::job_status::paused);
+    EXPECT_EQ(jobs[1].document + jobs[1].user, "");
+    EXPECT_FALSE(jobs[1].submitted || jobs[2].submitted);
+    EXPECT_EQ(jobs[2].priority, 0U);
 }
 
 ipp_t* sheet(int width, int height, int margin) {

@@ -18,7 +18,7 @@ namespace {
 class CupsServer final : public PrintServer {
 public:
     explicit CupsServer(documents::DocumentFactory makeDocument)
-        : spooler_(connection_, std::move(makeDocument)), jobs_(*connection_) {}
+        : spooler_(connection_, std::move(makeDocument)), jobs_(connection_) {}
 
     bool expected() override {
         // Where nothing is named and the scheduler has no socket either, libcups falls back to this name.

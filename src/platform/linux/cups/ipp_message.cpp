@@ -87,6 +87,23 @@ std::optional<bool> boolean(ipp_t* message, const char* name) {
     return ippGetBoolean(attribute, 0) != 0;
 }
 
+void eachGroup(ipp_t* message, ipp_tag_t kind, const std::function<void(ipp_attribute_t*)>& attribute,
+               const std::function<void()>& end) {
+    bool open = false;
+    for (auto* next = ippFirstAttribute(message); next != nullptr; next = ippNextAttribute(message)) {
+        const bool inside = ippGetGroupTag(next) == kind && ippGetName(next) != nullptr;
+        if (inside) {
+            attribute(next);
+        } else if (open) {
+            end();
+        }
+        open = inside;
+    }
+    if (open) {
+        end();
+    }
+}
+
 std::vector<ipp_t*> collections(ipp_t* message, const char* name) {
     std::vector<ipp_t*> result;
     ipp_attribute_t* attribute = find(message, name);

@@ -3,6 +3,7 @@
 
 #include <cups/ipp.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,6 +30,10 @@ std::string text(ipp_t* message, const char* name);
 std::vector<std::string> texts(ipp_t* message, const char* name);
 int number(ipp_t* message, const char* name, int otherwise);
 std::optional<bool> boolean(ipp_t* message, const char* name);
+// Goes through the groups of a kind, of which an answer has one for each job or event: through the attributes of each,
+// and then to its end.
+void eachGroup(ipp_t* message, ipp_tag_t kind, const std::function<void(ipp_attribute_t*)>& attribute,
+               const std::function<void()>& end);
 // The members of the collections of an attribute; they belong to the message.
 std::vector<ipp_t*> collections(ipp_t* message, const char* name);
 
