@@ -10,6 +10,9 @@ krv_unit_test(adapter-tests LIBS krv-linux krv-settings krv-printer krv-drawing 
 set_target_properties(adapter-tests PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 add_dependencies(adapter-tests krvwinpr-qt krvwinpr-screen krvwinpr-xml)
 
+find_package(Qt6 REQUIRED COMPONENTS Test)
+krv_unit_test(table_view_test LIBS krv-linux-qt Qt6::Test SOURCES unit/table_view_test.cpp)
+
 include(unit/pictures.cmake)
 krv_unit_test(images-tests LIBS krv-linux-images krv-linux SOURCES
     unit/image_files_test.cpp

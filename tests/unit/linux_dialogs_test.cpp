@@ -5,6 +5,7 @@
 
 #include "linux_support.h"
 #include "platform/linux/forked_call.h"
+#include "platform/linux/linux_forms.h"
 #include "platform/linux/printer_folder.h"
 
 namespace {
@@ -71,6 +72,29 @@ TEST(PrinterFolder, IsTheDesktopsOwnOrTheWebPageOrSaysWhatToInstall) {
     }
     const Variable path("PATH", "/nowhere");
     EXPECT_NE(openPrinterFolder().find("„system-config-printer“ installieren"), std::string::npos);
+}
+
+TEST(LinuxForms, FolderAndMailAreOpenedByTheDesktopsPrograms) {
+    const TemporaryFolder folder;
+    const auto program = [&folder](const char* name, const std::string& line) {
+        put(folder / name, "#!/bin/sh\n" + line + "\n");
+        ::chmod((folder / name).c_str(), 0700);
+    };
+    const std::string text = "1. Zeile: 100 % & mehr\r\n2. Größe";
+    const std::string link = "mailto:?subject=Fehler%20%231&body=1.%20Zeile%3A%20100%20%25%20%26%20mehr%0D%0A";
+    LoadedDesktop desktop;
+    LinuxForms forms(desktop);
+    const Variable path("PATH", (folder / "").c_str());
+    EXPECT_FALSE(forms.showInFolder("/home/meier/KRVWinPr.ERR") || forms.composeMail("Fehler #1", text));
+    ::mkfifo((folder / "started").c_str(), 0600);
+    program("xdg-open", "echo -n \"$*\" > \"${0%/*}/started\"");
+    program("xdg-mime", "[ \"$*\" = 'query default x-scheme-handler/mailto' ] && echo $MAILER");
+    EXPECT_TRUE(forms.showInFolder("/home/meier/KRVWinPr.ERR"));
+    EXPECT_EQ(get(folder / "started"), "/home/meier/");
+    EXPECT_FALSE(forms.composeMail("Fehler #1", text));
+    const Variable mailer("MAILER", "post.desktop");
+    EXPECT_TRUE(forms.composeMail("Fehler #1", text));
+    EXPECT_EQ(get(folder / "started"), link + "2.%20Gr%C3%B6%C3%9Fe");
 }
 
 TEST(LinuxDialogs, DiagnosticsSurviveAStandardErrorThatNobodyReads) {

@@ -1,5 +1,7 @@
 #include "platform/linux/linux_forms.h"
 
+#include "platform/linux/detached_start.h"
+#include "platform/linux/mail_program.h"
 #include "platform/linux/printer_folder.h"
 #include "runtime/error.h"
 
@@ -40,6 +42,17 @@ std::optional<std::string> LinuxForms::askFileToWrite(platform::Form& owner, con
     qt::Desktop* desktop = desktop_.ifLoaded();
     return desktop != nullptr ? desktop->askFileToWrite(owner, title, suggestion, kindOfFile, ending) : std::nullopt;
 }
+
+// Where no file manager says on the message bus that it is there, the folder alone is opened, without the file marked.
+bool LinuxForms::showInFolder(const std::string& path) {
+    const auto openFolder = [folder = path.substr(0, path.rfind('/') + 1)] {
+        return DetachedStart().start({"xdg-open", folder.empty() ? "." : folder});
+    };
+    qt::Desktop* desktop = desktop_.ifLoaded();
+    return (desktop != nullptr && desktop->markInFileManager(path, openFolder)) || openFolder();
+}
+
+bool LinuxForms::composeMail(const std::string& subject, const std::string& text) { return openMail(subject, text); }
 
 std::string LinuxForms::showPrinterFolder() { return openPrinterFolder(); }
 

@@ -3,18 +3,18 @@
 #include <QAbstractItemView>
 #include <QComboBox>
 #include <QGuiApplication>
-#include <QHelpEvent>
 #include <QLabel>
 #include <QListWidget>
 #include <QPainter>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QStyledItemDelegate>
-#include <QToolTip>
 #include <QWheelEvent>
 
 #include "platform/linux/qt/canvas_view.h"
+#include "platform/linux/qt/table_view.h"
+#include "platform/linux/qt/text_view.h"
 #include "platform/linux/qt/tool_button.h"
+#include "platform/linux/qt/whole_text_tips.h"
 
 namespace platform_linux::qt {
 
@@ -42,8 +42,8 @@ protected:
         }
         QPainter painter(this);
         const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
-        style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()), palette(), isEnabled(), shown,
-                              foregroundRole());
+        const int flags = static_cast<int>(alignment()) | (buddy() != nullptr ? int{Qt::TextShowMnemonic} : 0);
+        style()->drawItemText(&painter, contentsRect(), flags, palette(), isEnabled(), shown, foregroundRole());
     }
 
 private:
@@ -90,18 +90,11 @@ private:
     TextBox box_;
 };
 
-// Rows as wide as the list, whatever their text: longer ones are elided, and their tooltip is the whole.
-class Rows : public QStyledItemDelegate {
+// Rows as wide as the list, whatever their text: longer ones are elided.
+class Rows : public WholeTextTips {
 public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
         return {0, QStyledItemDelegate::sizeHint(option, index).height()};
-    }
-    bool helpEvent(QHelpEvent* event, QAbstractItemView* view, const QStyleOptionViewItem& option,
-                   const QModelIndex& index) override {
-        const int needed = QStyledItemDelegate::sizeHint(option, index).width();
-        const QString text = needed > option.rect.width() ? index.data().toString().toHtmlEscaped() : QString();
-        QToolTip::showText(event->globalPos(), text, view);
-        return true;
     }
 };
 
@@ -265,6 +258,29 @@ private:
     CanvasView view_;
 };
 
+class TextViewControl final : public ControlView {
+public:
+    explicit TextViewControl(QWidget& parent) : view_(parent) {}
+    QWidget& widget() override { return view_; }
+    QString text() const override { return view_.toPlainText(); }
+    void setText(const QString& text) override { view_.setPlainText(text); }
+    void selectText() override { view_.selectAll(); }
+
+private:
+    TextView view_;
+};
+
+class TableControl final : public ControlView {
+public:
+    TableControl(const platform::Control& control, const Surroundings& form)
+        : view_(control, form.parent, form.user, form.units) {}
+    QWidget& widget() override { return view_; }
+    TableView* table() override { return &view_; }
+
+private:
+    TableView view_;
+};
+
 class ButtonView final : public ControlView {
 public:
     ButtonView(const platform::Control& control, QWidget& parent, UserEvents& user)
@@ -301,7 +317,9 @@ std::unique_ptr<ControlView> viewOf(const platform::Control& control, const Surr
         case platform::ControlKind::canvas:
             return std::make_unique<CanvasControl>(control, form);
         case platform::ControlKind::textView:
+            return std::make_unique<TextViewControl>(parent);
         case platform::ControlKind::table:
+            return std::make_unique<TableControl>(control, form);
         case platform::ControlKind::label:
             break;
     }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/forms.h"
+#include "platform/linux/qt/dialog_units.h"
 #include "platform/linux/qt/sheet_surface.h"
 #include "platform/linux/qt/text_box.h"
 #include "platform/linux/qt/user_events.h"
@@ -15,6 +16,7 @@
 namespace platform_linux::qt {
 
 class CanvasView;
+class TableView;
 
 // One control of a form. What a kind does not have does nothing.
 class ControlView {
@@ -31,6 +33,7 @@ public:
     // The widget has got its size and appears.
     virtual void shown() {}
     virtual CanvasView* canvas() { return nullptr; }
+    virtual TableView* table() { return nullptr; }
     // Puts the access key of a label on another control, and tells its text to screen readers as that one's name.
     virtual void nameOf(QWidget& /*named*/) {}
 };
@@ -40,6 +43,7 @@ struct Surroundings {
     QWidget& parent;
     UserEvents& user;
     SheetSurface& sheet;
+    const DialogUnits& units;
     TextBox::Enter enter;  // in boxes
 };
 

@@ -6,6 +6,7 @@
 #include <QCursor>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
@@ -26,7 +27,8 @@ Qt::WindowFlags flagsOf(const platform::FormDesign& design) {
 
 bool isBox(const QWidget* widget) {
     return qobject_cast<const QLineEdit*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr ||
-           qobject_cast<const QAbstractItemView*>(widget) != nullptr;
+           qobject_cast<const QAbstractItemView*>(widget) != nullptr ||
+           qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
 }
 
 }  // namespace

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "platform/linux/qt/file_choice.h"
+#include "platform/linux/qt/file_manager.h"
 #include "platform/linux/qt/open_forms.h"
 #include "platform/linux/qt/qt_form.h"
 #include "platform/linux/qt/sheet_surface.h"
@@ -157,6 +158,10 @@ public:
                                               const std::string& ending) override {
         return platform_linux::qt::askFileToWrite(static_cast<platform_linux::qt::QtForm&>(owner).window(), title,
                                                   suggestion, kindOfFile, ending);
+    }
+
+    bool markInFileManager(const std::string& path, std::function<void()> otherwise) override {
+        return platform_linux::qt::markInFileManager(QString::fromStdString(path), std::move(otherwise));
     }
 
 private:

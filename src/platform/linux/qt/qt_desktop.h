@@ -31,6 +31,9 @@ public:
     virtual std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
                                                       const std::string& suggestion, const std::string& kindOfFile,
                                                       const std::string& ending) = 0;
+    // Asks the desktop's file manager to show a file in its folder, and does not wait; whether there is one on the
+    // message bus. Where it refuses or does not answer in time, "otherwise" is called later.
+    virtual bool markInFileManager(const std::string& path, std::function<void()> otherwise) = 0;
 };
 
 // The Unicode character of each byte of the DOS code page; 0 for none.

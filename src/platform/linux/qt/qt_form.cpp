@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "platform/linux/qt/canvas_view.h"
+#include "platform/linux/qt/table_view.h"
 
 namespace platform_linux::qt {
 
@@ -32,7 +33,8 @@ QtForm::QtForm(const platform::FormDesign& design, platform::FormEvents& events,
                [this](const std::string& action) { press(action); }},
               owner != nullptr ? &owner->window_ : nullptr),
       units_(window_.font(), window_.logicalDpiY()),
-      width_(units_.across(design.width)) {
+      width_(units_.across(design.width)),
+      timer_(window_, [this] { user_.timer(); }) {
     const UserEvents::Call call(user_);
     QObject::connect(&closing_, &QTimer::timeout, &window_, [this] { endIfClosing(); });
     window_.setObjectName(QString::fromStdString(design.name));
@@ -50,7 +52,8 @@ QtForm::~QtForm() {
 
 void QtForm::addControls(const platform::FormDesign& design, SheetSurface& sheet) {
     const bool hasDefault = !design.defaultButton.empty();
-    const Surroundings form{window_, user_, sheet, hasDefault ? TextBox::Enter::defaultButton : TextBox::Enter::clicks};
+    const Surroundings form{window_, user_, sheet, units_,
+                            hasDefault ? TextBox::Enter::defaultButton : TextBox::Enter::clicks};
     ControlView* label = nullptr;
     int bottom = 0;
     for (const platform::Control& control : design.controls) {
@@ -234,6 +237,27 @@ void QtForm::setScrollBars(const std::string& control, platform::ScrollBar acros
 
 void QtForm::setCursor(const std::string& control, platform::Cursor cursor) {
     withCanvas(control, [&](CanvasView& canvas) { canvas.setShape(cursor); });
+}
+
+void QtForm::setRowCount(const std::string& table, int count) {
+    withControl(table, [&](ControlView& view) {
+        if (TableView* rows = view.table()) {
+            rows->setRowCount(count);
+        }
+    });
+}
+
+std::vector<int> QtForm::selectedRows(const std::string& table) const {
+    ControlView* view = find(table);
+    return view != nullptr && view->table() != nullptr ? view->table()->selectedRows() : std::vector<int>();
+}
+
+void QtForm::selectRows(const std::string& table, const std::vector<int>& rows, bool show) {
+    withControl(table, [&](ControlView& view) {
+        if (TableView* shown = view.table()) {
+            shown->selectRows(rows, show);
+        }
+    });
 }
 
 void QtForm::wantIdle(bool want) {

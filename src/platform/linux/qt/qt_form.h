@@ -12,6 +12,7 @@
 #include "platform/linux/qt/dialog_units.h"
 #include "platform/linux/qt/form_window.h"
 #include "platform/linux/qt/open_forms.h"
+#include "platform/linux/qt/seen_timer.h"
 #include "platform/linux/qt/user_events.h"
 
 namespace platform_linux::qt {
@@ -41,6 +42,10 @@ public:
     void invalidate(const std::string& control) override;
     void setScrollBars(const std::string& control, platform::ScrollBar across, platform::ScrollBar down) override;
     void setCursor(const std::string& control, platform::Cursor cursor) override;
+    void setRowCount(const std::string& table, int count) override;
+    std::vector<int> selectedRows(const std::string& table) const override;
+    void selectRows(const std::string& table, const std::vector<int>& rows, bool show) override;
+    void wantTimer(int milliseconds) override { timer_.want(milliseconds); }
     void wantIdle(bool want) override;
     platform::WindowPlace windowPlace() const override { return window_.place(); }
     void setWindowPlace(const platform::WindowPlace& place) override;
@@ -74,6 +79,7 @@ private:
     std::vector<NamedControl> controls_;
     QWidget* lostFocus_ = nullptr;  // the control that had the focus until it was disabled
     QTimer idle_;
+    SeenTimer timer_;
     bool open_ = false;
     QTimer closing_;  // runs from close() until the form could end
 };

@@ -71,6 +71,20 @@ void UserEvents::scrolled(const std::string& control, int across, int down) {
     tell([&] { events_.scrolled(control, across, down); });
 }
 
+void UserEvents::timer() {
+    tell([&] { events_.timer(); });
+}
+
+std::string UserEvents::cell(const std::string& table, int row, int column) {
+    try {
+        const Call call(*this);
+        return events_.cell(table, row, column);
+    } catch (...) {
+        failed_(std::current_exception());
+        return {};
+    }
+}
+
 void UserEvents::idle() {
     tell([&] { events_.idle(); });
 }

@@ -28,7 +28,10 @@ public:
     void pointed(const std::string& control, const platform::Pointer& pointer);
     void wheeled(const std::string& control, const platform::Wheel& wheel);
     void scrolled(const std::string& control, int across, int down);
+    void timer();
     void idle();
+    // At any time, like paint(), of which it is a part.
+    std::string cell(const std::string& table, int row, int column);
     bool accepts(const std::string& control, const std::string& text, char32_t character);
     void closed();
 
