@@ -14,6 +14,7 @@ include(unit/pictures.cmake)
 krv_pictures(windows-tests)
 krv_unit_test(windows-print-tests LIBS krv-windows-print SOURCES
     unit/windows_document_test.cpp
+    unit/windows_jobs_test.cpp
     unit/windows_preview_test.cpp
     unit/windows_print_test.cpp
     unit/windows_spooler_test.cpp

@@ -43,6 +43,10 @@ TEST(Spooler, UnknownPrinterIsAnErrorThatNamesItAndSaysWhatToDo) {
         EXPECT_THROW(spooler.paperBins(name), platform::SpoolerError);
         EXPECT_THROW(spooler.canAdminister(name), platform::SpoolerError);
         EXPECT_THROW(jobs.purge(name), platform::SpoolerError);
+        EXPECT_THROW(jobs.list(name), platform::SpoolerError);
+        EXPECT_THROW(jobs.setPriority(name, 1, 50), platform::SpoolerError);
+        EXPECT_THROW(jobs.resumePrinter(name), platform::SpoolerError);
+        EXPECT_THROW(jobs.watch(name), platform::SpoolerError);
         EXPECT_THROW(spooler.setDefaultPrinter(name), platform::SpoolerError);
     }
     std::string detail;
