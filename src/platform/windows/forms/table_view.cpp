@@ -3,6 +3,8 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <numeric>
+#include <utility>
 
 #include "platform/windows/forms/kept_pointer.h"
 #include "platform/windows/wide_text.h"
@@ -34,10 +36,12 @@ TableView::TableView(HWND window, const platform::Control& control, EventTeller&
     constexpr LPARAM look = LVS_EX_FULLROWSELECT | LVS_EX_DOUBLEBUFFER | LVS_EX_LABELTIP;
     ::SendMessageW(window, LVM_SETEXTENDEDLISTVIEWSTYLE, 0, look);
     addColumns(control.columns);
+    designed_ = filled_ = widths();
+    fillWidth();
 }
 
 // The first column of a list never lies at the right, so it gets one in front for that long.
-void TableView::addColumns(const std::vector<platform::Column>& columns) const {
+void TableView::addColumns(const std::vector<platform::Column>& columns) {
     const bool inFront = !columns.empty() && columns.front().alignedRight;
     const auto insert = [&](int place, const std::string& title, int width, bool right) {
         RECT size{0, 0, width, 0};
@@ -60,6 +64,35 @@ void TableView::addColumns(const std::vector<platform::Column>& columns) const {
     if (inFront) {
         ::SendMessageW(window_, LVM_DELETECOLUMN, 0, 0);
     }
+}
+
+std::vector<int> TableView::widths() const {
+    const auto header = reinterpret_cast<HWND>(::SendMessageW(window_, LVM_GETHEADER, 0, 0));
+    const LRESULT count = ::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0);
+    std::vector<int> result;
+    for (LRESULT column = 0; column < count; ++column) {
+        result.push_back(static_cast<int>(::SendMessageW(window_, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0)));
+    }
+    return result;
+}
+
+void TableView::fillWidth() {
+    const int designed = std::accumulate(designed_.begin(), designed_.end(), 0);
+    if (designed == 0 || widths() != filled_) {
+        return;
+    }
+    // The scroll bar comes and goes with the rows.
+    RECT room{};
+    ::GetWindowRect(window_, &room);
+    const int frame = 2 * ::GetSystemMetrics(SM_CXEDGE) + ::GetSystemMetrics(SM_CXVSCROLL);
+    const int whole = std::max(designed, static_cast<int>(room.right - room.left) - frame);
+    int before = 0;
+    for (std::size_t column = 0; column < designed_.size(); ++column) {
+        const int from = ::MulDiv(before, whole, designed);
+        before += designed_[column];
+        ::SendMessageW(window_, LVM_SETCOLUMNWIDTH, column, ::MulDiv(before, whole, designed) - from);
+    }
+    filled_ = widths();
 }
 
 void TableView::setState(int row, UINT state, UINT which) const {
@@ -87,12 +120,13 @@ std::vector<int> TableView::selectedRows() const {
 }
 
 void TableView::selectRows(const std::vector<int>& rows, bool show) {
+    if (!show && rows == selectedRows()) {
+        return;  // the user's mark may be on another one of them
+    }
     const Raised quiet = teller_.silence();
-    if (rows != selectedRows()) {
-        setState(allRows, 0, LVIS_SELECTED);
-        for (const int row : rows) {
-            setState(row, LVIS_SELECTED, LVIS_SELECTED);
-        }
+    setState(allRows, 0, LVIS_SELECTED);
+    for (const int row : rows) {
+        setState(row, LVIS_SELECTED, LVIS_SELECTED);
     }
     if (!rows.empty()) {
         setState(rows.back(), LVIS_FOCUSED, LVIS_FOCUSED);

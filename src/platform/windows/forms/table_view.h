@@ -24,12 +24,16 @@ public:
     std::vector<int> selectedRows() const;
     void selectRows(const std::vector<int>& rows, bool show);
 
+    // The columns share the width as they were designed, until the user makes one wider or narrower.
+    void fillWidth();
+
     // A notification of the window, and what is answered to it.
     LRESULT answer(NMHDR& notification) noexcept;
     void tellSelection() noexcept;
 
 private:
-    void addColumns(const std::vector<platform::Column>& columns) const;
+    void addColumns(const std::vector<platform::Column>& columns);
+    std::vector<int> widths() const;
     void setState(int row, UINT state, UINT which) const;
     void giveText(int row, int column, wchar_t* place, int room) noexcept;
     void pressed(WORD key) const;
@@ -38,7 +42,9 @@ private:
     HWND window_;
     std::string name_;
     EventTeller& teller_;
-    std::vector<int> known_;  // the rows whose selection the program knows of
+    std::vector<int> known_;     // the rows whose selection the program knows of
+    std::vector<int> designed_;  // widths of the columns in pixels
+    std::vector<int> filled_;    // as they share the width
 };
 
 }  // namespace platform_windows::forms

@@ -4,7 +4,6 @@
 #include <exception>
 #include <utility>
 
-#include "platform/windows/forms/form_frame.h"
 #include "platform/windows/forms/item_list.h"
 #include "platform/windows/forms/kept_pointer.h"
 #include "platform/windows/forms/tool_tips.h"
@@ -97,7 +96,7 @@ bool WindowsForm::answer(UINT message, WPARAM first, LPARAM second) noexcept {
             return true;
         case WM_SIZE:
             if (design_.resizable && first != SIZE_MINIMIZED) {
-                layout_.arrange();
+                arrange();
             }
             return true;
         case WM_GETMINMAXINFO:
@@ -299,50 +298,9 @@ void WindowsForm::tellIdle() noexcept {
     teller_.tell([](FormEvents& events) { events.idle(); });
 }
 
-void WindowsForm::show() {
-    const Raised quiet = teller_.silence();
-    if (!placed_) {
-        centre(window_.get());
-    }
-    ::ShowWindow(window_.get(), std::exchange(maximized_, false) ? SW_SHOWMAXIMIZED : SW_SHOWNORMAL);
-    if (firstFocus_ != nullptr) {
-        ::SendMessageW(window_.get(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(std::exchange(firstFocus_, nullptr)),
-                       TRUE);
-    }
-    ::SetForegroundWindow(window_.get());
-}
-
 void WindowsForm::close() { ::PostMessageW(window_.get(), closeNow, 0, 0); }
 
 void WindowsForm::setTitle(const std::string& title) { ::SetWindowTextW(window_.get(), widen(title).c_str()); }
-
-void WindowsForm::setHeight(platform::FormHeight height) {
-    const Raised quiet = teller_.silence();
-    for (const Part& part : parts_) {
-        ::ShowWindow(part.window, part.control.place.y < height.visible ? SW_SHOWNA : SW_HIDE);
-    }
-    setFrameHeight(window_.get(), frameHeight(window_.get(), height, font_.pixels));
-}
-
-platform::WindowPlace WindowsForm::windowPlace() const {
-    platform::WindowPlace place = placeOf(window_.get());
-    place.maximized = place.maximized || maximized_;
-    return place;
-}
-
-void WindowsForm::setWindowPlace(const platform::WindowPlace& place) {
-    const Raised quiet = teller_.silence();
-    const bool shown = ::IsWindowVisible(window_.get()) != FALSE;
-    if (shown) {
-        ::ShowWindow(window_.get(), SW_SHOWNORMAL);
-    }
-    moveTo(window_.get(), place, layout_.least());
-    placed_ = true;
-    maximized_ = !shown && place.maximized;
-    if (shown && place.maximized) {
-        ::ShowWindow(window_.get(), SW_SHOWMAXIMIZED);
-    }
-}
 
 void WindowsForm::repaint() {
     const Raised quiet = teller_.silence();

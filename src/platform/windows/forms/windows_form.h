@@ -90,6 +90,7 @@ private:
     void created(HWND window);
     void made(Part& part);
     void filter(Part& part, HWND box);
+    void arrange() const;
     void notified(NMHDR& notification) noexcept;
     void commanded(int number, unsigned notification) noexcept;
     void listMoved(const Part& part, unsigned notification);

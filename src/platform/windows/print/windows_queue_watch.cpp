@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "platform/windows/newer_functions.h"
+
 namespace platform_windows::print {
 
 std::unique_ptr<platform::QueueWatch> WindowsQueueWatch::of(const JobCalls& calls, PrinterHandle printer) {
@@ -19,15 +21,16 @@ WindowsQueueWatch::WindowsQueueWatch(JobCalls calls, PrinterHandle printer, HAND
 WindowsQueueWatch::~WindowsQueueWatch() { calls_.closeChanges(changes_); }
 
 bool WindowsQueueWatch::changed() {
-    const bool first = std::exchange(first_, false);
-    const DWORD told = ::WaitForSingleObject(changes_, 0);
-    if (told == WAIT_TIMEOUT) {
-        return first;
+    // A spooler that was restarted may have forgotten who wants to know.
+    constexpr std::uint64_t longestSilence = 30'000;
+    const std::uint64_t now = evenMilliseconds();
+    if (::WaitForSingleObject(changes_, 0) != WAIT_TIMEOUT) {
+        DWORD what = 0;
+        calls_.nextChange(changes_, &what, nullptr, nullptr);
+    } else if (told_ && now - *told_ < longestSilence) {
+        return false;
     }
-    // It stays told where there will be no more of it, as after a restart of the service: then everything may have
-    // changed every time.
-    DWORD what = 0;
-    calls_.nextChange(changes_, &what, nullptr, nullptr);
+    told_ = now;
     return true;
 }
 

@@ -23,7 +23,7 @@ private:
     JobCalls calls_;
     PrinterHandle printer_;
     HANDLE changes_;
-    bool first_ = true;
+    std::optional<std::uint64_t> told_;  // when, in milliseconds
 };
 
 }  // namespace platform_windows::print
