@@ -85,7 +85,8 @@ struct Shortcut {
     bool control = false;
     bool shift = false;
     std::string action;
-    // Whether it counts while a box has the focus, in which the key may mean something else.
+    // Whether it counts while a box has the focus, in which the key may mean something else. A table is none: its own
+    // keys are those that move in it, and Ctrl+A.
     bool inBoxes = true;
 };
 

@@ -177,7 +177,8 @@ protected:
                              {button, "ok", "OK", "", {0, 120, 40, 10}}},
                 .defaultButton = "ok",
                 .cancelButton = "",
-                .height = 130};
+                .height = 130,
+                .shortcuts = {{Key::deleteKey, false, false, "remove", false}}};
     }
     LRESULT send(const std::string& name, UINT message, WPARAM first = 0, LPARAM second = 0) const {
         return ::SendMessageW(windowOf(name), message, first, second);
@@ -231,7 +232,9 @@ TEST_F(WindowsTableTest, AsksForWhatItShowsAndTellsWhatTheUserSelects) {
     press("jobs", 'X');
     EXPECT_EQ(form.selectedRows("jobs"), (std::vector<int>{5'003})) << "a letter selects nothing";
     press("jobs", VK_RETURN);
-    EXPECT_EQ(recorder.take(), (Told{"clicked ok"}));
+    press("jobs", VK_DELETE);
+    press("report", VK_DELETE);
+    EXPECT_EQ(recorder.take(), (Told{"clicked ok", "clicked remove"}));
 
     form.selectRows("jobs", {5'000, 5'003}, false);
     form.setRowCount("jobs", 5'003);

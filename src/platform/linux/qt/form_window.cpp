@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScreen>
+#include <QTableView>
 #include <QWindow>
 #include <algorithm>
 #include <utility>
@@ -26,9 +27,10 @@ Qt::WindowFlags flagsOf(const platform::FormDesign& design) {
 }
 
 bool isBox(const QWidget* widget) {
-    return qobject_cast<const QLineEdit*>(widget) != nullptr || qobject_cast<const QComboBox*>(widget) != nullptr ||
-           qobject_cast<const QAbstractItemView*>(widget) != nullptr ||
-           qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
+    const bool isList =
+        qobject_cast<const QAbstractItemView*>(widget) != nullptr && qobject_cast<const QTableView*>(widget) == nullptr;
+    return isList || qobject_cast<const QLineEdit*>(widget) != nullptr ||
+           qobject_cast<const QComboBox*>(widget) != nullptr || qobject_cast<const QPlainTextEdit*>(widget) != nullptr;
 }
 
 }  // namespace

@@ -19,7 +19,6 @@ bool takesKeys(ControlKind kind) {
         case ControlKind::dropDownList:
         case ControlKind::optionButton:
         case ControlKind::textView:
-        case ControlKind::table:
             return true;
         default:
             return false;
