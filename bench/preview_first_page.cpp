@@ -2,9 +2,9 @@
 //
 //     preview-first-page FILE DPI
 #include <QImage>
-#include <QPainter>
 #include <chrono>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 
@@ -27,8 +27,11 @@ QImage painted(const preview::PreviewPage& page, double dpi, platform_linux::qt:
     QImage image(static_cast<int>(std::lround(page.device.physicalWidth * view.scaleX)),
                  static_cast<int>(std::lround(page.device.physicalHeight * view.scaleY)), QImage::Format_RGB32);
     image.fill(Qt::white);
-    QPainter painter(&image);
-    surface.beginSheet(painter, view);
+    surface.beginSheet({.first = reinterpret_cast<std::uint32_t*>(image.bits()),
+                        .width = image.width(),
+                        .height = image.height(),
+                        .stride = static_cast<int>(image.bytesPerLine() / 4)},
+                       view);
     page.recording.play(surface);
     return image;
 }
