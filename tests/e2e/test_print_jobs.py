@@ -151,8 +151,8 @@ class Printing(PrintJobs):
 class Watching(PrintJobs):
     configuration = "MaxSubscriptions 2\n"
 
-    def watch(self):
-        process = subprocess.Popen([os.environ["KRVWINPR_PRINTERS"], "watch|archiv"], env=self.cups.environment(),
+    def watch(self, *then):
+        process = subprocess.Popen([os.environ["KRVWINPR_PRINTERS"], "watch|archiv", *then], env=self.cups.environment(),
                                    stdin=subprocess.PIPE, stdout=subprocess.PIPE)
         self.addCleanup(process.communicate)
         os.set_blocking(process.stdout.fileno(), False)
@@ -169,7 +169,7 @@ class Watching(PrintJobs):
 
     def test_whatever_happens_in_the_queue_is_told_within_a_second_or_so_and_nothing_else(self):
         self.cups.run("cupsdisable", "archiv")
-        process = self.watch()
+        process = self.watch("list|archiv")
         self.assertEqual(self.changes(process, 5), 1, "the first call says yes")
         self.assertEqual(self.changes(process, 2.5), 0)
         for happens in (lambda: self.send("eins"), lambda: self.ask("pause|archiv|1"), lambda: self.ask("priority|archiv|1|9"),
@@ -192,6 +192,11 @@ class Watching(PrintJobs):
             self.assertGreater(self.changes(process, 1.6), 0, "a server that came back")
             time.sleep(1.1)
             self.changes(process, 1.1)
+        self.cups.run("cupsdisable", "archiv")
+        self.send("drei")
+        self.cups.restart()
+        os.set_blocking(process.stdout.fileno(), True)
+        self.assertRegex(process.communicate()[0].splitlines()[-1], rb"^1\|\d+\|drei\|", "over a connection that was lost")
 
 
 if __name__ == "__main__":

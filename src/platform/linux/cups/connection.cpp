@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string_view>
 #include <utility>
 
 #include "platform/linux/cups/cups_error.h"
@@ -24,6 +25,32 @@ constexpr double leastSeconds = 0.1;
 constexpr double documentSeconds = 10;
 // The server closes a connection that is idle for half a minute; libcups would then reconnect in its own time.
 constexpr auto longestIdle = 10s;
+
+std::string resourceOf(const std::string& queue) { return queue.empty() ? "/" : "/printers/" + queue; }
+
+// To the end of the answer, or to what was there before the connection was lost.
+std::string readBody(http_t* http) {
+    std::string body;
+    std::string piece(1 << 16, '\0');
+    for (ssize_t size = 0; (size = httpRead2(http, piece.data(), piece.size())) > 0;) {
+        body.append(piece, 0, static_cast<std::size_t>(size));
+    }
+    return body;
+}
+
+ssize_t readFromText(void* text, ipp_uchar_t* to, std::size_t size) {
+    auto& rest = *static_cast<std::string_view*>(text);
+    const std::string_view piece = rest.substr(0, size);
+    std::ranges::copy(piece, to);
+    rest.remove_prefix(piece.size());
+    return static_cast<ssize_t>(piece.size());
+}
+
+// Null where the body is no whole message.
+IppMessage parsed(std::string_view body) {
+    IppMessage message(ippNew());
+    return ippReadIO(&body, readFromText, 1, nullptr, message.get()) == IPP_STATE_DATA ? std::move(message) : nullptr;
+}
 
 }  // namespace
 
@@ -47,6 +74,10 @@ double Connection::within(double seconds) const {
     }
     const std::chrono::duration<double> left = *end_ - Clock::now();
     return std::clamp(left.count(), leastSeconds, seconds);
+}
+
+double Connection::answerLimit(double seconds) const {
+    return std::max(within(leaveSeconds + seconds) - leaveSeconds, leastSeconds);
 }
 
 void Connection::connect(const std::string& queue, double timeout) {
@@ -76,25 +107,51 @@ http_t* Connection::connected(const std::string& queue) {
     return http_.get();
 }
 
+bool Connection::waitedFor(double limit) const {
+    return Clock::now() - lastUse_ >= std::chrono::duration<double>(std::min(limit, answerSeconds));
+}
+
 IppMessage Connection::request(const std::string& queue, IppMessage message, int fileDescriptor) {
     const double usual = fileDescriptor < 0 ? answerSeconds : documentSeconds;
-    const double limit = std::max(within(leaveSeconds + usual) - leaveSeconds, leastSeconds);
+    const double limit = answerLimit(usual);
     connect(queue, limit);
-    const std::string resource = queue.empty() ? "/" : "/printers/" + queue;
-    IppMessage answer(cupsDoIORequest(http_.get(), message.release(), resource.c_str(), fileDescriptor, -1));
+    IppMessage answer(cupsDoIORequest(http_.get(), message.release(), resourceOf(queue).c_str(), fileDescriptor, -1));
     const ipp_status_t status = cupsLastError();
     const std::string said = cupsLastErrorString() != nullptr ? cupsLastErrorString() : "";
     const bool denied = status == IPP_STATUS_ERROR_FORBIDDEN || status == IPP_STATUS_ERROR_NOT_AUTHENTICATED ||
                         status == IPP_STATUS_ERROR_NOT_AUTHORIZED ||
                         status == IPP_STATUS_ERROR_CUPS_AUTHENTICATION_CANCELED;
     if (answer == nullptr && !denied) {
-        lost(queue, Clock::now() - lastUse_ >= std::chrono::duration<double>(std::min(limit, answerSeconds)));
+        lost(queue, waitedFor(limit));
     }
     lastUse_ = Clock::now();
     if (status >= IPP_STATUS_ERROR_BAD_REQUEST) {
         throw failure(static_cast<std::uint32_t>(status), queue, said);
     }
     return answer;
+}
+
+IppMessage Connection::requestLong(const std::string& queue, IppMessage message) {
+    const double limit = answerLimit(answerSeconds);
+    connect(queue, limit);
+    http_status_t status =
+        cupsSendRequest(http_.get(), message.get(), resourceOf(queue).c_str(), ippLength(message.get()));
+    while (status == HTTP_STATUS_CONTINUE) {
+        status = httpUpdate(http_.get());
+    }
+    if (status == HTTP_STATUS_OK) {
+        IppMessage answer = parsed(readBody(http_.get()));
+        if (answer != nullptr && ippGetStatusCode(answer.get()) < IPP_STATUS_ERROR_BAD_REQUEST) {
+            lastUse_ = Clock::now();
+            return answer;
+        }
+    }
+    // Whatever else there is, libcups knows what to do: a connection that the server closed, an error, a refusal.
+    if (waitedFor(limit)) {
+        lost(queue, true);
+    }
+    http_.reset();
+    return request(queue, std::move(message));
 }
 
 bool Connection::fetch(const std::string& resource, int fileDescriptor) {

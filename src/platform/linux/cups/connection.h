@@ -24,6 +24,10 @@ public:
     // or refuses. A server that did not answer in time is not asked again before askAgain().
     IppMessage request(const std::string& queue, IppMessage message, int fileDescriptor = -1);
 
+    // The same for an answer that may be long, such as all jobs of a queue: libcups itself fetches an answer in pieces
+    // of a few bytes, each with two calls of the system.
+    IppMessage requestLong(const std::string& queue, IppMessage message);
+
     // The answer with these attributes of a queue.
     IppMessage attributes(const std::string& queue, const std::vector<const char*>& names) {
         return request(queue, makeRequest(IPP_OP_GET_PRINTER_ATTRIBUTES, queue, names));
@@ -61,7 +65,9 @@ private:
 
     // Seconds, or what is left of the limit.
     double within(double seconds) const;
+    double answerLimit(double seconds) const;
     void connect(const std::string& queue, double timeout);
+    bool waitedFor(double limit) const;
     [[noreturn]] void lost(const std::string& queue, bool silent);
 
     std::unique_ptr<http_t, Close> http_;

@@ -33,11 +33,13 @@ int CupsPrintJobs::count(const std::string& queue) {
 IppMessage CupsPrintJobs::unfinishedJobs(const std::string& queue, const std::vector<const char*>& attributes) {
     IppMessage request = makeRequest(IPP_OP_GET_JOBS, queue, attributes);
     ippAddString(request.get(), IPP_TAG_OPERATION, IPP_TAG_KEYWORD, "which-jobs", nullptr, "not-completed");
-    return connection_->request(queue, std::move(request));
+    return connection_->requestLong(queue, std::move(request));
 }
 
 std::vector<PrintJob> CupsPrintJobs::list(const std::string& queue) {
+    const auto begin = std::chrono::steady_clock::now();
     std::vector<PrintJob> jobs = jobRecords(unfinishedJobs(queue, jobAttributes()).get());
+    *listing_ = std::chrono::steady_clock::now() - begin;
     for (PrintJob& job : jobs) {
         job.priority = std::min(job.priority, platform::highestPriority);
     }
@@ -153,7 +155,7 @@ void CupsPrintJobs::resumePrinter(const std::string& queue) {
 
 std::unique_ptr<platform::QueueWatch> CupsPrintJobs::watch(const std::string& queue) {
     try {
-        return std::make_unique<CupsQueueWatch>(connection_, queue);
+        return std::make_unique<CupsQueueWatch>(connection_, queue, listing_);
     } catch (const platform::SpoolerError& error) {
         if (error.code() < firstIppStatus || error.code() == IPP_STATUS_ERROR_NOT_FOUND) {
             throw;

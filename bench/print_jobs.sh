@@ -1,0 +1,10 @@
+#!/usr/bin/env bash
+# Builds the program and measures what the jobs of a long queue cost. Arguments go to print_jobs.py.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+. scripts/packages.sh
+# shellcheck disable=SC2086
+need_packages $build_packages $bench_packages cups-daemon cups-client cups-filters
+cmake --preset linux -DKRV_BENCH=ON >/dev/null
+cmake --build --preset linux
+exec bench/print_jobs.py build/linux "$@"
