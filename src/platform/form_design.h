@@ -35,6 +35,7 @@ enum class ControlKind {
 enum class Sizing {
     fixed,       // nothing
     fill,        // it grows across and down
+    bottom,      // it stays at the lower edge
     bottomLine,  // it stays at the lower edge, and grows across
 };
 

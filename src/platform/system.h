@@ -46,6 +46,11 @@ public:
     virtual std::string programFileName() = 0;
 
     virtual std::string currentDirectory() = 0;
+    // errPathNotFound where there is no such folder, errPermissionDenied; the current one stays then.
+    virtual void changeDirectory(const std::string& folder) = 0;
+
+    // The name that the system and its spooler know the user by; empty where there is none.
+    virtual std::string userName() = 0;
 
     // The whole content of a file, byte for byte. errFileNotFound, errPermissionDenied, errPathFileAccess (a folder),
     // errDeviceIo, errOutOfMemory.

@@ -25,6 +25,13 @@ public:
     // Creates or replaces a file in one step; it survives a power failure from the moment of return.
     virtual void replace(const std::string& path, std::string_view content) = 0;
 
+    // The names of the user's own files in one of folders(), the one that was changed last first: neither somebody
+    // else's nor folders nor links. None where there is no such folder, or it tells nothing.
+    virtual std::vector<std::string> names(const std::string& folder) = 0;
+
+    // The whole content of a file of exactly that name; the errors of System::readFile().
+    virtual std::string read(const std::string& path) = 0;
+
     // Removes a file, if it is there and can be removed.
     virtual void remove(const std::string& path) noexcept = 0;
 };

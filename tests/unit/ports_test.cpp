@@ -1,5 +1,6 @@
 // The ports System, SettingsStore and Dialogs, and links to mails; the same tests for every system.
 
+#include <chrono>
 #include <vector>
 
 #include "platform/messages/mail_link.h"
@@ -45,7 +46,9 @@ TEST_F(SystemPort, KeepsEveryByteOfAFileInWhateverCaseItIsNamed) {
         EXPECT_FALSE(system.fileExists(none)) << none;
     }
     const std::filesystem::path before = std::filesystem::current_path();
-    std::filesystem::current_path(where);
+    system.changeDirectory(folder / "Übergabe");
+    EXPECT_EQ(errorOf([&] { system.changeDirectory(folder / "missing"); }), runtime::errPathNotFound);
+    EXPECT_FALSE(system.userName().empty());
     EXPECT_TRUE(system.fileExists("liste.OUT"));
     system.appendFile("KRVWinPr.LOG", "drei");
     EXPECT_EQ(system.currentDirectory(), folder / "Übergabe");
@@ -72,7 +75,16 @@ TEST_F(SystemPort, KeepsFilesForItsUserAndNeverOverAnother) {
     EXPECT_EQ(get(path), "eins");
     files->replace(path, "drei");
     files->replace(folder / "a/c/neu", "vier");
-    EXPECT_EQ(get(path) + get(folder / "a/c/neu"), "dreivier");
+    EXPECT_EQ(get(path) + files->read(folder / "a/c/neu"), "dreivier");
+    EXPECT_EQ(errorOf([&] { files->read(folder / "a/c/fehlt"); }), runtime::errFileNotFound);
+    files->create(folder / "a/b/A", "älter");
+    std::filesystem::last_write_time(pathOf(folder / "a/b/A"),
+                                     std::filesystem::file_time_type::clock::now() - std::chrono::hours(1));
+    std::filesystem::create_directory(pathOf(folder / "a/b/unten"));
+    EXPECT_EQ(files->names(folder / "a/b/"), (std::vector<std::string>{"Müller (1).OUT", "A"}));
+    EXPECT_TRUE(files->names(folder / "a/d/").empty());
+    std::filesystem::remove(pathOf(folder / "a/b/unten"));
+    files->remove(folder / "a/b/A");
     files->remove(path);
     files->remove(path);
     EXPECT_TRUE(std::filesystem::is_empty(pathOf(folder / "a/b")));

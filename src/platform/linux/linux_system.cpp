@@ -1,5 +1,6 @@
 #include "platform/linux/linux_system.h"
 
+#include <pwd.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -143,6 +144,17 @@ std::string LinuxSystem::currentDirectory() {
         throwFileError(errno == ENOENT ? ENOTDIR : errno, ".");
     }
     return folder.get();
+}
+
+void LinuxSystem::changeDirectory(const std::string& folder) {
+    if (::chdir(folder.c_str()) != 0) {
+        throwFileError(errno == ENOENT ? ENOTDIR : errno, folder);
+    }
+}
+
+std::string LinuxSystem::userName() {
+    const passwd* user = ::getpwuid(::geteuid());
+    return user != nullptr && user->pw_name != nullptr ? user->pw_name : "";
 }
 
 std::string LinuxSystem::readFile(const std::string& path) {

@@ -1,6 +1,14 @@
 #include "platform/linux/linux_user_files.h"
 
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <tuple>
 
 #include "platform/linux/c_string.h"
 #include "platform/linux/files.h"
@@ -8,6 +16,14 @@
 #include "platform/linux/user_folders.h"
 
 namespace platform_linux {
+
+namespace {
+
+struct FolderCloser {
+    void operator()(DIR* folder) const noexcept { ::closedir(folder); }
+};
+
+}  // namespace
 
 std::vector<std::string> LinuxUserFiles::folders(const std::string& name) {
     std::vector<std::string> result;
@@ -37,6 +53,33 @@ void LinuxUserFiles::replace(const std::string& path, std::string_view content) 
     if (const int error = replaceFile(path, content, how); error != 0) {
         throwFileError(error, path);
     }
+}
+
+std::vector<std::string> LinuxUserFiles::names(const std::string& folder) {
+    using Found = std::tuple<time_t, long, std::string>;
+    std::vector<Found> found;
+    const std::unique_ptr<DIR, FolderCloser> opened(::opendir(folder.c_str()));
+    for (const dirent* entry = nullptr; opened && (entry = ::readdir(opened.get())) != nullptr;) {
+        struct stat file {};
+        if (::fstatat(::dirfd(opened.get()), entry->d_name, &file, AT_SYMLINK_NOFOLLOW) == 0 && S_ISREG(file.st_mode) &&
+            file.st_uid == ::geteuid()) {
+            found.emplace_back(file.st_mtim.tv_sec, file.st_mtim.tv_nsec, entry->d_name);
+        }
+    }
+    std::sort(found.begin(), found.end(), std::greater<>());
+    std::vector<std::string> names;
+    for (Found& file : found) {
+        names.push_back(std::move(std::get<std::string>(file)));
+    }
+    return names;
+}
+
+std::string LinuxUserFiles::read(const std::string& path) {
+    std::string content;
+    if (const int error = readWholeFile(path, content); error != 0) {
+        throwFileError(error, path);
+    }
+    return content;
 }
 
 void LinuxUserFiles::remove(const std::string& path) noexcept { ::unlink(path.c_str()); }

@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <stdexcept>
 #include <utility>
@@ -117,6 +118,21 @@ std::string WindowsSystem::currentDirectory() {
     }
     folder.resize(length);
     return shownPath(folder);
+}
+
+void WindowsSystem::changeDirectory(const std::string& folder) {
+    if (::SetCurrentDirectoryW(widen(folder).c_str()) == 0) {
+        const DWORD error = ::GetLastError();
+        const bool missing = error == ERROR_FILE_NOT_FOUND || error == ERROR_DIRECTORY || error == ERROR_INVALID_NAME;
+        throwFileError(missing ? DWORD{ERROR_PATH_NOT_FOUND} : error, folder);
+    }
+}
+
+std::string WindowsSystem::userName() {
+    constexpr DWORD longest = 257;  // with the end
+    std::array<wchar_t, longest> name{};
+    DWORD size = longest;
+    return ::GetUserNameW(name.data(), &size) != 0 ? narrow(name.data()) : std::string();
 }
 
 std::string WindowsSystem::readFile(const std::string& path) {

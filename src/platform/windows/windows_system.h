@@ -18,6 +18,8 @@ public:
     std::string programDirectory() override;
     std::string programFileName() override;
     std::string currentDirectory() override;
+    void changeDirectory(const std::string& folder) override;
+    std::string userName() override;
     std::string readFile(const std::string& path) override;
     std::unique_ptr<platform::FileReader> openToRead(const std::string& path) override;
     std::uint64_t fileSize(const std::string& path) override;

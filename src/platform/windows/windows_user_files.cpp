@@ -4,8 +4,11 @@
 
 #include <algorithm>
 #include <exception>
+#include <tuple>
 
+#include "platform/windows/file_owner.h"
 #include "platform/windows/files.h"
+#include "platform/windows/handle.h"
 #include "platform/windows/places.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
@@ -34,6 +37,32 @@ DWORD withFolders(const std::wstring& path, const Write& write) {
     return error == ERROR_PATH_NOT_FOUND && folders != 0 ? folders : error;
 }
 
+struct SearchKind {
+    using Handle = HANDLE;
+    static Handle none() noexcept { return INVALID_HANDLE_VALUE; }
+    static void close(Handle handle) noexcept { ::FindClose(handle); }
+};
+
+struct FoundFile {
+    ULONGLONG changed;
+    std::wstring name;
+};
+
+// Files of whoever they are.
+std::vector<FoundFile> filesIn(const std::wstring& folder) {
+    constexpr DWORD others = FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT;
+    std::vector<FoundFile> files;
+    WIN32_FIND_DATAW file{};
+    const Owner<SearchKind> search(::FindFirstFileW((folder + L'*').c_str(), &file));
+    for (bool found = bool(search); found; found = ::FindNextFileW(search.get(), &file) != 0) {
+        if ((file.dwFileAttributes & others) == 0) {
+            const FILETIME& time = file.ftLastWriteTime;
+            files.push_back({ULARGE_INTEGER{{time.dwLowDateTime, time.dwHighDateTime}}.QuadPart, file.cFileName});
+        }
+    }
+    return files;
+}
+
 }  // namespace
 
 std::vector<std::string> WindowsUserFiles::folders(const std::string& name) {
@@ -60,6 +89,30 @@ void WindowsUserFiles::replace(const std::string& path, std::string_view content
     if (error != 0) {
         throwFileError(error, shownPath(file));
     }
+}
+
+std::vector<std::string> WindowsUserFiles::names(const std::string& folder) {
+    const std::wstring path = nativePath(folder);
+    std::vector<FoundFile> files = filesIn(path);
+    std::sort(files.begin(), files.end(), [](const FoundFile& left, const FoundFile& right) {
+        return std::tie(left.changed, left.name) > std::tie(right.changed, right.name);
+    });
+    std::vector<std::string> names;
+    for (const FoundFile& file : files) {
+        if (isUsersOwn(path + file.name)) {
+            names.push_back(narrow(file.name));
+        }
+    }
+    return names;
+}
+
+std::string WindowsUserFiles::read(const std::string& path) {
+    const std::wstring file = nativePath(path);
+    std::string content;
+    if (const DWORD error = readWholeFile(file, content); error != 0) {
+        throwFileError(error, shownPath(file));
+    }
+    return content;
 }
 
 void WindowsUserFiles::remove(const std::string& path) noexcept {

@@ -10,6 +10,8 @@ public:
     std::vector<std::string> folders(const std::string& name) override;
     void create(const std::string& path, std::string_view content) override;
     void replace(const std::string& path, std::string_view content) override;
+    std::vector<std::string> names(const std::string& folder) override;
+    std::string read(const std::string& path) override;
     void remove(const std::string& path) noexcept override;
 };
 

@@ -79,7 +79,17 @@ public:
     std::string commandTail() override { return tail; }
     std::string programDirectory() override { return "C:\\Programme"; }
     std::string programFileName() override { return "KRVWinPr.exe"; }
-    std::string currentDirectory() override { return "C:\\KORVANO"; }
+    std::string directory = "C:\\KORVANO";
+    std::set<std::string> missingFolders;
+    std::string user = "meier";
+    std::string currentDirectory() override { return directory; }
+    void changeDirectory(const std::string& folder) override {
+        if (missingFolders.contains(folder)) {
+            throw runtime::Error(runtime::errPathNotFound, folder);
+        }
+        directory = folder;
+    }
+    std::string userName() override { return user; }
     std::string readFile(const std::string& path) override {
         const auto failure = failures.find(path);
         if (failure != failures.end() || !files.contains(path)) {
@@ -251,6 +261,22 @@ public:
             throw runtime::Error(runtime::errPermissionDenied, path);
         }
         files[path] = content;
+    }
+    // In the order of their names, which is as good as any.
+    std::vector<std::string> names(const std::string& folder) override {
+        std::vector<std::string> names;
+        for (const auto& [path, content] : files) {
+            if (path.starts_with(folder)) {
+                names.push_back(path.substr(folder.size()));
+            }
+        }
+        return names;
+    }
+    std::string read(const std::string& path) override {
+        if (!files.contains(path)) {
+            throw runtime::Error(runtime::errFileNotFound, path);
+        }
+        return files[path];
     }
     void remove(const std::string& path) noexcept override { files.erase(path); }
 };

@@ -90,9 +90,10 @@ void FormWindow::resizeEvent(QResizeEvent* event) {
     const QSize more = size() - designed_;
     for (const Moving& moving : moving_) {
         const bool fills = moving.sizing == platform::Sizing::fill;
+        const bool grows = moving.sizing != platform::Sizing::bottom;
         const QRect& was = moving.designed;
         moving.widget->setGeometry(was.x(), was.y() + (fills ? 0 : more.height()),
-                                   std::max(0, was.width() + more.width()),
+                                   std::max(0, was.width() + (grows ? more.width() : 0)),
                                    std::max(0, was.height() + (fills ? more.height() : 0)));
     }
 }

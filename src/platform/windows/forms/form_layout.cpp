@@ -19,7 +19,7 @@ void FormLayout::add(HWND window, const platform::Control& control) {
     const platform::Place& place = control.place;
     RECT designed{place.x, place.y, place.x + place.width, place.y + place.height};
     ::MapDialogRect(form_, &designed);
-    moving_.push_back({window, designed, control.sizing == platform::Sizing::fill});
+    moving_.push_back({window, designed, control.sizing});
 }
 
 void FormLayout::arrange() const {
@@ -29,10 +29,12 @@ void FormLayout::arrange() const {
     const LONG higher = room.bottom - designed_.cy;
     HDWP all = ::BeginDeferWindowPos(static_cast<int>(moving_.size()));
     for (const Moving& part : moving_) {
+        const bool fills = part.sizing == platform::Sizing::fill;
+        const bool grows = part.sizing != platform::Sizing::bottom;
         const RECT& from = part.designed;
-        const LONG top = from.top + (part.fills ? 0 : higher);
-        const LONG width = std::max(0L, from.right - from.left + wider);
-        const LONG height = std::max(0L, from.bottom - from.top + (part.fills ? higher : 0));
+        const LONG top = from.top + (fills ? 0 : higher);
+        const LONG width = std::max(0L, from.right - from.left + (grows ? wider : 0));
+        const LONG height = std::max(0L, from.bottom - from.top + (fills ? higher : 0));
         if (all != nullptr) {
             all = ::DeferWindowPos(all, part.window, nullptr, from.left, top, width, height,
                                    SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOCOPYBITS);

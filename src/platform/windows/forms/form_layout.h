@@ -27,7 +27,7 @@ private:
     struct Moving {
         HWND window = nullptr;
         RECT designed{};
-        bool fills = false;
+        platform::Sizing sizing = platform::Sizing::fixed;
     };
 
     HWND form_ = nullptr;
