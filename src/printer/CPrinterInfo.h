@@ -8,22 +8,9 @@
 #include "platform/activity.h"
 #include "platform/print_jobs.h"
 #include "platform/spooler.h"
+#include "printer/CPrinterJobs.h"
 
 namespace printer {
-
-// The jobs in a printer's queue, counted afresh every time; whoever sent them.
-class CPrinterJobs {
-public:
-    CPrinterJobs(platform::PrintJobs& jobs, std::string printerName)
-        : jobs_(&jobs), printerName_(std::move(printerName)) {}
-
-    // Throws platform::SpoolerError where the spooler does not tell.
-    int Count() const { return jobs_->count(printerName_); }
-
-private:
-    platform::PrintJobs* jobs_;
-    std::string printerName_;
-};
 
 // A failed call of the spooler throws nothing: its code is kept, and its text is the status text until a call succeeds.
 class CPrinterInfo {

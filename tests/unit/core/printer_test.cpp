@@ -38,6 +38,35 @@ TEST_F(PrinterTest, AttributesAreReadFromTheRecord) {
     EXPECT_EQ(info.DisplayName(), "Laser auf srv");
 }
 
+TEST_F(PrinterTest, JobsAreOneListingWithTheTextsThatUsersSee) {
+    auto& queue = host.printJobs;
+    queue.add(12, "RECHNUNG.OUT", "meier", 0x2 | 0x40 | 0x18000);
+    queue.add(7, "LISTE.OUT", "schulz");
+    queue.queue[0].statusText = "Klappe offen";
+    queue.queue[0].submitted = runtime::DateTime{2026, 11, 21, 9, 5, 0, 0};
+    queue.queue[0].waitingSeconds = 2 * 3600 + 5 * 60 + 59;
+    printer::CPrinterJobs jobs = printer::CPrinterInfo(host.spooler, queue, "Laser 1").Jobs();
+    const printer::CPrinterJob& first = jobs.Item(1);
+    EXPECT_EQ(first.StatusText(), "Fehler, Kein Papier, 18000 (Klappe offen)");
+    EXPECT_EQ(first.Submitted(session.locale()) + " " + first.WaitingTime(), "21.11.2026 09:05:00 2 h 05 min");
+    EXPECT_EQ(jobs.ItemByNumber(7).StatusText() + jobs.Item(2).WaitingTime(), "Wartet0 min");
+    EXPECT_EQ(std::distance(jobs.begin(), jobs.end()), 2);
+    EXPECT_EQ(queue.lists, 1);
+    for (const auto& none :
+         {+[](const printer::CPrinterJobs& of) { of.Item(0); }, +[](const printer::CPrinterJobs& of) { of.Item(3); },
+          +[](const printer::CPrinterJobs& of) { of.ItemByNumber(1); }}) {
+        EXPECT_EQ(testing_support::failureOf([&] { none(jobs); }).number(), runtime::errSubscript);
+    }
+    jobs.ItemByNumber(7).MoveToFront();
+    jobs.Item(1).Priority(99);
+    EXPECT_EQ(jobs.Item(1).JobNumber(), 12U);
+    jobs.Refresh();
+    EXPECT_EQ(jobs.Item(1).JobNumber(), 7U);
+    queue.refuses[7] = "darf nicht";
+    EXPECT_THROW(jobs.Item(1).Cancel(), platform::SpoolerError);
+    EXPECT_EQ(queue.done, (testing_support::Lines{"front 7", "priority 99 12"}));
+}
+
 TEST_F(PrinterTest, MarginsAndSizeComeFromTheDevice) {
     auto& capabilities = host.spooler.device.capabilities = testing_support::oblongPixels;
     session.log.debugging(true);

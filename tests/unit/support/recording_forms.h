@@ -26,6 +26,8 @@ struct FormState {
         platform::ScrollBar across;
         platform::ScrollBar down;
         platform::Cursor cursor = platform::Cursor::arrow;
+        int rowCount = 0;
+        std::vector<int> rows;  // selected ones of a table
     };
     platform::FormDesign design;
     platform::FormEvents* events = nullptr;
@@ -40,6 +42,7 @@ struct FormState {
     platform::CanvasSize canvasSize{800, 600, 96, 96, 1};
     int invalidations = 0;
     platform::WindowPlace place;
+    int timer = 0;  // milliseconds
 
     // The user.
     void press(const std::string& button) {
@@ -89,6 +92,19 @@ struct FormState {
     void choose(const std::string& list, int index) {
         select(list, index);
         events->clicked(list);
+    }
+    void chooseRows(const std::string& table, const std::vector<int>& rows) {
+        controls.at(table).rows = rows;
+        events->clicked(table);
+    }
+    // What stands in a row, its cells joined.
+    std::string row(const std::string& table, int row) const {
+        std::string text;
+        const auto control = std::ranges::find(design.controls, table, &platform::Control::name);
+        for (std::size_t column = 0; column < control->columns.size(); ++column) {
+            text += (column > 0 ? "|" : "") + events->cell(table, row, static_cast<int>(column));
+        }
+        return text;
     }
     // What stays of characters typed behind each other.
     void type(const std::string& box, std::u32string_view characters) {
@@ -143,6 +159,11 @@ public:
         suggested = suggestion;
         return fileToWrite;
     }
+    std::string shownInFolder;
+    bool showInFolder(const std::string& path) override {
+        shownInFolder = path;
+        return hasDesktop;
+    }
     std::string showPrinterFolder() override {
         ++folders;
         return remedy;
@@ -181,6 +202,17 @@ private:
             at(control).down = down;
         }
         void setCursor(const std::string& control, platform::Cursor cursor) override { at(control).cursor = cursor; }
+        void setRowCount(const std::string& table, int count) override {
+            at(table).rowCount = count;
+            std::erase_if(at(table).rows, [count](int row) { return row >= count; });
+        }
+        std::vector<int> selectedRows(const std::string& table) const override {
+            return state_.controls.at(table).rows;
+        }
+        void selectRows(const std::string& table, const std::vector<int>& rows, bool) override {
+            at(table).rows = rows;
+        }
+        void wantTimer(int milliseconds) override { state_.timer = milliseconds; }
         void wantIdle(bool want) override { state_.wantsIdle = want; }
         platform::WindowPlace windowPlace() const override { return state_.place; }
         void setWindowPlace(const platform::WindowPlace& place) override { state_.place = place; }

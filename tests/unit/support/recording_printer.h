@@ -1,12 +1,14 @@
 // A printer that records what is drawn on it. Its device has 1440 pixels per inch, so a pixel is a twip.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <map>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/drawing/page_recording.h"
@@ -218,7 +220,8 @@ public:
         return record;
     }
     std::vector<platform::PaperBin> paperBins(const std::string&) override { return bins; }
-    bool canAdminister(const std::string&) override { return true; }
+    bool administers = true;
+    bool canAdminister(const std::string&) override { return administers; }
     void showProperties(const std::string&) override {}
     platform::ServiceState serviceState() override {
         ++serviceAsked;
@@ -260,10 +263,27 @@ private:
     }
 };
 
-// Fails as the spooler does.
+// One queue, of whatever printer. Fails as the spooler does.
 class FakePrintJobs : public platform::PrintJobs {
 public:
     explicit FakePrintJobs(FakeSpooler& spooler) : spooler_(spooler) {}
+
+    std::vector<platform::PrintJob> queue;
+    std::map<std::uint32_t, std::string> refuses;  // why, by the numbers of jobs
+    std::vector<std::string> done;                 // what was asked for, "cancel 7"
+    int lists = 0;
+    bool hasEvents = false;
+    bool changed = false;  // since the last question
+
+    void add(std::uint32_t number, const std::string& document, const std::string& user, std::uint32_t status = 0) {
+        platform::PrintJob job;
+        job.number = number;
+        job.document = document;
+        job.user = user;
+        job.status = status;
+        job.position = static_cast<std::uint32_t>(queue.size() + 1);
+        queue.push_back(job);
+    }
 
     int count(const std::string&) override {
         spooler_.check();
@@ -273,9 +293,61 @@ public:
         }
         return count;
     }
+    std::vector<platform::PrintJob> list(const std::string&) override {
+        ++lists;
+        spooler_.check();
+        spooler_.answer();
+        return queue;
+    }
+    void control(const std::string&, std::uint32_t number, platform::JobOperation operation) override {
+        static const std::map<platform::JobOperation, const char*> names = {
+            {platform::JobOperation::pause, "pause"},
+            {platform::JobOperation::resume, "resume"},
+            {platform::JobOperation::cancel, "cancel"},
+            {platform::JobOperation::restart, "restart"},
+            {platform::JobOperation::toFront, "front"}};
+        note(names.at(operation), number);
+        const auto job = std::ranges::find(queue, number, &platform::PrintJob::number);
+        if (operation == platform::JobOperation::cancel) {
+            queue.erase(job);
+        } else if (operation == platform::JobOperation::toFront) {
+            std::rotate(queue.begin(), job, job + 1);
+        } else if (operation == platform::JobOperation::pause) {
+            job->status |= platform::job_status::paused;
+        }
+    }
+    void setPriority(const std::string&, std::uint32_t number, std::uint32_t priority) override {
+        note("priority " + std::to_string(priority), number);
+        std::ranges::find(queue, number, &platform::PrintJob::number)->priority = priority;
+    }
     void purge(const std::string&) override { spooler_.check(); }
+    void resumePrinter(const std::string& printer) override {
+        spooler_.check();
+        done.push_back("resume " + printer);
+        spooler_.record.status = 0;
+    }
+    std::unique_ptr<platform::QueueWatch> watch(const std::string&) override {
+        return hasEvents ? std::make_unique<Watch>(*this) : nullptr;
+    }
 
 private:
+    class Watch : public platform::QueueWatch {
+    public:
+        explicit Watch(FakePrintJobs& jobs) : jobs_(jobs) {}
+        bool changed() override { return std::exchange(jobs_.changed, false); }
+
+    private:
+        FakePrintJobs& jobs_;
+    };
+
+    void note(const std::string& what, std::uint32_t number) {
+        spooler_.check();
+        if (refuses.contains(number)) {
+            throw platform::SpoolerError(5, refuses[number]);
+        }
+        done.push_back(what + " " + std::to_string(number));
+    }
+
     FakeSpooler& spooler_;
 };
 
