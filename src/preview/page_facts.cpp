@@ -3,8 +3,6 @@
 #include <array>
 #include <cmath>
 
-#include "runtime/numbers.h"
-
 namespace preview {
 
 namespace {
@@ -20,10 +18,6 @@ long long millimetres(int pixels, int pixelsPerInch) {
     return std::llround(pixels * inch / (pixelsPerInch > 0 ? pixelsPerInch : 1));
 }
 
-std::string withOneDecimal(double value, const runtime::Locale& locale) {
-    return runtime::doubleText(std::round(value * 10) / 10, locale);
-}
-
 }  // namespace
 
 std::string paperText(int paperSize, const platform::DeviceCapabilities& device) {
@@ -36,16 +30,6 @@ std::string paperText(int paperSize, const platform::DeviceCapabilities& device)
     }
     return std::to_string(millimetres(device.physicalWidth, device.logPixelsX)) + " x " +
            std::to_string(millimetres(device.physicalHeight, device.logPixelsY)) + " mm";
-}
-
-std::string sizeText(std::uint64_t bytes, const runtime::Locale& locale) {
-    constexpr std::uint64_t kilo = 1024;
-    if (bytes < kilo) {
-        return std::to_string(bytes) + " Byte";
-    }
-    const double kilobytes = static_cast<double>(bytes) / kilo;
-    return kilobytes < kilo ? withOneDecimal(kilobytes, locale) + " KB"
-                            : withOneDecimal(kilobytes / kilo, locale) + " MB";
 }
 
 }  // namespace preview

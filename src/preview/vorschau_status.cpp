@@ -5,6 +5,7 @@
 
 #include "preview/FVorschau.h"
 #include "preview/page_facts.h"
+#include "runtime/numbers.h"
 #include "runtime/utf8.h"
 
 namespace preview {
@@ -79,7 +80,7 @@ std::string FVorschau::statusText() {
                 between + ("Schacht " + page->requestedTray) + (bin.empty() ? "" : " (" + runtime::shown(bin) + ")");
         }
     }
-    text += between + sizeText(pages_->fileSize(), session_.locale());
+    text += between + runtime::sizeText(pages_->fileSize(), session_.locale());
     return pane_->showsSheet() ? text + between + zoomText(Zoom::of(pane_->percent()), session_.locale()) : text;
 }
 

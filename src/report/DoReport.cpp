@@ -4,6 +4,7 @@
 #include <memory>
 #include <new>
 #include <optional>
+#include <utility>
 
 #include "printer/printer_choice.h"
 #include "report/completion.h"
@@ -36,10 +37,10 @@ public:
           order_(order),
           shownFile_(runtime::shown(order.sDateiname)),
           letEventsRun_(letEventsRun),
-          failure_(session, order.sDateiname, order.sGrafikname),
+          failure_(session, order.sDateiname, order.sGrafikname, order.kept != nullptr),
           kept_(session, order) {}
 
-    void run() noexcept;
+    std::string run() noexcept;
 
 private:
     void begin();
@@ -74,6 +75,7 @@ private:
     bool accepted_ = false;  // the host goes on, or will as soon as the job has ended, and the file has been read
     bool printed_ = false;
     bool ended_ = false;
+    std::string whyNot_;  // it was not printed
     std::string printText_;
     bool ofOKFile_ = false;                    // the print file is the completion file: it is there, and stays as it is
     std::optional<std::string> namedPrinter_;  // the printer that the order names, where it is installed
@@ -81,7 +83,7 @@ private:
 };
 
 // Whatever fails, be it the report of a failure itself for want of memory: the common end is reached.
-void ReportJob::run() noexcept {
+std::string ReportJob::run() noexcept {
     attempt([this] {
         try {
             begin();
@@ -99,6 +101,7 @@ void ReportJob::run() noexcept {
     if (!ended_) {
         commonEnd();
     }
+    return std::move(whyNot_);
 }
 
 void ReportJob::begin() {
@@ -118,13 +121,14 @@ void ReportJob::begin() {
 // A host that waits is let go all the same, so its job is kept.
 void ReportJob::refuseWithoutPrinters() {
     std::string whereabouts;
-    if (order_.blnWait) {
+    whyNot_ = printer::noPrinterReason(session_.program);
+    if (order_.blnWait || order_.kept != nullptr) {
         attempt([&] {
             loadPrintFile();
             accepted_ = true;
             JobEnd end;
             end.fate = JobEnd::Fate::notPrinted;
-            end.reason = printer::noPrinterReason(session_.program);
+            end.reason = whyNot_;
             whereabouts = keep(end);
         });
     }
@@ -153,6 +157,11 @@ void ReportJob::printReport() {
 
 void ReportJob::loadPrintFile() {
     platform::System& system = session_.platform.system;
+    if (order_.kept != nullptr) {
+        accepted_ = true;
+        printText_ = session_.platform.userFiles.read(order_.kept->path());
+        return;
+    }
     printText_ = system.readFile(order_.sDateiname);
     ofOKFile_ = isOKFile(system, order_.sDateiname);
     if (ofOKFile_) {
@@ -167,12 +176,16 @@ void ReportJob::loadPrintFile() {
 
 void ReportJob::readPrintFile() {
     loadPrintFile();
-    accepted_ = order_.blnWait;
+    accepted_ = accepted_ || order_.blnWait;
     log_.line(">   ", shownFile_, " gelesen");
 }
 
 // Without "/WAIT" the host goes on as soon as its print file has been read; what it does not wait for comes behind.
 void ReportJob::earlyHandshake() {
+    if (order_.kept != nullptr) {
+        log_.line(">   KRVWINPR.OK entfällt, aufbewahrt als ", runtime::shown(order_.kept->path()));
+        return;
+    }
     if (order_.blnWait) {
         log_.line(">   KRVWINPR.OK übersprungen wegen /WAIT-Parameter");
         kept_.begin(printText_);
@@ -243,16 +256,21 @@ void ReportJob::report(const Error& error) {
     });
     attempt([&] {
         const JobEnd end = endBy(error);
+        whyNot_ = end.reason;
         const std::string whereabouts = keep(end);
         failure_.report(progress_.stretch(), error, end, whereabouts);
     });
     commonEnd();
 }
 
-// Somebody who saw the job in its queue did not want it: nobody is asked anything, and nothing is kept.
+// Somebody who saw the job in its queue did not want it: nobody is asked anything, and nothing is kept that was not
+// kept before.
 void ReportJob::cancel() {
     attempt([this] { printer_.reset(); });
-    kept_.discard();
+    attempt([this] { whyNot_ = "Der Druck wurde abgebrochen."; });
+    if (order_.kept == nullptr) {
+        kept_.discard();
+    }
     attempt([this] { failure_.reportCancel(); });
     letHostGo();
 }
@@ -300,14 +318,15 @@ void ReportJob::letHostGo() noexcept {
 
 }  // namespace
 
-void DoReport(session::Session& session, const JobOrder& order, const LetEventsRun& letEventsRun) {
+std::string DoReport(session::Session& session, const JobOrder& order, const LetEventsRun& letEventsRun) {
     try {
-        ReportJob(session, order, letEventsRun).run();
+        return ReportJob(session, order, letEventsRun).run();
     } catch (const std::bad_alloc&) {
         session.platform.dialogs.outOfMemory();
         if (order.blnWait) {
             WriteOKFile(session);
         }
+        return runtime::describe(runtime::errOutOfMemory);
     }
 }
 

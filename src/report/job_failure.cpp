@@ -109,10 +109,12 @@ void JobFailure::reportNoPrinters(const std::string& whereabouts) {
     if (!whereabouts.empty()) {
         const std::string text = "Druckauftrag '" + sDateiname_ + "' nicht gedruckt. " + whereabouts + " " + reason;
         session_.platform.dialogs.diagnostic(text);
-        session_.platform.dialogs.notify(text);
+        notify(text);
     }
     session_.log.line(">   ", reason, " ", printer::jobCancelled);
-    printer::showNoPrinter(session_);
+    if (!attended_) {
+        printer::showNoPrinter(session_);
+    }
 }
 
 void JobFailure::offerLog() {
@@ -137,12 +139,20 @@ void JobFailure::tellUser(const Error& error, const JobEnd& end, const std::stri
     session_.platform.dialogs.diagnostic(job + (printed ? " " : ", ") + reason + blank + whereabouts);
     if (!printed) {
         // A notification may be cut off: what can be read later, beside the job, comes last.
-        session_.platform.dialogs.notify(job + (whereabouts.empty() ? ", " : ". ") + whereabouts + blank + reason);
+        notify(job + (whereabouts.empty() ? ", " : ". ") + whereabouts + blank + reason);
     }
 }
 
 void JobFailure::showBox(const std::string& text) {
-    session_.platform.dialogs.messageBox(text, Buttons::ok, Icon::critical, "KrvWinPr");
+    if (!attended_) {
+        session_.platform.dialogs.messageBox(text, Buttons::ok, Icon::critical, "KrvWinPr");
+    }
+}
+
+void JobFailure::notify(const std::string& text) {
+    if (!attended_) {
+        session_.platform.dialogs.notify(text);
+    }
 }
 
 }  // namespace report

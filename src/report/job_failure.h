@@ -16,9 +16,13 @@ std::string failureText(Stretch stretch, const runtime::Error& error, const std:
 
 class JobFailure {
 public:
-    // The session is borrowed. sDateiname is the print file, sGrafikname the background picture.
-    JobFailure(session::Session& session, const std::string& sDateiname, const std::string& sGrafikname)
-        : session_(session), sDateiname_(runtime::shown(sDateiname)), sGrafikname_(runtime::shown(sGrafikname)) {}
+    // The session is borrowed. sDateiname is the print file, sGrafikname the background picture. Of a job that is
+    // attended whoever started it tells the user: here only log and standard error are told.
+    JobFailure(session::Session& session, const std::string& sDateiname, const std::string& sGrafikname, bool attended)
+        : session_(session),
+          sDateiname_(runtime::shown(sDateiname)),
+          sGrafikname_(runtime::shown(sGrafikname)),
+          attended_(attended) {}
 
     // Tells log and user as it belongs to the stretch; whereabouts says where the job is kept. The printer is asked for
     // its status where a page failed. Throws what the log throws.
@@ -40,10 +44,12 @@ private:
     void logPage(const runtime::Error& error, const std::string& deviceName);
     void tellUser(const runtime::Error& error, const JobEnd& end, const std::string& whereabouts);
     void showBox(const std::string& text);
+    void notify(const std::string& text);
 
     session::Session& session_;
     const std::string sDateiname_;  // as they are shown
     const std::string sGrafikname_;
+    const bool attended_;
 };
 
 }  // namespace report

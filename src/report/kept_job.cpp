@@ -1,9 +1,11 @@
 #include "report/kept_job.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include "report/job_end.h"
+#include "report/kept_jobs.h"
 #include "runtime/datetime.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
@@ -15,8 +17,6 @@ namespace {
 
 using Fate = JobEnd::Fate;
 
-constexpr const char* folderName = "Nicht gedruckt";
-constexpr const char* textEnding = ".txt";
 constexpr std::size_t longestName = 200;  // bytes, so that number and endings find room
 
 // The print file's own name, without what no name should have.
@@ -46,22 +46,22 @@ std::string headlineOf(const JobEnd& end) {
                                 : "Dieser Druckauftrag wurde nicht gedruckt.";
 }
 
-std::string field(std::string label, const std::string& value) {
-    constexpr std::size_t column = 20;
-    label += ':';
-    label.resize(std::max(label.size(), column), ' ');
-    return value.empty() ? "" : label + value + "\r\n";
-}
-
 }  // namespace
+
+KeptJob::KeptJob(session::Session& session, const MPrint::JobOrder& order) : session_(session), order_(order) {
+    if (order.kept != nullptr) {
+        folder_ = order.kept->folder;
+        name_ = order.kept->name;
+    }
+}
 
 void KeptJob::begin(std::string_view printText) {
     try {
-        const std::vector<std::string> folders = session_.platform.userFiles.folders(folderName);
+        const std::vector<std::string> folders = session_.platform.userFiles.folders(folderOfKeptJobs);
         if (folders.size() > 1) {
             create(folders.front(), printText);
             session_.platform.userFiles.create(
-                folder_ + name_ + textEnding,
+                folder_ + name_ + endingOfKeptText,
                 description("Dieser Druckauftrag wird gerade gedruckt. Steht das hier noch, wenn nichts mehr gedruckt "
                             "wird, so wurde das Programm vorher beendet.",
                             {}, {}));
@@ -72,17 +72,17 @@ void KeptJob::begin(std::string_view printText) {
 }
 
 void KeptJob::discard() noexcept {
-    if (!folder_.empty()) {
-        platform::UserFiles& files = session_.platform.userFiles;
-        files.remove(folder_ + name_ + textEnding);
-        files.remove(folder_ + name_);
-        folder_.clear();
+    if (order_.kept != nullptr) {
+        removeKeptJob(session_, *order_.kept);
+    } else if (!folder_.empty()) {
+        removeKeptJob(session_, {std::move(folder_), std::move(name_), {}});
     }
+    folder_.clear();
 }
 
 void KeptJob::finish(const JobEnd& end, std::string_view printText, printer::Printer* printer) {
     platform::UserFiles& files = session_.platform.userFiles;
-    const std::vector<std::string> folders = files.folders(folderName);
+    const std::vector<std::string> folders = files.folders(folderOfKeptJobs);
     for (auto folder = folders.begin(); folder_.empty() && folder != folders.end(); ++folder) {
         try {
             create(*folder, printText);
@@ -93,9 +93,12 @@ void KeptJob::finish(const JobEnd& end, std::string_view printText, printer::Pri
         }
     }
     const std::string path = folder_ + name_;
-    const std::vector<std::string> documents =
-        printer != nullptr ? printer->SaveRest(path) : std::vector<std::string>();
-    files.replace(path + textEnding, description(headlineOf(end), end, documents));
+    // The pages that were finished once are the same.
+    std::vector<std::string> documents = order_.kept != nullptr ? order_.kept->text.documents : KeptText().documents;
+    if (documents.empty() && printer != nullptr) {
+        documents = printer->SaveRest(path);
+    }
+    files.replace(path + endingOfKeptText, description(headlineOf(end), end, documents));
 }
 
 std::string KeptJob::whereabouts() const {
@@ -134,16 +137,17 @@ std::string KeptJob::description(const std::string& headline, const JobEnd& end,
         arguments.pop_back();
     }
     const std::string folder = system.currentDirectory();
-    std::string text = headline + "\r\n\r\n";
-    text += field("Zeit", runtime::dateTimeText(system.localTime(), session_.locale()));
-    text += field("Druckdatei", runtime::shown(order_.sDateiname));
-    text += field("Ordner", folder);
-    text += field("Drucker", end.printer.empty() ? order_.sDruckerTreiber : end.printer);
-    text += field("Grund", end.reason);
-    text += field("Gedruckte Seiten", end.pagesPrinted > 0 ? "die ersten " + std::to_string(end.pagesPrinted) : "");
-    for (const std::string& document : documents) {
-        text += field("Fertige Seiten", document);
-    }
+    KeptText lines;
+    lines.time = runtime::dateTimeText(system.localTime(), session_.locale());
+    lines.printFile = order_.sDateiname;
+    lines.folder = folder;
+    lines.graphic = order_.sGrafikname;
+    lines.switches = order_.blnTwoPass ? "/TWOPASS" : "";
+    lines.printer = end.printer.empty() ? order_.sDruckerTreiber : end.printer;
+    lines.reason = end.reason;
+    lines.pages = end.pagesPrinted > 0 ? "die ersten " + std::to_string(end.pagesPrinted) : "";
+    lines.documents = documents;
+    std::string text = headline + "\r\n\r\n" + writtenKeptText(lines);
     text += "\r\nSo wird er noch einmal gedruckt:\r\n\r\n" + system.shellCommand(folder, arguments) + "\r\n\r\n";
     text += "Danach können die Dateien „" + name_ + "“ und die gleichnamigen daneben gelöscht werden.\r\n";
     constexpr const char* utf8Mark = "\xEF\xBB\xBF";

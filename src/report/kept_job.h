@@ -15,8 +15,8 @@ namespace report {
 // beside it, "RECHNUNG (1).OUT.txt"; for a job that failed also its finished document, "RECHNUNG (1).OUT.pdf".
 class KeptJob {
 public:
-    // Both are borrowed.
-    KeptJob(session::Session& session, const MPrint::JobOrder& order) : session_(session), order_(order) {}
+    // Both are borrowed. A job that has been kept before stays where it is.
+    KeptJob(session::Session& session, const MPrint::JobOrder& order);
 
     // Makes the copy in the user's own data. That this is not possible does not matter before the job fails.
     void begin(std::string_view printText);

@@ -286,6 +286,16 @@ std::string singleText(float value, const Locale& locale) { return realText(valu
 
 std::string doubleText(double value, const Locale& locale) { return realText(value, 15, locale); }
 
+std::string sizeText(std::uint64_t bytes, const Locale& locale) {
+    constexpr std::uint64_t kilo = 1024;
+    if (bytes < kilo) {
+        return std::to_string(bytes) + " Byte";
+    }
+    const auto withOneDecimal = [&locale](double value) { return doubleText(std::round(value * 10) / 10, locale); };
+    const double kilobytes = static_cast<double>(bytes) / kilo;
+    return kilobytes < kilo ? withOneDecimal(kilobytes) + " KB" : withOneDecimal(kilobytes / kilo) + " MB";
+}
+
 const std::string& booleanText(bool value, const Locale& locale) { return value ? locale.trueText : locale.falseText; }
 
 std::string hexText(std::uint32_t value) {

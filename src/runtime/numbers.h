@@ -40,6 +40,9 @@ double parseNumber(std::string_view text, const Locale& locale);
 std::string singleText(float value, const Locale& locale);
 std::string doubleText(double value, const Locale& locale);
 
+// A number of bytes: "873 Byte", "12,5 KB", "3,1 MB".
+std::string sizeText(std::uint64_t bytes, const Locale& locale);
+
 // "Wahr" or "Falsch" in German.
 const std::string& booleanText(bool value, const Locale& locale);
 

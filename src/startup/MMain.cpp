@@ -8,9 +8,11 @@
 
 #include "graphics/MGrafikdruck.h"
 #include "graphics/MInverser.h"
+#include "joblist/FDruckauftraege.h"
 #include "preview/FVorschau.h"
 #include "report/DoReport.h"
 #include "report/completion.h"
+#include "report/kept_jobs.h"
 #include "runtime/crash_on_purpose.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
@@ -56,7 +58,8 @@ Switches takeSwitches(clsArguments& arguments, session::DebugLog& log) {
 }
 
 bool isCommand(const std::string& mode) {
-    return mode == "/DRUCKERAUSWAHL" || mode == "/VORSCHAU" || mode == "/INVERT" || mode == "/PRINTGRAPHIC";
+    return mode == "/DRUCKERAUSWAHL" || mode == "/VORSCHAU" || mode == "/AUFTRAEGE" || mode == "/INVERT" ||
+           mode == "/PRINTGRAPHIC";
 }
 
 // Whether somebody does not go on before there is a completion file.
@@ -82,6 +85,8 @@ private:
     void showUsage();
     void selectPrinter();
     void showPreview(const clsArguments& arguments, const Switches& switches);
+    void showJobList(const std::string& sDruckerTreiber);
+    bool refusesWithoutPrinters();
     void show(const std::string& text);
 
     platform::System& system() { return session_.platform.system; }
@@ -91,6 +96,7 @@ private:
     std::string exePath_;
     std::unique_ptr<settings::FDruckerAuswahl> druckerAuswahl_;
     std::unique_ptr<preview::FVorschau> vorschau_;
+    std::unique_ptr<joblist::FDruckauftraege> druckauftraege_;
 };
 
 void StartUp::run(bool& reportBegun) {
@@ -167,6 +173,9 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, 
     } else if (mode == "/VORSCHAU") {
         session_.activity().mode = "Vorschau";
         showPreview(arguments, switches);
+    } else if (mode == "/AUFTRAEGE") {
+        session_.activity().mode = "Druckaufträge";
+        showJobList(arguments.Item(2));
     } else if (mode == "/INVERT") {
         session_.activity().mode = "Grafik invertieren";
         log_.line("> Invertierungbeginn");
@@ -199,10 +208,7 @@ void StartUp::showUsage() {
 
 void StartUp::selectPrinter() {
     log_.line("> Druckertreiberauswahlbeginn");
-    if (!session_.platform.spooler.hasPrinters()) {
-        log_.line("> keine Windowsdruckertreiber eingerichtet");
-        show("Es sind keine Druckertreiber unter Windows eingerichtet!");
-    } else {
+    if (!refusesWithoutPrinters()) {
         log_.line("> Windowsdruckertreiber Auswahlformbeginn");
         druckerAuswahl_ = std::make_unique<settings::FDruckerAuswahl>(
             session_, [this](const std::string& file, const std::string& printer, const auto& letEventsRun) {
@@ -224,6 +230,28 @@ void StartUp::showPreview(const clsArguments& arguments, const Switches& switche
     log_.line("> Form angezeigt");
     vorschau_->DoVorschau();
     log_.line("> Vorschauende");
+}
+
+// Kept jobs are there without any printer, too.
+void StartUp::showJobList(const std::string& sDruckerTreiber) {
+    log_.line("> Auftragslistebeginn");
+    if (!refusesWithoutPrinters() || !report::keptJobs(session_).empty()) {
+        druckauftraege_ = std::make_unique<joblist::FDruckauftraege>(
+            session_, [this](const report::KeptEntry& job, const auto& letEventsRun) {
+                return report::printKeptJob(session_, job, letEventsRun);
+            });
+        druckauftraege_->Show(sDruckerTreiber);
+    }
+    log_.line("> Auftragslisteende");
+}
+
+bool StartUp::refusesWithoutPrinters() {
+    if (session_.platform.spooler.hasPrinters()) {
+        return false;
+    }
+    log_.line("> keine Windowsdruckertreiber eingerichtet");
+    show("Es sind keine Druckertreiber unter Windows eingerichtet!");
+    return true;
 }
 
 void StartUp::show(const std::string& text) {

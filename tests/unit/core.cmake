@@ -1,9 +1,10 @@
-krv_unit_test(core-tests LIBS krv-startup krv-preview krv-crash SOURCES
+krv_unit_test(core-tests LIBS krv-startup krv-preview krv-joblist krv-crash SOURCES
     unit/core/barcode_test.cpp
     unit/core/crash_report_test.cpp
     unit/core/druckerauswahl_test.cpp
     unit/core/graphics_test.cpp
     unit/core/hplaser_test.cpp
+    unit/core/joblist_test.cpp
     unit/core/page_interpreter_test.cpp
     unit/core/page_recording_test.cpp
     unit/core/preview_test.cpp

@@ -3,6 +3,7 @@
 #include "preview/page_facts.h"
 #include "preview/sheet_layout.h"
 #include "preview/zoom.h"
+#include "runtime/numbers.h"
 #include "unit/support/core_test.h"
 #include "unit/support/recording_canvas.h"
 
@@ -113,8 +114,8 @@ TEST(PageFacts, NamePaperAndSize) {
     EXPECT_EQ(preview::paperText(9, a4) + "/" + preview::paperText(9, across) + "/" + preview::paperText(256, a4),
               "A4/A4 quer/210 x 297 mm");
     const runtime::Locale german;
-    EXPECT_EQ(preview::sizeText(1023, german) + "/" + preview::sizeText(1536, german) + "/" +
-                  preview::sizeText(7654321, german),
+    EXPECT_EQ(runtime::sizeText(1023, german) + "/" + runtime::sizeText(1536, german) + "/" +
+                  runtime::sizeText(7654321, german),
               "1023 Byte/1,5 KB/7,3 MB");
 }
 

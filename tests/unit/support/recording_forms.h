@@ -53,11 +53,16 @@ struct FormState {
     void pressKey(platform::Key key, bool control = false, bool shift = false) {
         for (const platform::Shortcut& shortcut : design.shortcuts) {
             if (shortcut.key == key && shortcut.control == control && shortcut.shift == shift &&
-                (shortcut.inBoxes || focus == "picSeite")) {
+                (shortcut.inBoxes || !isBox(focus))) {
                 controls.contains(shortcut.action) ? press(shortcut.action) : events->clicked(shortcut.action);
                 return;
             }
         }
+    }
+    bool isBox(const std::string& control) const {
+        const auto found = std::ranges::find(design.controls, control, &platform::Control::name);
+        return found != design.controls.end() &&
+               (found->kind == platform::ControlKind::textBox || found->kind == platform::ControlKind::comboBox);
     }
     // Types a text over what is there, and Enter.
     void enter(const std::string& box, const std::string& text) {
