@@ -188,31 +188,29 @@ FDruckauftraege::Jobs FDruckauftraege::selectedJobs() const {
 }
 
 void FDruckauftraege::cmdAnhalten_Click() {
-    act({"kann nicht angehalten werden", [](const auto& job) { job.Pause(); }}, thoseOf(selectedJobs(), canBePaused));
+    act([](const auto& job) { job.Pause(); }, thoseOf(selectedJobs(), canBePaused));
 }
 
 void FDruckauftraege::cmdFortsetzen_Click() {
-    act({"kann nicht fortgesetzt werden", [](const auto& job) { job.Resume(); }},
-        thoseOf(selectedJobs(), canBeResumed));
+    act([](const auto& job) { job.Resume(); }, thoseOf(selectedJobs(), canBeResumed));
 }
 
 void FDruckauftraege::cmdAbbrechen_Click() {
     Jobs jobs = thoseOf(selectedJobs(), canBeCancelled);
     if (mayCancel(jobs)) {
-        act({"kann nicht abgebrochen werden", [](const auto& job) { job.Cancel(); }}, std::move(jobs));
+        act([](const auto& job) { job.Cancel(); }, std::move(jobs));
     }
 }
 
 void FDruckauftraege::cmdNeuStarten_Click() {
-    act({"kann nicht neu gestartet werden", [](const auto& job) { job.Restart(); }},
-        thoseOf(selectedJobs(), canBeRestarted));
+    act([](const auto& job) { job.Restart(); }, thoseOf(selectedJobs(), canBeRestarted));
 }
 
 // The last one first, so that they keep their order.
 void FDruckauftraege::cmdNachVorn_Click() {
     Jobs jobs = selectedJobs();
     std::reverse(jobs.begin(), jobs.end());
-    act({"kann nicht nach vorn gestellt werden", [](const auto& job) { job.MoveToFront(); }}, std::move(jobs));
+    act([](const auto& job) { job.MoveToFront(); }, std::move(jobs));
 }
 
 void FDruckauftraege::cboPrioritaet_Click() {
@@ -222,7 +220,7 @@ void FDruckauftraege::cboPrioritaet_Click() {
     if (!priority || *priority < platform::lowestPriority || *priority > platform::highestPriority) {
         return;
     }
-    act({"kann diese Priorität nicht bekommen", [value = *priority](const auto& job) { job.Priority(value); }},
+    act([value = *priority](const auto& job) { job.Priority(value); },
         thoseOf(selectedJobs(), [&](const auto& job) { return job.Priority() != *priority; }));
 }
 
@@ -269,8 +267,7 @@ void FDruckauftraege::cmdDruckerFortsetzen_Click() {
     try {
         session_.platform.printJobs.resumePrinter(reading_.printer());
     } catch (const platform::SpoolerError& error) {
-        tell("Der Drucker „" + runtime::shown(reading_.printer()) + "“ kann nicht fortgesetzt werden.\r\n\r\n" +
-             error.message());
+        tell("„" + runtime::shown(reading_.printer()) + "“:\r\n" + error.message());
     }
     cmdAktualisieren_Click();
 }

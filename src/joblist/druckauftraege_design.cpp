@@ -5,7 +5,6 @@ namespace joblist {
 namespace {
 
 using enum platform::ControlKind;
-using platform::Column;
 using platform::Control;
 using platform::Key;
 using platform::Sizing;
@@ -27,7 +26,7 @@ Control keptButton(int x, int length, const char* name, const char* caption, con
 }
 
 Control jobTable() {
-    Control made{table, "tblAuftraege", "Aufträge", "", {left, 51, inner, keptTop - 57}, Sizing::fill};
+    Control made{table, "tblAuftraege", "", "", {left, 51, inner, keptTop - 57}, Sizing::fill};
     made.columns = {{"Platz", 28, true},  {"Dokument", 110},       {"Benutzer", 56},    {"Status", 90},
                     {"Seiten", 32, true}, {"Größe", 40, true},     {"Eingereicht", 76}, {"Wartet seit", 48, true},
                     {"Nummer", 36, true}, {"Priorität", 36, true}, {"Rechner", 60}};
@@ -35,7 +34,7 @@ Control jobTable() {
 }
 
 Control keptTable() {
-    Control made{table, "tblAufbewahrt", "Nicht gedruckt", "", {left, keptTop + 11, inner, 70}, Sizing::bottomLine};
+    Control made{table, "tblAufbewahrt", "", "", {left, keptTop + 11, inner, 70}, Sizing::bottomLine};
     made.columns = {{"Druckdatei", 90}, {"Zeit", 76}, {"Drucker", 80}, {"Grund", 210}, {"Gedruckte Seiten", 60}};
     return made;
 }

@@ -76,7 +76,8 @@ std::string FDruckauftraege::printAllAgain(const Kept& jobs) {
         const std::string reason = printAgain_(jobs[i], progress(name));
         if (!reason.empty()) {
             const std::size_t left = jobs.size() - i - 1;
-            failure = "„" + name + "“ wurde nicht gedruckt und bleibt aufbewahrt.\r\n\r\n" + reason;
+            failure = "„" + name + "“ wurde nicht gedruckt und bleibt aufbewahrt.\r\n\r\n";
+            failure += reason;
             failure += left > 0 ? "\r\n\r\nWeitere " + std::to_string(left) + " wurden nicht mehr versucht." : "";
         }
     }

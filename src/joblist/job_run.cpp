@@ -20,10 +20,10 @@ void JobRun::actOnNext() {
     }
     const printer::CPrinterJob& job = jobs_[next_++];
     try {
-        action_.act(job);
+        action_(job);
     } catch (const platform::SpoolerError& error) {
-        refused_.push_back("Der Auftrag „" + runtime::shown(job.Document()) + "“ (Nummer " +
-                           std::to_string(job.JobNumber()) + ") " + action_.refused + ".\r\n" + error.message());
+        refused_.push_back("„" + runtime::shown(job.Document()) + "“:\r\n" +
+                           (error.detail().empty() ? error.message() : error.detail()));
         next_ = error.mayPass() ? jobs_.size() : next_;
     }
 }

@@ -12,10 +12,7 @@
 
 namespace joblist {
 
-struct JobAction {
-    std::string refused;  // "kann nicht angehalten werden"
-    std::function<void(const printer::CPrinterJob&)> act;
-};
+using JobAction = std::function<void(const printer::CPrinterJob&)>;
 
 // What the spooler refuses for one job is kept, and the others follow; where it does not answer, none follows.
 class JobRun {

@@ -35,6 +35,7 @@ std::string line(std::string_view label, std::string value) {
 void take(std::string_view label, std::string value, KeptText& to) {
     if (label == document) {
         to.documents.push_back(std::move(value));
+        return;
     }
     for (const Field& field : fields) {
         if (field.label == label && (to.*field.value).empty()) {
