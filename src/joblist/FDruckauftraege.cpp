@@ -61,8 +61,8 @@ void FDruckauftraege::fillPrinters(const std::string& wanted) {
         }
     }
     const auto found = find();
-    form_->select("cboDrucker", found != printers_.end() ? static_cast<int>(found - printers_.begin())
-                                                         : static_cast<int>(printers_.size()) - 1);
+    const bool isFound = found != printers_.end();
+    form_->select("cboDrucker", isFound ? static_cast<int>(found - printers_.begin()) : printers_.empty() ? -1 : 0);
 }
 
 // Where the printers cannot be asked for, those that are known all the same.
@@ -140,13 +140,17 @@ void FDruckauftraege::timer() {
     if (busy_ || run_) {
         return;
     }
-    if (reading_.look()) {
+    const bool keptAsWell = session_.platform.system.elapsedMilliseconds() - keptReadAt_ >= keptPause;
+    const bool read = reading_.look();
+    if (read) {
         showQueue();
     }
-    if (session_.platform.system.elapsedMilliseconds() - keptReadAt_ >= keptPause) {
+    if (keptAsWell) {
         readKept();
     }
-    refresh();
+    if (read || keptAsWell) {
+        refresh();
+    }
 }
 
 void FDruckauftraege::idle() {

@@ -74,6 +74,7 @@ private:
     void workOnRun();
 
     Kept selectedKept() const;
+    bool mayPrintAgain(Kept& jobs);
     std::string printAllAgain(const Kept& jobs);
     // To be called while a job prints: keeps the form painted, and tells a user who waits that it goes on.
     report::LetEventsRun progress(const std::string& name);

@@ -4,6 +4,8 @@
 
 #include "joblist/FDruckauftraege.h"
 #include "joblist/druckauftraege_cells.h"
+#include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace joblist {
 
@@ -50,19 +52,41 @@ FDruckauftraege::Kept FDruckauftraege::selectedKept() const {
 }
 
 void FDruckauftraege::cmdNochEinmal_Click() {
-    const Kept jobs = selectedKept();
-    const bool underWay =
-        std::any_of(jobs.begin(), jobs.end(), [](const auto& job) { return job.text.reason.empty(); });
-    if (underWay && ask("Der Auftrag wird vielleicht gerade noch gedruckt. Soll er trotzdem noch einmal gedruckt "
-                        "werden?") != platform::Answer::yes) {
+    Kept jobs = selectedKept();
+    if (!mayPrintAgain(jobs)) {
         return;
     }
     const std::string failure = printAllAgain(jobs);
-    readKept();
     cmdAktualisieren_Click();
     if (!failure.empty()) {
         tell(failure);
     }
+}
+
+// A printer that is no more is replaced by the one that is shown, where the user wants that.
+bool FDruckauftraege::mayPrintAgain(Kept& jobs) {
+    const auto isGone = [this](const report::KeptEntry& job) {
+        const std::string name = runtime::upperCase(job.text.printer);
+        return !name.empty() && trouble_.empty() &&
+               std::none_of(printers_.begin(), printers_.end(),
+                            [&](const std::string& known) { return runtime::upperCase(known) == name; });
+    };
+    const auto gone = std::find_if(jobs.begin(), jobs.end(), isGone);
+    const bool underWay =
+        std::any_of(jobs.begin(), jobs.end(), [](const auto& job) { return job.text.reason.empty(); });
+    if (underWay && ask("Der Auftrag wird vielleicht gerade noch gedruckt. Soll er trotzdem noch einmal gedruckt "
+                        "werden?") != platform::Answer::yes) {
+        return false;
+    }
+    if (gone != jobs.end() &&
+        ask("Der Drucker „" + gone->text.printer + "“ ist nicht mehr eingerichtet. Soll stattdessen auf „" +
+            runtime::shown(reading_.printer()) + "“ gedruckt werden?") != platform::Answer::yes) {
+        return false;
+    }
+    for (auto job = gone; job != jobs.end(); ++job) {
+        job->text.printer = isGone(*job) ? reading_.printer() : job->text.printer;
+    }
+    return true;
 }
 
 // The next ones would wait for the same printer as long as the one that failed.

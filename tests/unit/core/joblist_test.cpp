@@ -199,9 +199,13 @@ TEST_F(JobList, AKeptJobIsPrintedAgainAsTheHostWantedItOrStaysWithTheNewReason) 
         EXPECT_EQ(host.userFiles.files.at(first), "x") << "never lost";
 
         host.spooler.device.onEnd = nullptr;
+        host.userFiles.files[first + ".txt"].replace(host.userFiles.files[first + ".txt"].find("Laser 1"), 7, "Weg");
+        form.pressKey(platform::Key::f5);
         host.system.directory = "D:\\ANDERS";
         host.spooler.device.onBeginPage = [&](std::size_t) { EXPECT_EQ(host.system.directory, "C:\\KORVANO"); };
         form.press("cmdNochEinmal");
+        EXPECT_EQ(lastBox(),
+                  "Der Drucker „Weg“ ist nicht mehr eingerichtet. Soll stattdessen auf „Laser 1“ gedruckt werden?");
         EXPECT_EQ(host.spooler.device.documents.back()->title, "A.OUT");
         EXPECT_EQ(host.spooler.device.pages().at(0).texts.at(0).text, "y");
         EXPECT_EQ(host.spooler.device.pages().at(0).pictures.size(), 1U);
