@@ -1,7 +1,8 @@
 # The tests have the program's manifest, on which it depends what they see of the screen.
-krv_unit_test(windows-tests LIBS krv-windows krv-windows-forms krv-settings krv-printer krv-drawing krv-windows-resources SOURCES
+krv_unit_test(windows-tests LIBS krv-windows-crash krv-windows krv-windows-forms krv-settings krv-printer krv-drawing krv-windows-resources SOURCES
     unit/image_files_test.cpp
     unit/ports_test.cpp
+    unit/windows_crash_test.cpp
     unit/windows_dialogs_test.cpp
     unit/windows_files_test.cpp
     unit/windows_forms_test.cpp

@@ -4,8 +4,11 @@
 
 #include <windows.h>
 
+#include <winternl.h>
+
 #include <algorithm>
 #include <functional>
+#include <type_traits>
 #include <utility>
 
 namespace windows_support {
@@ -37,6 +40,34 @@ private:
 
     Function function_;
     Function* place_;
+};
+
+// A function of the system, whose calls fail with the code that is returned for their arguments; 0 lets them through.
+template <typename Function, int number = 0>
+class Calls;
+template <typename Result, typename... Arguments, int number>
+class Calls<Result(WINAPI*)(Arguments...), number> {
+public:
+    explicit Calls(Result(WINAPI* function)(Arguments...)) : detour_(function, call) { real_ = function; }
+    ~Calls() { refuse(nullptr); }
+    void refuse(std::function<DWORD(Arguments...)> reason) const { reason_ = std::move(reason); }
+
+private:
+    static Result WINAPI call(Arguments... arguments) {
+        const DWORD code = reason_ ? reason_(arguments...) : 0;
+        ::SetLastError(code);
+        if (code == 0) {
+            return real_(arguments...);
+        }
+        if constexpr (std::is_same_v<Result, HANDLE>) {
+            return INVALID_HANDLE_VALUE;
+        } else {
+            return std::is_same_v<Result, NTSTATUS> ? static_cast<Result>(0xC0070000U | code) : Result{};
+        }
+    }
+    static inline Result(WINAPI* real_)(Arguments...) = nullptr;
+    static inline std::function<DWORD(Arguments...)> reason_;
+    Detour<Result(WINAPI*)(Arguments...)> detour_;
 };
 
 // While it lives, no time passes in the program's pauses; what others do meanwhile happens in the third one.

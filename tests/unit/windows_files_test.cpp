@@ -16,34 +16,6 @@ namespace {
 using namespace windows_support;
 using namespace platform_windows;
 
-// A function of the system, whose calls fail with the code that is returned for their arguments; 0 lets them through.
-template <typename Function, int number = 0>
-class Calls;
-template <typename Result, typename... Arguments, int number>
-class Calls<Result(WINAPI*)(Arguments...), number> {
-public:
-    explicit Calls(Result(WINAPI* function)(Arguments...)) : detour_(function, call) { real_ = function; }
-    ~Calls() { refuse(nullptr); }
-    void refuse(std::function<DWORD(Arguments...)> reason) const { reason_ = std::move(reason); }
-
-private:
-    static Result WINAPI call(Arguments... arguments) {
-        const DWORD code = reason_ ? reason_(arguments...) : 0;
-        ::SetLastError(code);
-        if (code == 0) {
-            return real_(arguments...);
-        }
-        if constexpr (std::is_same_v<Result, HANDLE>) {
-            return INVALID_HANDLE_VALUE;
-        } else {
-            return std::is_same_v<Result, NTSTATUS> ? static_cast<Result>(0xC0070000U | code) : Result{};
-        }
-    }
-    static inline Result(WINAPI* real_)(Arguments...) = nullptr;
-    static inline std::function<DWORD(Arguments...)> reason_;
-    Detour<Result(WINAPI*)(Arguments...)> detour_;
-};
-
 decltype(&::NtSetInformationFile) setInformation() {
     return reinterpret_cast<decltype(&::NtSetInformationFile)>(
         reinterpret_cast<void*>(::GetProcAddress(::GetModuleHandleW(L"ntdll.dll"), "NtSetInformationFile")));

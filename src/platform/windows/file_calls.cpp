@@ -19,16 +19,6 @@ DWORD portion(std::size_t size) {
     return static_cast<DWORD>(std::min(size, most));
 }
 
-// A native path as the kernel has it.
-std::wstring kernelPath(const std::wstring& path) {
-    constexpr std::wstring_view longPath = LR"(\\?\)";
-    constexpr std::wstring_view share = LR"(\\)";
-    if (path.starts_with(longPath)) {
-        return LR"(\??\)" + path.substr(longPath.size());
-    }
-    return path.starts_with(share) ? LR"(\??\UNC\)" + path.substr(share.size()) : LR"(\??\)" + path;
-}
-
 // The kernel's own function, because the one that wraps it came with Windows Vista.
 DWORD setInformation(HANDLE file, FILE_INFORMATION_CLASS kind, void* information, std::size_t size) {
     IO_STATUS_BLOCK block{};
@@ -37,6 +27,16 @@ DWORD setInformation(HANDLE file, FILE_INFORMATION_CLASS kind, void* information
 }
 
 }  // namespace
+
+KernelName kernelName(std::wstring_view path) noexcept {
+    constexpr std::wstring_view longPath = LR"(\\?\)";
+    constexpr std::wstring_view share = LR"(\\)";
+    if (path.starts_with(longPath)) {
+        return {LR"(\??\)", path.substr(longPath.size())};
+    }
+    return path.starts_with(share) ? KernelName{LR"(\??\UNC\)", path.substr(share.size())}
+                                   : KernelName{LR"(\??\)", path};
+}
 
 OpenedFile openFile(const std::wstring& path, DWORD access, DWORD disposition) {
     constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
@@ -127,15 +127,24 @@ DWORD setDeletion(HANDLE file, bool whenClosed) {
     return setInformation(file, FileDispositionInformation, &information, sizeof(information));
 }
 
-DWORD renameFile(HANDLE file, const std::wstring& path) {
-    const std::wstring name = kernelPath(path);
-    const std::size_t length = name.size() * sizeof(wchar_t);
-    std::vector<unsigned char> buffer(sizeof(FILE_RENAME_INFORMATION) + length);
-    auto* information = reinterpret_cast<FILE_RENAME_INFORMATION*>(buffer.data());
+DWORD renameFile(HANDLE file, std::wstring_view kernelPath, std::span<unsigned char> room) noexcept {
+    const std::size_t length = kernelPath.size() * sizeof(wchar_t);
+    if (room.size() < sizeof(FILE_RENAME_INFORMATION) + length) {
+        return ERROR_FILENAME_EXCED_RANGE;
+    }
+    auto* information = reinterpret_cast<FILE_RENAME_INFORMATION*>(room.data());
     information->ReplaceIfExists = 1;
+    information->RootDirectory = nullptr;
     information->FileNameLength = static_cast<ULONG>(length);
-    std::memcpy(&information->FileName[0], name.data(), length);
-    return setInformation(file, FileRenameInformation, buffer.data(), buffer.size());
+    std::memcpy(&information->FileName[0], kernelPath.data(), length);
+    return setInformation(file, FileRenameInformation, room.data(), room.size());
+}
+
+DWORD renameFile(HANDLE file, const std::wstring& path) {
+    const KernelName kernel = kernelName(path);
+    const std::wstring whole = std::wstring(kernel.prefix).append(kernel.rest);
+    std::vector<unsigned char> room(sizeof(FILE_RENAME_INFORMATION) + whole.size() * sizeof(wchar_t));
+    return renameFile(file, whole, room);
 }
 
 }  // namespace platform_windows

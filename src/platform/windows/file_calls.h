@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -43,5 +44,15 @@ DWORD setDeletion(HANDLE file, bool whenClosed);
 
 // Gives an open file another name in its folder; a file that has that name goes. Needs the access DELETE.
 DWORD renameFile(HANDLE file, const std::wstring& path);
+
+// A native path as the kernel has it: the prefix and the rest of it.
+struct KernelName {
+    std::wstring_view prefix;
+    std::wstring_view rest;
+};
+KernelName kernelName(std::wstring_view path) noexcept;
+
+// The same with a path as the kernel has it, in room for it and FILE_RENAME_INFORMATION, so that nothing is allocated.
+DWORD renameFile(HANDLE file, std::wstring_view kernelPath, std::span<unsigned char> room) noexcept;
 
 }  // namespace platform_windows

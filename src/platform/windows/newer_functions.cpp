@@ -45,4 +45,20 @@ std::wstring finalPath(HANDLE file) {
     return name;
 }
 
+void guaranteeStack(ULONG bytes) noexcept {
+    if (const auto newer = kernelFunction<BOOL(WINAPI*)(ULONG*)>("SetThreadStackGuarantee"); newer != nullptr) {
+        newer(&bytes);
+    }
+}
+
+void letExceptionsLeaveCallbacks() noexcept {
+    constexpr DWORD keepThem = 1;
+    const auto get = kernelFunction<BOOL(WINAPI*)(DWORD*)>("GetProcessUserModeExceptionPolicy");
+    const auto set = kernelFunction<BOOL(WINAPI*)(DWORD)>("SetProcessUserModeExceptionPolicy");
+    DWORD policy = 0;
+    if (get != nullptr && set != nullptr && get(&policy) != 0) {
+        set(policy & ~keepThem);
+    }
+}
+
 }  // namespace platform_windows

@@ -21,4 +21,12 @@ bool isSameName(std::wstring_view one, std::wstring_view other) noexcept;
 // Vista, which has no links to files.
 std::wstring finalPath(HANDLE file);
 
+// So many bytes of the calling thread's stack stay free for what handles its overflow. Before Windows Vista some two
+// thousand are.
+void guaranteeStack(ULONG bytes) noexcept;
+
+// An exception in a window's procedure is one like any other. Otherwise a 64-bit Windows keeps it to itself, and the
+// program goes on as if nothing had happened; before Windows 7 with service pack 1 it always does.
+void letExceptionsLeaveCallbacks() noexcept;
+
 }  // namespace platform_windows

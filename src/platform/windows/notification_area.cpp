@@ -10,8 +10,7 @@
 #include <string>
 #include <type_traits>
 
-#include "platform/windows/handle.h"
-#include "platform/windows/places.h"
+#include "platform/windows/second_process.h"
 #include "platform/windows/system_library.h"
 #include "platform/windows/wide_text.h"
 #include "runtime/program.h"
@@ -108,24 +107,7 @@ void show(const std::wstring& text) {
 
 }  // namespace
 
-void notifyInSecondProcess(std::string_view text) {
-    const std::wstring program = programFile();
-    // Its current directory is not the host's, which the host may want to remove.
-    const std::wstring folder = systemFolder();
-    STARTUPINFOW start{};
-    start.cb = sizeof(start);
-    PROCESS_INFORMATION started{};
-    // Without its text it would be a job without arguments.
-    if (::SetEnvironmentVariableW(variable, widen(text).c_str()) == 0) {
-        return;
-    }
-    if (::CreateProcessW(program.c_str(), nullptr, nullptr, nullptr, FALSE, 0, nullptr, folder.c_str(), &start,
-                         &started) != 0) {
-        const KernelHandle thread(started.hThread);
-        const KernelHandle process(started.hProcess);
-    }
-    ::SetEnvironmentVariableW(variable, nullptr);
-}
+void notifyInSecondProcess(std::string_view text) { startSecondProcess(variable, widen(text).c_str()); }
 
 bool wasNotification() noexcept {
     const DWORD size = ::GetEnvironmentVariableW(variable, nullptr, 0);

@@ -1,7 +1,4 @@
 // Files that take another one's place: replaceFile() and rewriteFile() of files.h.
-#include <algorithm>
-#include <array>
-
 #include "platform/windows/files.h"
 #include "platform/windows/newer_functions.h"
 #include "platform/windows/patience.h"
@@ -21,12 +18,6 @@ DWORD refusal(const std::wstring& path) {
         return errorDirectoryNotSupported;
     }
     return hasAttribute(path, FILE_ATTRIBUTE_READONLY) ? DWORD{ERROR_FILE_READ_ONLY} : 0;
-}
-
-bool isLackOfRoom(DWORD error) {
-    constexpr std::array<DWORD, 4> codes = {ERROR_DISK_FULL, ERROR_HANDLE_DISK_FULL, errorDiskQuotaExceeded,
-                                            ERROR_FILE_TOO_LARGE};
-    return std::find(codes.begin(), codes.end(), error) != codes.end();
 }
 
 // Its rights forbid that it is deleted, or it is being deleted already: nothing to wait for before it is written

@@ -72,6 +72,12 @@ constexpr std::array meanings = {
 
 }  // namespace
 
+bool isLackOfRoom(DWORD code) noexcept {
+    constexpr std::array<DWORD, 4> codes = {ERROR_DISK_FULL, ERROR_HANDLE_DISK_FULL, errorDiskQuotaExceeded,
+                                            ERROR_FILE_TOO_LARGE};
+    return std::find(codes.begin(), codes.end(), code) != codes.end();
+}
+
 std::string systemText(DWORD code) {
     wchar_t* allocated = nullptr;
     const DWORD length = ::FormatMessageW(FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM |

@@ -14,6 +14,9 @@ inline constexpr DWORD errorDiskQuotaExceeded = 1295;
 inline constexpr DWORD errorVirusInfected = 225;
 inline constexpr DWORD errorVirusDeleted = 226;
 
+// Whether it says that disk or share have no room for more.
+bool isLackOfRoom(DWORD code) noexcept;
+
 // The system's text for an error code in the user's language, in one line; empty where it has none.
 std::string systemText(DWORD code);
 

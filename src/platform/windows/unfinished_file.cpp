@@ -1,5 +1,7 @@
 #include "platform/windows/unfinished_file.h"
 
+#include <array>
+#include <atomic>
 #include <random>
 
 #include "platform/windows/files.h"
@@ -14,6 +16,29 @@ struct SearchKind {
     static Handle none() noexcept { return INVALID_HANDLE_VALUE; }
     static void close(Handle handle) noexcept { ::FindClose(handle); }
 };
+
+// The open files of this kind; where there are more at a time, some remain after a crash until somebody clears them up.
+constexpr std::size_t mostKnown = 8;
+constinit std::array<std::atomic<HANDLE>, mostKnown> known{};
+
+void change(HANDLE from, HANDLE to) noexcept {
+    for (std::atomic<HANDLE>& place : known) {
+        if (HANDLE expected = from; place.compare_exchange_strong(expected, to)) {
+            return;
+        }
+    }
+}
+
+void know(const OpenedFile& opened) noexcept {
+    if (opened.error == 0) {
+        change(nullptr, opened.file.get());
+    }
+}
+void forget(const OpenedFile& opened) noexcept {
+    if (opened.error == 0 && opened.file) {
+        change(opened.file.get(), nullptr);
+    }
+}
 
 ULONGLONG ticks(const FILETIME& time) { return ULONGLONG{time.dwHighDateTime} << 32U | time.dwLowDateTime; }
 
@@ -52,9 +77,11 @@ UnfinishedFile::UnfinishedFile(const std::wstring& target) {
         // Whoever makes a file gets the access that he asks for, what he may not do with one that is there included.
         setDeletion(writing_.file.get(), true);
     }
+    know(moving_);
 }
 
 UnfinishedFile::~UnfinishedFile() {
+    forget(moving_);
     if (moving_.file && setDeletion(moving_.file.get(), true) != 0) {
         moving_.file.reset();
         ::DeleteFileW(path_.c_str());
@@ -71,20 +98,25 @@ DWORD UnfinishedFile::write(std::string_view content, Durability durability) {
 }
 
 DWORD UnfinishedFile::moveTo(const std::wstring& target) {
+    forget(moving_);  // a crash may not take the target with it
     const DWORD error = renameFile(moving_.file.get(), target);
     if (error == 0) {
         moving_.file.reset();
+    } else {
+        know(moving_);
     }
     return error;
 }
 
 DWORD UnfinishedFile::replace(const std::wstring& target) {
     const std::wstring aside = target + L".krvwinpr-alt";
+    forget(moving_);
     moving_.file.reset();  // the system wants to have the file for itself
     if (::ReplaceFileW(target.c_str(), path_.c_str(), aside.c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
                        nullptr) == 0) {
         const DWORD error = ::GetLastError();
         moving_ = openFile(path_, DELETE, OPEN_EXISTING);
+        know(moving_);
         // A server may let nobody pass rights on; then the file gets those of a new one.
         const bool waits = mayBeInUse(error) && error != ERROR_ACCESS_DENIED;
         if (waits && ::GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES) {
@@ -98,6 +130,14 @@ DWORD UnfinishedFile::replace(const std::wstring& target) {
     }
     removeFile(aside);
     return 0;
+}
+
+void dropUnfinishedFiles() noexcept {
+    for (const std::atomic<HANDLE>& file : known) {
+        if (const HANDLE open = file.load(); open != nullptr) {
+            setDeletion(open, true);
+        }
+    }
 }
 
 void removeLeftovers(const std::wstring& folder) {

@@ -10,10 +10,9 @@
 namespace platform_windows {
 
 // A new file beside the one that it will replace, under a name that nobody can guess: "krvwinpr-" and letters at
-// random,
-// ".tmp". It is removed with the object unless it took the other one's place. Whoever opens it meanwhile, as scanners
-// do with every new file, can only do so in a way that lets it be moved and removed. The functions return system error
-// codes.
+// random, ".tmp". It is removed with the object unless it took the other one's place. Whoever opens it meanwhile, as
+// scanners do with every new file, can only do so in a way that lets it be moved and removed. The functions return
+// system error codes.
 class UnfinishedFile {
 public:
     explicit UnfinishedFile(const std::wstring& target);
@@ -40,6 +39,9 @@ private:
     OpenedFile writing_;
     OpenedFile moving_;  // all the time, for the way to open it that leaves others
 };
+
+// Has those of the process go with it. Allocates nothing, for a process that has crashed.
+void dropUnfinishedFiles() noexcept;
 
 // Removes such files from a folder (with its separator) that nobody has written to for hours or has open.
 void removeLeftovers(const std::wstring& folder);

@@ -10,6 +10,7 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/notification_area.h"
 #include "platform/windows/places.h"
+#include "platform/windows/standard_error.h"
 #include "platform/windows/system_library.h"
 #include "platform/windows/topmost_window.h"
 #include "platform/windows/visible_desktop.h"
@@ -35,37 +36,6 @@ UINT styleOf(Buttons buttons, Icon icon, HWND owner) {
         style |= icon == Icon::critical ? MB_ICONERROR : MB_ICONINFORMATION;
     }
     return style;
-}
-
-// Keeps a pipe whose reader does not read from holding up the job; where the pipe cannot do that, nothing changes.
-class NoWaiting {
-public:
-    explicit NoWaiting(HANDLE pipe) : pipe_(pipe) {
-        DWORD mode = PIPE_NOWAIT;
-        changed_ = ::SetNamedPipeHandleState(pipe, &mode, nullptr, nullptr) != 0;
-    }
-    NoWaiting(const NoWaiting&) = delete;
-    NoWaiting& operator=(const NoWaiting&) = delete;
-    ~NoWaiting() {
-        DWORD mode = PIPE_WAIT;
-        if (changed_) {
-            ::SetNamedPipeHandleState(pipe_, &mode, nullptr, nullptr);
-        }
-    }
-
-private:
-    HANDLE pipe_;
-    bool changed_ = false;
-};
-
-void writeToStandardError(std::string_view text) {
-    const HANDLE output = ::GetStdHandle(STD_ERROR_HANDLE);
-    if (output == nullptr || output == INVALID_HANDLE_VALUE) {
-        return;
-    }
-    const NoWaiting quick(output);
-    DWORD count = 0;
-    ::WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
 }
 
 void tell(const std::string& text) {

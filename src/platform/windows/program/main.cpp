@@ -1,4 +1,5 @@
 // A macro of the system's headers has the name of one of the port's structures, so these come first.
+#include "platform/windows/crash/windows_error_reports.h"
 #include "platform/windows/notification_area.h"
 #include "platform/windows/program/windows_platform.h"
 #include "startup/MMain.h"
@@ -7,12 +8,10 @@
 
 #include <new>
 
-namespace {
-
-using platform_windows::program::WindowsPlatform;
+namespace platform_windows::program {
 
 // Whether there was memory for it.
-bool run(void (*function)(platform::Platform&) noexcept) {
+static bool run(void (*function)(platform::Platform&) noexcept) {
     try {
         WindowsPlatform platform;
         function(platform.ports());
@@ -23,7 +22,7 @@ bool run(void (*function)(platform::Platform&) noexcept) {
     }
 }
 
-}  // namespace
+}  // namespace platform_windows::program
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     // A drive without a disk is an error for whoever asks for it, not a box of the system that waits for an answer.
@@ -32,10 +31,12 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     ::DisableProcessWindowsGhosting();
     // The current directory is the host's; nothing that lies there is to be loaded as a part of the program.
     ::SetDllDirectoryW(L"");
-    if (platform_windows::wasNotification()) {
+    platform_windows::crash::prepare(krvwinpr_symbols);
+    if (platform_windows::wasNotification() || platform_windows::crash::isToOffer()) {
         return 0;
     }
 
+    using platform_windows::program::run;
     if (!run(startup::MMain::Main)) {
         run(startup::MMain::giveUp);
     }

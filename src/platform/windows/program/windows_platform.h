@@ -2,11 +2,11 @@
 #pragma once
 
 #include "platform/platform.h"
+#include "platform/windows/crash/windows_error_reports.h"
 #include "platform/windows/forms/windows_forms.h"
 #include "platform/windows/print/windows_print_jobs.h"
 #include "platform/windows/print/windows_spooler.h"
 #include "platform/windows/windows_dialogs.h"
-#include "platform/windows/windows_error_reports.h"
 #include "platform/windows/windows_image_files.h"
 #include "platform/windows/windows_settings_store.h"
 #include "platform/windows/windows_system.h"
@@ -29,7 +29,7 @@ private:
     WindowsUserFiles userFiles_;
     forms::WindowsForms forms_;
     WindowsXmlFiles xmlFiles_;
-    WindowsErrorReports errorReports_;
+    crash::WindowsErrorReports errorReports_;
     platform::Platform ports_{system_,     settings_,  spooler_, jobs_,     dialogs_,
                               imageFiles_, userFiles_, forms_,   xmlFiles_, errorReports_};
 };

@@ -1,0 +1,22 @@
+// The port ErrorReports on Windows.
+#pragma once
+
+#include "platform/crash/symbols.h"
+#include "platform/error_reports.h"
+
+namespace platform_windows::crash {
+
+// The first thing that the program does: from here on a crash is reported. The table is the program's own.
+void prepare(platform::crash::SymbolTable ownRoutines);
+
+// Whether this process was started to offer the newest report that nobody has seen.
+bool isToOffer() noexcept;
+
+class WindowsErrorReports final : public platform::ErrorReports {
+public:
+    platform::Activity& activity() noexcept override;
+    void untrapped(std::int32_t number, const std::string& description) noexcept override;
+    std::string logFile() override;
+};
+
+}  // namespace platform_windows::crash
