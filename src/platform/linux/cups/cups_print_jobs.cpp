@@ -37,9 +37,7 @@ IppMessage CupsPrintJobs::unfinishedJobs(const std::string& queue, const std::ve
 }
 
 std::vector<PrintJob> CupsPrintJobs::list(const std::string& queue) {
-    const auto begin = std::chrono::steady_clock::now();
     std::vector<PrintJob> jobs = jobRecords(unfinishedJobs(queue, jobAttributes()).get());
-    *listing_ = std::chrono::steady_clock::now() - begin;
     for (PrintJob& job : jobs) {
         job.priority = std::min(job.priority, platform::highestPriority);
     }
@@ -155,7 +153,7 @@ void CupsPrintJobs::resumePrinter(const std::string& queue) {
 
 std::unique_ptr<platform::QueueWatch> CupsPrintJobs::watch(const std::string& queue) {
     try {
-        return std::make_unique<CupsQueueWatch>(connection_, queue, listing_);
+        return std::make_unique<CupsQueueWatch>(connection_, queue);
     } catch (const platform::SpoolerError& error) {
         if (error.code() < firstIppStatus || error.code() == IPP_STATUS_ERROR_NOT_FOUND) {
             throw;

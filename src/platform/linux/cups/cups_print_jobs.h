@@ -1,7 +1,6 @@
 // The port PrintJobs on the queues of CUPS.
 #pragma once
 
-#include <chrono>
 #include <memory>
 #include <string>
 #include <utility>
@@ -34,9 +33,6 @@ private:
     void changePriority(const JobTask& task, int priority);
 
     std::shared_ptr<Connection> connection_;
-    // What the last list took; for the watches.
-    std::shared_ptr<std::chrono::steady_clock::duration> listing_ =
-        std::make_shared<std::chrono::steady_clock::duration>();
 };
 
 }  // namespace platform_linux::cups

@@ -22,9 +22,7 @@ constexpr std::array events = {
 };
 constexpr std::chrono::seconds lease = 5min;
 // The server's own interval, a minute or so, is a proposal; one that means it answers that it is busy.
-constexpr CupsQueueWatch::Clock::duration leastPause = 1s;
-// Of the time goes by at most one in so many parts with lists of jobs, however long they are.
-constexpr int partsForLists = 10;
+constexpr auto pause = 1s;
 constexpr auto usualInterval = 10s;
 // Nobody is kept waiting for events.
 constexpr auto longestQuestion = 250ms;
@@ -38,12 +36,8 @@ IppMessage makeServerRequest(ipp_op_t operation) {
 
 }  // namespace
 
-CupsQueueWatch::CupsQueueWatch(std::shared_ptr<Connection> connection, std::string queue,
-                               std::shared_ptr<const Clock::duration> listing)
-    : connection_(std::move(connection)),
-      queue_(std::move(queue)),
-      listing_(std::move(listing)),
-      interval_(usualInterval) {
+CupsQueueWatch::CupsQueueWatch(std::shared_ptr<Connection> connection, std::string queue)
+    : connection_(std::move(connection)), queue_(std::move(queue)), interval_(usualInterval) {
     const IppMessage answer = connection_->attributes(queue_, {"printer-name", "printer-type"});
     if ((static_cast<unsigned>(number(answer.get(), "printer-type", 0)) & CUPS_PRINTER_CLASS) == 0) {
         subject_ = text(answer.get(), "printer-name");
@@ -139,7 +133,7 @@ bool CupsQueueWatch::changed() {
     if (now < askAt_) {
         return false;
     }
-    askAt_ = now + std::max(leastPause, *listing_ * partsForLists);
+    askAt_ = now + pause;
     try {
         const Connection::Limit limit(*connection_, longestQuestion);
         if (subscription_ == 0) {

@@ -15,12 +15,8 @@ namespace platform_linux::cups {
 // most; whatever keeps it from answering counts as a change, so that whoever then asks for the jobs hears why.
 class CupsQueueWatch final : public platform::QueueWatch {
 public:
-    using Clock = std::chrono::steady_clock;
-
-    // The time is what the last list of jobs took. Throws platform::SpoolerError where the server does not answer or
-    // refuses.
-    CupsQueueWatch(std::shared_ptr<Connection> connection, std::string queue,
-                   std::shared_ptr<const Clock::duration> listing);
+    // Throws platform::SpoolerError where the server does not answer or refuses.
+    CupsQueueWatch(std::shared_ptr<Connection> connection, std::string queue);
     CupsQueueWatch(const CupsQueueWatch&) = delete;
     CupsQueueWatch& operator=(const CupsQueueWatch&) = delete;
     ~CupsQueueWatch() override;
@@ -28,6 +24,8 @@ public:
     bool changed() override;
 
 private:
+    using Clock = std::chrono::steady_clock;
+
     void subscribe();
     void unsubscribe() noexcept;
     void renew();
@@ -36,7 +34,6 @@ private:
 
     std::shared_ptr<Connection> connection_;
     const std::string queue_;
-    std::shared_ptr<const Clock::duration> listing_;
     std::string subject_;            // the queue as the events call it; empty where they are its printers'
     int subscription_ = 0;           // 0 when the server no longer has it
     int lastEvent_ = 0;              // that was fetched
