@@ -75,20 +75,20 @@ public:
     virtual int count(const std::string& printer) = 0;
 
     // The jobs that count() counts, in the queue's order. One question to the spooler, however many there are.
-    virtual std::vector<PrintJob> list(const std::string& /*printer*/) { return {}; }
+    virtual std::vector<PrintJob> list(const std::string& printer) = 0;
 
     // Does something with a job of that queue. One that is not there any more is an error, too.
-    virtual void control(const std::string& /*printer*/, std::uint32_t /*number*/, JobOperation /*operation*/) {}
-    virtual void setPriority(const std::string& /*printer*/, std::uint32_t /*number*/, std::uint32_t /*priority*/) {}
+    virtual void control(const std::string& printer, std::uint32_t number, JobOperation operation) = 0;
+    virtual void setPriority(const std::string& printer, std::uint32_t number, std::uint32_t priority) = 0;
 
     // Removes every job from the printer's queue.
     virtual void purge(const std::string& printer) = 0;
 
     // Lets a printer that was stopped or paused go on.
-    virtual void resumePrinter(const std::string& /*printer*/) {}
+    virtual void resumePrinter(const std::string& printer) = 0;
 
     // Null where the system has no events for this queue, or refuses them; then whoever wants to know asks list() anew.
-    virtual std::unique_ptr<QueueWatch> watch(const std::string& /*printer*/) { return nullptr; }
+    virtual std::unique_ptr<QueueWatch> watch(const std::string& printer) = 0;
 };
 
 }  // namespace platform
