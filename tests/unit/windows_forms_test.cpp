@@ -236,7 +236,7 @@ TEST_F(WindowsTableTest, AsksForWhatItShowsAndTellsWhatTheUserSelects) {
     press("report", VK_DELETE);
     EXPECT_EQ(recorder.take(), (Told{"clicked ok", "clicked remove"}));
 
-    form.selectRows("jobs", {5'000, 5'003}, false);
+    form.selectRows("jobs", {5'003, 5'000}, false);
     form.setRowCount("jobs", 5'003);
     EXPECT_EQ(form.selectedRows("jobs"), (std::vector<int>{5'000}));
     form.setRowCount("jobs", 20'000);

@@ -3,6 +3,7 @@
 #include <commctrl.h>
 
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 #include <utility>
 
@@ -67,7 +68,7 @@ void TableView::addColumns(const std::vector<platform::Column>& columns) {
 }
 
 std::vector<int> TableView::widths() const {
-    const auto header = reinterpret_cast<HWND>(::SendMessageW(window_, LVM_GETHEADER, 0, 0));
+    const auto header = keptPointer<HWND>(::SendMessageW(window_, LVM_GETHEADER, 0, 0));
     const LRESULT count = ::SendMessageW(header, HDM_GETITEMCOUNT, 0, 0);
     std::vector<int> result;
     for (LRESULT column = 0; column < count; ++column) {
@@ -124,10 +125,7 @@ void TableView::selectRows(const std::vector<int>& rows, bool show) {
         return;  // the user's mark may be on another one of them
     }
     const Raised quiet = teller_.silence();
-    setState(allRows, 0, LVIS_SELECTED);
-    for (const int row : rows) {
-        setState(row, LVIS_SELECTED, LVIS_SELECTED);
-    }
+    changeSelection(rows);
     if (!rows.empty()) {
         setState(rows.back(), LVIS_FOCUSED, LVIS_FOCUSED);
         ::SendMessageW(window_, LVM_SETSELECTIONMARK, 0, rows.back());
@@ -136,6 +134,22 @@ void TableView::selectRows(const std::vector<int>& rows, bool show) {
         ::SendMessageW(window_, LVM_ENSUREVISIBLE, static_cast<WPARAM>(rows.front()), FALSE);
     }
     known_ = selectedRows();
+}
+
+// Each row is a call of its own, but for all of them.
+void TableView::changeSelection(std::vector<int> rows) const {
+    std::sort(rows.begin(), rows.end());
+    if (rows.empty() || std::ssize(rows) == ::SendMessageW(window_, LVM_GETITEMCOUNT, 0, 0)) {
+        setState(allRows, rows.empty() ? 0 : LVIS_SELECTED, LVIS_SELECTED);
+        return;
+    }
+    const std::vector<int> before = selectedRows();
+    std::vector<int> changed;
+    std::set_symmetric_difference(before.begin(), before.end(), rows.begin(), rows.end(), std::back_inserter(changed));
+    for (const int row : changed) {
+        const bool now = std::binary_search(rows.begin(), rows.end(), row);
+        setState(row, now ? LVIS_SELECTED : 0, LVIS_SELECTED);
+    }
 }
 
 LRESULT TableView::answer(NMHDR& notification) noexcept {

@@ -34,6 +34,7 @@ public:
 private:
     void addColumns(const std::vector<platform::Column>& columns);
     std::vector<int> widths() const;
+    void changeSelection(std::vector<int> rows) const;
     void setState(int row, UINT state, UINT which) const;
     void giveText(int row, int column, wchar_t* place, int room) noexcept;
     void pressed(WORD key) const;
