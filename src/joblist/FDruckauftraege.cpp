@@ -103,7 +103,6 @@ void FDruckauftraege::clicked(const std::string& control) {
         Row{"cmdLoeschen", &FDruckauftraege::cmdLoeschen_Click},
         Row{"cmdOrdner", &FDruckauftraege::cmdOrdner_Click},
         Row{"entfernen", &FDruckauftraege::removeSelected},
-        Row{"alles", &FDruckauftraege::selectAll},
     };
     if (busy_) {
         return;
@@ -290,17 +289,6 @@ void FDruckauftraege::removeSelected() {
     } else if (!keptSelection_.empty()) {
         cmdLoeschen_Click();
     }
-}
-
-void FDruckauftraege::selectAll() {
-    const bool kept = !keptSelection_.empty();
-    const char* const table = kept ? "tblAufbewahrt" : "tblAuftraege";
-    std::vector<int> rows(kept ? kept_.size() : reading_.jobs().size());
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        rows[row] = static_cast<int>(row);
-    }
-    form_->selectRows(table, rows, false);
-    clicked(table);
 }
 
 void FDruckauftraege::cmdSchliessen_Click() {

@@ -65,7 +65,6 @@ private:
     void cmdOrdner_Click();
     void cmdSchliessen_Click();
     void removeSelected();
-    void selectAll();
 
     Jobs selectedJobs() const;
     bool isOwn(const printer::CPrinterJob& job) const;

@@ -27,9 +27,9 @@ Control keptButton(int x, int length, const char* name, const char* caption, con
 
 Control jobTable() {
     Control made{table, "tblAuftraege", "", "", {left, 51, inner, keptTop - 57}, Sizing::fill};
-    made.columns = {{"Platz", 28, true},  {"Dokument", 110},       {"Benutzer", 56},    {"Status", 90},
-                    {"Seiten", 32, true}, {"Größe", 40, true},     {"Eingereicht", 76}, {"Wartet seit", 48, true},
-                    {"Nummer", 36, true}, {"Priorität", 36, true}, {"Rechner", 60}};
+    made.columns = {{"Platz", 26, true},  {"Dokument", 86},        {"Benutzer", 44},    {"Status", 78},
+                    {"Seiten", 30, true}, {"Größe", 36, true},     {"Eingereicht", 70}, {"Wartet seit", 46, true},
+                    {"Nummer", 34, true}, {"Priorität", 34, true}, {"Rechner", 32}};
     return made;
 }
 
@@ -88,7 +88,6 @@ platform::FormDesign designOfDruckauftraege() {
             {
                 {Key::f5, false, false, "cmdAktualisieren"},
                 {Key::deleteKey, false, false, "entfernen", false},
-                {Key::letterA, true, false, "alles", false},
             },
     };
 }

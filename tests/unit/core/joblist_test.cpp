@@ -117,7 +117,7 @@ TEST_F(JobList, ButtonsAndKeysDoWhatMakesSenseForTheSelection) {
 
         host.printJobs.refuses = {{7, "darf nicht"}, {12, "kann nicht"}};
         host.dialogs.answer = platform::Answer::yes;
-        form.pressKey(platform::Key::letterA, true);
+        form.chooseRows("tblAuftraege", {0, 1});
         form.press("cmdAbbrechen");
         EXPECT_EQ(lastBox(), "„LISTE.OUT“:\r\ndarf nicht\r\n\r\n„RECHNUNG.OUT“:\r\nkann nicht");
         host.spooler.record.status = platform::printer_status::paused;

@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QKeyEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <algorithm>
@@ -163,6 +164,18 @@ void TableView::selectRows(const std::vector<int>& rows, bool show) {
         if (show) {
             scrollTo(selection.front().topLeft());
         }
+    }
+}
+
+// Where nothing is selected, the first of these keys takes the row with the mark instead of leaving it.
+void TableView::keyPressEvent(QKeyEvent* event) {
+    const bool steps = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (steps && event->modifiers() == Qt::NoModifier && currentIndex().isValid() &&
+        !selectionModel()->hasSelection()) {
+        selectionModel()->select(currentIndex(), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+        scrollTo(currentIndex());
+    } else {
+        QTableView::keyPressEvent(event);
     }
 }
 

@@ -54,6 +54,7 @@ public:
     void keyboardSearch(const QString& /*text*/) override {}
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override;
     QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void resizeEvent(QResizeEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
