@@ -68,6 +68,7 @@ std::vector<std::string> LinuxUserFiles::names(const std::string& folder) {
     }
     std::sort(found.begin(), found.end(), std::greater<>());
     std::vector<std::string> names;
+    names.reserve(found.size());
     for (Found& file : found) {
         names.push_back(std::move(std::get<std::string>(file)));
     }
