@@ -96,6 +96,7 @@ platform::Answer FDruckauftraege::ask(const std::string& question) {
 }
 
 void FDruckauftraege::tell(const std::string& text) {
+    refresh();
     busy_ = true;
     session_.platform.dialogs.messageBox(text, platform::Buttons::ok, platform::Icon::critical, session_.program.title);
     busy_ = false;
