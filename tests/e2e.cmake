@@ -2,7 +2,7 @@
 # and qpdf; queues are those of a private cupsd.
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
-foreach(name pdf log faults queues print_jobs desktop selection preview joblist graphics barcodes everywhere)
+foreach(name pdf log faults queues print_jobs desktop selection preview joblist graphics barcodes everywhere crash)
     add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
              COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     set_tests_properties(e2e.${name} PROPERTIES
@@ -33,7 +33,7 @@ set_property(TEST e2e.faults APPEND PROPERTY ENVIRONMENT "KRVWINPR_NO_MEMORY=$<T
 add_executable(krv-notifications e2e/desktop/notifications.cpp)
 target_link_libraries(krv-notifications PRIVATE PkgConfig::DBUS)
 set_target_properties(krv-notifications PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-set_property(TEST e2e.desktop e2e.selection e2e.preview e2e.joblist APPEND PROPERTY ENVIRONMENT "KRVWINPR_NOTIFICATIONS=$<TARGET_FILE:krv-notifications>")
+set_property(TEST e2e.desktop e2e.selection e2e.preview e2e.joblist e2e.crash APPEND PROPERTY ENVIRONMENT "KRVWINPR_NOTIFICATIONS=$<TARGET_FILE:krv-notifications>")
 
 # Symbols for the readers of the barcode tests.
 add_executable(barcode_sheet e2e/barcode_sheet.cpp)

@@ -35,6 +35,7 @@ struct Activity {
     std::atomic<const char*> mode = "Start";
     std::atomic<const char*> stretch = "";
     NotedText<512> printFile;
+    NotedText<512> keptAs;  // path of the job's copy, while there is one
     NotedText<256> printer;
     NotedText<256> driver;                    // of that printer, and its status in words, as far as known
     std::atomic<std::uint32_t> page = 0;      // that is being printed, from 1; 0 before

@@ -24,6 +24,9 @@ public:
 
     // The log file's path; empty where the user has no place for it. It need not be there.
     virtual std::string logFile() = 0;
+
+    // Whether this process was started to offer the newest report, and for nothing else.
+    virtual bool startedToOffer() noexcept { return false; }
 };
 
 }  // namespace platform

@@ -52,6 +52,7 @@ KeptJob::KeptJob(session::Session& session, const MPrint::JobOrder& order) : ses
     if (order.kept != nullptr) {
         folder_ = order.kept->folder;
         name_ = order.kept->name;
+        session.activity().keptAs = order.kept->path();
     }
 }
 
@@ -78,6 +79,7 @@ void KeptJob::discard() noexcept {
         removeKeptJob(session_, {std::move(folder_), std::move(name_), {}});
     }
     folder_.clear();
+    session_.activity().keptAs = "";
 }
 
 void KeptJob::finish(const JobEnd& end, std::string_view printText, printer::Printer* printer) {
@@ -117,6 +119,7 @@ void KeptJob::create(const std::string& folder, std::string_view printText) {
             session_.platform.userFiles.create(folder + name, printText);
             folder_ = folder;
             name_ = name;
+            session_.activity().keptAs = folder + name;
             return;
         } catch (const runtime::Error& error) {
             if (error.number() != runtime::errFileExists || number == mostNumbers) {

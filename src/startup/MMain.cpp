@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "errorreport/FFehlerbericht.h"
 #include "graphics/MGrafikdruck.h"
 #include "graphics/MInverser.h"
 #include "joblist/FDruckauftraege.h"
@@ -82,6 +83,7 @@ private:
     void recordProgram();
     void logEnvironment(const Switches& switches);
     void dispatch(const clsArguments& arguments, const Switches& switches, bool& reportBegun);
+    void offerReport();
     void showUsage();
     void selectPrinter();
     void showPreview(const clsArguments& arguments, const Switches& switches);
@@ -97,9 +99,17 @@ private:
     std::unique_ptr<settings::FDruckerAuswahl> druckerAuswahl_;
     std::unique_ptr<preview::FVorschau> vorschau_;
     std::unique_ptr<joblist::FDruckauftraege> druckauftraege_;
+    std::unique_ptr<errorreport::FFehlerbericht> fehlerbericht_;
 };
 
 void StartUp::run(bool& reportBegun) {
+    // Nobody's job is taken for it, whatever a host has in its environment.
+    if (session_.platform.errorReports.startedToOffer() && runtime::trimBlanks(system().commandTail()).empty()) {
+        session_.activity().mode = "Fehlerbericht";
+        offerReport();
+        session_.platform.forms.run();
+        return;
+    }
     clsArguments arguments(system().commandTail());
     const Switches switches = takeSwitches(arguments, log_);
     session_.activity().hostWaits = hostWaits(arguments, switches);
@@ -199,6 +209,9 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, 
     }
 }
 
+// That of a crash before, in front of the form that was asked for.
+void StartUp::offerReport() { fehlerbericht_ = errorreport::offerReport(session_); }
+
 void StartUp::showUsage() {
     show(session_.program.title + " V. " + session_.program.version + " - " + session_.program.description +
          "\r\n\r\n"
@@ -215,6 +228,7 @@ void StartUp::selectPrinter() {
                 report::MPrint::DoReport(session_, {file, "", printer, false, false}, letEventsRun);
             });
         druckerAuswahl_->Show();
+        offerReport();
         log_.line("> Windowsdruckertreiber Auswahlformende");
     }
     log_.line("> Druckertreiberauswahlende");
@@ -229,6 +243,7 @@ void StartUp::showPreview(const clsArguments& arguments, const Switches& switche
     vorschau_->Show();
     log_.line("> Form angezeigt");
     vorschau_->DoVorschau();
+    offerReport();
     log_.line("> Vorschauende");
 }
 
@@ -241,6 +256,7 @@ void StartUp::showJobList(const std::string& sDruckerTreiber) {
                 return report::printKeptJob(session_, job, letEventsRun);
             });
         druckauftraege_->Show(sDruckerTreiber);
+        offerReport();
     }
     log_.line("> Auftragslisteende");
 }

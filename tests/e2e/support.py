@@ -195,7 +195,7 @@ class Job:
 
     def check(self, run: Run):
         self.test.assertEqual(run.returncode, 0, run.errors)
-        self.test.assertNotRegex(run.errors, "Sanitizer|runtime error:")
+        self.test.assertNotRegex(run.errors, "Sanitizer|runtime error:|Unerwarteter Fehler")
 
     def contents(self) -> dict[str, bytes | None]:
         return {name: path.read_bytes() if path.is_file() and os.access(path, os.R_OK) else None

@@ -2,6 +2,7 @@ krv_unit_test(core-tests LIBS krv-startup krv-preview krv-joblist krv-crash SOUR
     unit/core/barcode_test.cpp
     unit/core/crash_report_test.cpp
     unit/core/druckerauswahl_test.cpp
+    unit/core/errorreport_test.cpp
     unit/core/graphics_test.cpp
     unit/core/hplaser_test.cpp
     unit/core/joblist_test.cpp

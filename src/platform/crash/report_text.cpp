@@ -44,7 +44,7 @@ void addMoment(FixedText& text, const ErrorFacts& error) {
 }
 
 void addError(FixedText& text, const ErrorFacts& error) {
-    addLabel(text, "Fehler");
+    addLabel(text, label::error);
     if (error.number < 0) {
         text << "-";
     }
@@ -54,27 +54,16 @@ void addError(FixedText& text, const ErrorFacts& error) {
     text.shown(error.description) << lineEnd;
 }
 
-std::string_view fateText(HostFate host) {
-    switch (host) {
-        case HostFate::released:
-            return "wartete und hat KRVWINPR.OK bekommen";
-        case HostFate::stillWaiting:
-            return "wartet noch; KRVWINPR.OK war nicht zu schreiben";
-        case HostFate::notWaiting:
-            break;
-    }
-    return "wartete nicht auf das Ende dieses Auftrags";
-}
-
 void addActivity(FixedText& text, const Activity& activity, HostFate host) {
-    addFact(text, {"Betriebsart", activity.mode.load()});
-    addFact(text, {"Druckdatei", activity.printFile.view()});
+    addFact(text, {label::mode, activity.mode.load()});
+    addFact(text, {label::printFile, activity.printFile.view()});
+    addFact(text, {label::keptAs, activity.keptAs.view()});
     addFact(text, {"Drucker", activity.printer.view()});
     addFact(text, {"Treiber", activity.driver.view()});
-    addFact(text, {"Abschnitt", activity.stretch.load()});
+    addFact(text, {label::stretch, activity.stretch.load()});
     addNumber(text, "Seite", activity.page);
     addNumber(text, "Byte der Datei", activity.position);
-    addFact(text, {"Host", fateText(host)});
+    addFact(text, {label::host, fateText(host)});
 }
 
 void addRoutine(FixedText& text, std::size_t number, std::uintptr_t address, const Module& module) {
@@ -134,6 +123,18 @@ void addSystem(FixedText& text, std::span<const Module> modules, std::span<const
 }
 
 }  // namespace
+
+std::string_view fateText(HostFate host) noexcept {
+    switch (host) {
+        case HostFate::released:
+            return "wartete und hat KRVWINPR.OK bekommen";
+        case HostFate::stillWaiting:
+            return "wartet noch; KRVWINPR.OK war nicht zu schreiben";
+        case HostFate::notWaiting:
+            break;
+    }
+    return "wartete nicht auf das Ende dieses Auftrags";
+}
 
 void addMark(FixedText& text, const ErrorFacts& error) noexcept {
     const auto part = [&text](int value, int digits) { text.number(static_cast<std::uint64_t>(value), digits); };

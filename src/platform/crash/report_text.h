@@ -29,8 +29,19 @@ struct Fact {
     std::string_view value;
 };
 
+// The labels of what is read out of an entry again.
+namespace label {
+inline constexpr std::string_view error = "Fehler";
+inline constexpr std::string_view mode = "Betriebsart";
+inline constexpr std::string_view printFile = "Druckdatei";
+inline constexpr std::string_view keptAs = "Aufbewahrt als";
+inline constexpr std::string_view stretch = "Abschnitt";
+inline constexpr std::string_view host = "Host";
+}  // namespace label
+
 // What became of a host that waits for KRVWINPR.OK.
 enum class HostFate { notWaiting, released, stillWaiting };
+std::string_view fateText(HostFate host) noexcept;
 
 struct ErrorFacts {
     // The moment, in UTC, and the process, which make the entry's mark.

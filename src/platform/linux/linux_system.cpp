@@ -18,6 +18,7 @@
 #include "platform/linux/drives.h"
 #include "platform/linux/files.h"
 #include "platform/linux/forked_call.h"
+#include "platform/linux/known_facts.h"
 #include "platform/linux/linux_error.h"
 #include "platform/linux/linux_locale.h"
 #include "platform/linux/local_time.h"
@@ -300,6 +301,7 @@ int LinuxSystem::dosCodePageNumber() {
             number = codePageOfSettings(settings_);
         }
         codePageNumber_ = isDosCodePage(number) ? number : dosCodePageOf(localeNames(environment).characters);
+        knownFacts().dosCodePage = *codePageNumber_;
     }
     return *codePageNumber_;
 }
@@ -322,6 +324,7 @@ void LinuxSystem::askScreen(std::chrono::milliseconds limit) {
     }
     if (answer) {
         screenDpi_ = *answer >= least && *answer <= most ? *answer : usualDpi;
+        knownFacts().screenDpi = *screenDpi_;
     }
 }
 

@@ -3,7 +3,9 @@
 #include <dlfcn.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
+#include <atomic>
 
 #include "platform/linux/memory_room.h"
 #include "platform/linux/paths.h"
@@ -12,6 +14,18 @@
 namespace platform_linux {
 
 namespace {
+
+constinit std::array<LoadedModule, mostLoadedModules> loaded{};
+constinit std::atomic<std::size_t> loadedCount = 0;
+
+void note(const void* library, const void* symbols) {
+    const std::size_t count = loadedCount.load(std::memory_order_relaxed);
+    const bool known = std::ranges::count(loadedModules(), library, &LoadedModule::handle) > 0;
+    if (!known && count < loaded.size()) {
+        loaded[count] = {library, static_cast<const std::uint32_t*>(symbols)};
+        loadedCount.store(count + 1, std::memory_order_release);
+    }
+}
 
 std::string loaderText() {
     const char* text = ::dlerror();
@@ -44,10 +58,15 @@ void* entryOf(const std::string& file, const std::string& entryName) {
     if (entry == nullptr) {
         refuse("Im Modul fehlt der Einsprung (" + loaderText() + ")");
     }
+    note(library, ::dlsym(library, "krvwinpr_symbols"));
     return entry;
 }
 
 }  // namespace
+
+std::span<const LoadedModule> loadedModules() noexcept {
+    return std::span(loaded).first(loadedCount.load(std::memory_order_acquire));
+}
 
 void* moduleEntry(const std::string& name) {
     const std::string program = programFile();

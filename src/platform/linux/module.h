@@ -2,6 +2,9 @@
 // used, so that the host never waits for a library that its completion file does not depend on.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
+#include <span>
 #include <string>
 
 namespace platform_linux {
@@ -13,5 +16,15 @@ inline constexpr int moduleInterface = 3;
 // anywhere else, and returns the address of its entry function "krvwinpr_<name>". Loaded once and kept until the
 // program ends. Throws runtime::Error (errFileNotFound) with the loader's own text in the detail, or errOutOfMemory.
 void* moduleEntry(const std::string& name);
+
+// A module that was loaded: the loader's handle, and the names of its routines (platform/crash/symbols.h).
+struct LoadedModule {
+    const void* handle = nullptr;
+    const std::uint32_t* symbols = nullptr;
+};
+inline constexpr std::size_t mostLoadedModules = 8;
+
+// To be asked at any moment, by a handler of crashes too.
+std::span<const LoadedModule> loadedModules() noexcept;
 
 }  // namespace platform_linux

@@ -42,11 +42,7 @@ std::array<Slot, 4> slots;  // more than one run has at a time
 
 // The handler is the default one again by now, and the signal blocked until this returns.
 extern "C" void removeUnfinishedAndEnd(int number) {
-    for (const Slot& slot : slots) {
-        if (slot.valid.load(std::memory_order_acquire)) {
-            ::unlinkat(slot.folder, slot.path.data(), 0);
-        }
-    }
+    removeUnfinished();
     ::raise(number);
 }
 
@@ -80,6 +76,14 @@ struct CloseFolder {
 };
 
 }  // namespace
+
+void removeUnfinished() noexcept {
+    for (const Slot& slot : slots) {
+        if (slot.valid.load(std::memory_order_acquire)) {
+            ::unlinkat(slot.folder, slot.path.data(), 0);
+        }
+    }
+}
 
 std::string unfinishedName() {
     std::array<std::uint8_t, 16> bytes{};

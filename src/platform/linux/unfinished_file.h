@@ -33,6 +33,9 @@ private:
     int slot_ = -1;
 };
 
+// Removes those whose names are held, for a process that ends at once: for handlers of signals, too.
+void removeUnfinished() noexcept;
+
 // SIGTERM, SIGHUP and SIGINT end the program as they always do, but for the files whose names are held: they go first.
 // A signal that is ignored stays so.
 void removeUnfinishedOnSignals();

@@ -298,12 +298,14 @@ public:
     platform::Activity now;
     std::vector<std::string> reports;  // number and description
     std::string log;                   // path
+    bool offers = false;
 
     platform::Activity& activity() noexcept override { return now; }
     void untrapped(std::int32_t number, const std::string& description) noexcept override {
         reports.push_back(std::to_string(number) + " " + description);
     }
     std::string logFile() override { return log; }
+    bool startedToOffer() noexcept override { return offers; }
 };
 
 struct FakePlatform {

@@ -132,6 +132,8 @@ public:
     std::string suggested;
     bool hasDesktop = true;
     int folders = 0;
+    bool hasHelpers = true;  // a file manager, and a program for mail
+    std::string mail;
     std::string remedy;
 
     std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events,
@@ -167,7 +169,11 @@ public:
     std::string shownInFolder;
     bool showInFolder(const std::string& path) override {
         shownInFolder = path;
-        return hasDesktop;
+        return hasDesktop && hasHelpers;
+    }
+    bool composeMail(const std::string& subject, const std::string& text) override {
+        mail = subject + ": " + text;
+        return hasHelpers;
     }
     std::string showPrinterFolder() override {
         ++folders;

@@ -1,8 +1,8 @@
 // The ports on Linux in one piece; main makes one and keeps it as long as the program runs.
 #pragma once
 
+#include "platform/linux/crash/linux_error_reports.h"
 #include "platform/linux/linux_dialogs.h"
-#include "platform/linux/linux_error_reports.h"
 #include "platform/linux/linux_forms.h"
 #include "platform/linux/linux_image_files.h"
 #include "platform/linux/linux_settings_store.h"
@@ -33,7 +33,7 @@ private:
     LinuxImageFiles imageFiles_;
     LinuxUserFiles userFiles_;
     LinuxXmlFiles xmlFiles_;
-    LinuxErrorReports errorReports_;
+    crash::LinuxErrorReports errorReports_;
     spool::LinuxPrinting printing_;
     platform::Platform ports_;
 };

@@ -1,5 +1,6 @@
 #include <new>
 
+#include "platform/linux/crash/linux_error_reports.h"
 #include "platform/linux/program/linux_platform.h"
 #include "startup/MMain.h"
 
@@ -23,6 +24,7 @@ bool run(int argc, char** argv, void (*function)(platform::Platform&) noexcept) 
 }  // namespace
 
 int main(int argc, char** argv) {
+    platform_linux::crash::prepare(argc, argv);
     if (!run(argc, argv, startup::MMain::Main)) {
         run(argc, argv, startup::MMain::giveUp);
     }
