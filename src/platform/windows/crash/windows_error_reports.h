@@ -17,6 +17,7 @@ public:
     platform::Activity& activity() noexcept override;
     void untrapped(std::int32_t number, const std::string& description) noexcept override;
     std::string logFile() override;
+    bool startedToOffer() noexcept override { return isToOffer(); }
 };
 
 }  // namespace platform_windows::crash

@@ -32,7 +32,7 @@ int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
     // The current directory is the host's; nothing that lies there is to be loaded as a part of the program.
     ::SetDllDirectoryW(L"");
     platform_windows::crash::prepare(krvwinpr_symbols);
-    if (platform_windows::wasNotification() || platform_windows::crash::isToOffer()) {
+    if (platform_windows::wasNotification()) {
         return 0;
     }
 
