@@ -7,11 +7,11 @@ add_test(NAME e2e.hardening WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
 set_tests_properties(e2e.hardening PROPERTIES ENVIRONMENT "KRVWINPR_FILES=$<TARGET_FILE:KRVWinPr>")
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-    foreach(name windows windows_selection windows_preview windows_joblist)
+    foreach(name windows windows_crash windows_selection windows_preview windows_joblist)
         add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
                  COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     endforeach()
-    set_tests_properties(e2e.windows e2e.windows_selection e2e.windows_preview e2e.windows_joblist PROPERTIES
+    set_tests_properties(e2e.windows e2e.windows_crash e2e.windows_selection e2e.windows_preview e2e.windows_joblist PROPERTIES
         TIMEOUT 400 FIXTURES_REQUIRED wine RUN_SERIAL ON
         ENVIRONMENT "KRVWINPR=${KRV_NATIVE};KRVWINPR_WINDOWS=$<TARGET_FILE:KRVWinPr>;KRVWINPR_ANSWER=$<TARGET_FILE:krv-answer>;KRVWINPR_PREFIX=${CMAKE_BINARY_DIR}/wineprefix")
 endif()

@@ -21,7 +21,7 @@ using namespace platform_windows::crash;
 
 std::string entry(const std::string& number, std::size_t size = 0) {
     const std::string mark = "Fehlerbericht " + number + " =====\r\n";
-    return "===== " + mark + std::string(size, 'x') + "\r\n===== Ende, " + mark + "\r\n";
+    return "\r\n===== " + mark + std::string(size, 'x') + "\r\n===== Ende, " + mark;
 }
 
 std::vector<std::uintptr_t> found(const platform::crash::Trace& trace) {
@@ -68,13 +68,13 @@ TEST_F(WindowsCrashLog, GrowsByWholeEntriesAndLosesTheOldest) {
     put(file, entry("1") + "halb");
     other = openShared(file, GENERIC_READ, 0);
     EXPECT_EQ(appendEntry(log, entry("2")), 0U) << "waits for others";
-    EXPECT_EQ(get(file), entry("1") + "halb\r\n" + entry("2"));
+    EXPECT_EQ(get(file), entry("1") + "halb" + entry("2"));
 
     const std::string middle = entry("3", 500'000);
     const std::string large = entry("4", 500'000);
     put(file, entry("1") + middle + large);
     EXPECT_EQ(appendEntry(log, entry("5", 300'000)), 0U);
-    EXPECT_EQ(get(file), large + entry("5", 300'000));
+    EXPECT_EQ(get(file), large.substr(2) + entry("5", 300'000));
 }
 
 TEST_F(WindowsCrashLog, StaysAsItIsWhereTheDiskIsFull) {

@@ -27,20 +27,10 @@ DWORD seek(HANDLE file, LONGLONG place) noexcept {
     return ::SetFilePointerEx(file, position, nullptr, FILE_BEGIN) != 0 ? 0 : ::GetLastError();
 }
 
-// Somebody, or a full disk, may have left half a line at the end.
-bool endsWithinLine(HANDLE file, LONGLONG size) noexcept {
-    char last = '\n';
-    std::size_t done = 0;
-    return size > 0 && seek(file, size - 1) == 0 && readUpTo(file, &last, 1, done) == 0 && last != '\n';
-}
-
 DWORD append(HANDLE file, LONGLONG size, std::string_view entry) noexcept {
-    const std::string_view lineEnd = endsWithinLine(file, size) ? "\r\n" : "";
     std::size_t written = 0;
     DWORD error = seek(file, size);
-    for (const std::string_view part : {lineEnd, entry}) {
-        error = error != 0 ? error : writeAll(file, part, Where::atPosition, written);
-    }
+    error = error != 0 ? error : writeAll(file, entry, Where::atPosition, written);
     if (error != 0) {
         setSize(file, size);
     }
@@ -79,7 +69,7 @@ DWORD appendEntry(const KernelPath& log, std::string_view entry) noexcept {
     if (size < 0) {
         return error != 0 ? error : ::GetLastError();
     }
-    if (static_cast<std::size_t>(size) + entry.size() + 2 <= longestLog) {
+    if (static_cast<std::size_t>(size) + entry.size() <= longestLog) {
         return append(opened.file.get(), size, entry);
     }
     return replaceOlder(std::move(opened), log, size, entry);
