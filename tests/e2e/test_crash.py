@@ -20,7 +20,8 @@ LONGEST = 1 << 20
 
 KINDS = {"access": "11: Zugriffsverletzung", "abort": "6: Abbruch", "overflow": "11: Stapelüberlauf",
          "throw": "51: Ausnahme, die niemand behandelt: basic_string", "illegal": "4: Unzulässiger Befehl"}
-START = ["main", "startup.MMain.Main", "startup.MMain.StartUp.run"]
+# What is called from one place only the compiler may have put into its caller.
+START = ["main", "startup.MMain.Main"]
 PLACES = {"start": START,
           "page": [*START, "report.MPrint.DoReport", "report.printPages", "report.PagePrinter.print",
                    "report.PageInterpreter.DoPage"],
