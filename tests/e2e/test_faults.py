@@ -202,7 +202,7 @@ class Rights(JobTest):
         for reason in ("Berechtigung", *(["schreibgeschützt"] if CAN_MOUNT else [])):
             for arguments, errors in (
                     ([], f"^.*KRVWINPR.OK .*{reason}.*\n.*'A.OUT' nicht gedruckt, .*„A.pdf“ .*einem anderen Ordner.*\n$"),
-                    (["/DEBUG"], f"^KRVWinPr: Laufzeitfehler '70': .*KRVWinPr.LOG .*{reason}.*\n$")):
+                    (["/DEBUG"], f"^KRVWinPr: Laufzeitfehler '70': .*KRVWinPr.LOG .*{reason}.*\n.* Bericht in .*\n$")):
                 with self.subTest(reason, arguments=arguments):
                     job = self.new_job()
                     job.write("A.OUT", "Seite")
