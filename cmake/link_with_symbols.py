@@ -46,7 +46,7 @@ def routine_name(symbol):
     name = text.split(" ")[-1]
     name = re.sub(r"::lambda::operator$", "::lambda", name).replace("lambda::operator", "lambda")
     if "::" not in name:
-        return name if name in ("main", "wWinMain") else ""
+        return name if name in ("main", "wWinMain") or symbol.startswith("(anonymous namespace)::") else ""
     return "" if name.startswith(FOREIGN) else name.replace("::", ".")
 
 
