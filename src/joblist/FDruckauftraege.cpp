@@ -24,6 +24,13 @@ bool isNamed(const std::string& name, const std::string& other) {
     return runtime::upperCase(name) == runtime::upperCase(other);
 }
 
+// A print service may keep document and owner of other users' jobs to itself.
+std::string nameOf(const printer::CPrinterJob& job) {
+    const std::string document = runtime::shown(job.Document());
+    return "der Auftrag " + (document.empty() ? std::to_string(job.JobNumber()) : "„" + document + "“") + " von " +
+           (job.User().empty() ? "jemand anderem" : runtime::shown(job.User()));
+}
+
 }  // namespace
 
 FDruckauftraege::FDruckauftraege(session::Session& session, PrintAgain printAgain)
@@ -236,9 +243,7 @@ bool FDruckauftraege::isOwn(const printer::CPrinterJob& job) const {
 bool FDruckauftraege::mayCancel(const Jobs& jobs) {
     const auto others = std::count_if(jobs.begin(), jobs.end(), [this](const auto& job) { return !isOwn(job); });
     if (jobs.size() == 1 && others == 1) {
-        const printer::CPrinterJob& job = jobs.front();
-        return ask("Soll der Auftrag „" + runtime::shown(job.Document()) + "“ von " + runtime::shown(job.User()) +
-                   " abgebrochen werden?") == platform::Answer::yes;
+        return ask("Soll " + nameOf(jobs.front()) + " abgebrochen werden?") == platform::Answer::yes;
     }
     const std::string ofOthers = others > 0 ? " " + std::to_string(others) + " davon sind von anderen Benutzern." : "";
     return jobs.size() < 2 || ask("Sollen " + std::to_string(jobs.size()) + " Aufträge abgebrochen werden?" +

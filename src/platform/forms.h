@@ -114,16 +114,16 @@ public:
 
     // Gives a table so many rows and lets all cells be asked for anew. Which rows are selected and which is the first
     // one to be seen stays, by their numbers, as far as there are such rows.
-    virtual void setRowCount(const std::string& /*table*/, int /*count*/) {}
+    virtual void setRowCount(const std::string& table, int count) = 0;
     // In ascending order.
-    virtual std::vector<int> selectedRows(const std::string& /*table*/) const { return {}; }
+    virtual std::vector<int> selectedRows(const std::string& table) const = 0;
     // Selects just these, of which the last one gets the keyboard's mark; the first is scrolled into sight where asked
     // for.
-    virtual void selectRows(const std::string& /*table*/, const std::vector<int>& /*rows*/, bool /*show*/) {}
+    virtual void selectRows(const std::string& table, const std::vector<int>& rows, bool show) = 0;
 
     // Lets FormEvents::timer() be called every so many milliseconds while the form is to be seen, that is, neither
     // hidden nor minimised, and once when it is again; 0 for never.
-    virtual void wantTimer(int /*milliseconds*/) {}
+    virtual void wantTimer(int milliseconds) = 0;
 
     // Whether FormEvents::idle() is to be called again and again.
     virtual void wantIdle(bool want) = 0;
@@ -163,11 +163,11 @@ public:
 
     // Opens the folder of a file in the system's file manager, with the file marked where that can do so, and does not
     // wait. Whether there is a file manager.
-    virtual bool showInFolder(const std::string& /*path*/) { return false; }
+    virtual bool showInFolder(const std::string& path) = 0;
 
     // Opens a new message in the user's mail program and does not wait. Whether there is one. A text that is too long
     // for the way to it is cut at the end of a line, and says so.
-    virtual bool composeMail(const std::string& /*subject*/, const std::string& /*text*/) { return false; }
+    virtual bool composeMail(const std::string& subject, const std::string& text) = 0;
 
     // Opens the system's own list of printers, without waiting for it. Where there is nothing of the kind, what to
     // install instead; otherwise empty.
