@@ -6,6 +6,7 @@ namespace {
 
 using enum platform::ControlKind;
 using platform::Control;
+using platform::Sizing;
 
 constexpr int margin = 7;
 constexpr int width = 400;
@@ -21,7 +22,8 @@ Control buttonAt(int index, const char* name, const char* caption, const char* t
             name,
             caption,
             tooltip,
-            {margin + index * (buttonWidth + buttonGap), height - margin - buttonHeight, buttonWidth, buttonHeight}};
+            {margin + index * (buttonWidth + buttonGap), height - margin - buttonHeight, buttonWidth, buttonHeight},
+            Sizing::bottom};
 }
 
 }  // namespace
@@ -40,7 +42,8 @@ platform::FormDesign designOfFehlerbericht() {
                  "txtBericht",
                  "Bericht",
                  "",
-                 {margin, textTop, inner, height - textTop - 2 * margin - buttonHeight}},
+                 {margin, textTop, inner, height - textTop - 2 * margin - buttonHeight},
+                 Sizing::fill},
                 buttonAt(0, "cmdKopieren", "&Kopieren", "Den Bericht in die Zwischenablage kopieren"),
                 buttonAt(1, "cmdSpeichern", "&Speichern unter …", "Den Bericht in eine Datei schreiben"),
                 buttonAt(2, "cmdOrdner", "&Ordner zeigen", "Den Ordner der Datei KRVWinPr.ERR öffnen"),
@@ -50,6 +53,7 @@ platform::FormDesign designOfFehlerbericht() {
         .defaultButton = "cmdSchliessen",
         .cancelButton = "cmdSchliessen",
         .height = height,
+        .resizable = true,
     };
 }
 

@@ -1,5 +1,6 @@
 #include "report/completion.h"
 
+#include "platform/completion_file.h"
 #include "printer/CPrinterInfo.h"
 #include "runtime/error.h"
 #include "runtime/numbers.h"
@@ -8,23 +9,23 @@ namespace report::MPrint {
 
 namespace {
 
-constexpr const char* okFile = "KRVWINPR.OK";
+std::string okFile() { return std::string(platform::completionFileName); }
 constexpr int pollMilliseconds = 100;
 
 }  // namespace
 
-bool isOKFile(platform::System& system, const std::string& path) { return system.wouldReplace(okFile, path); }
+bool isOKFile(platform::System& system, const std::string& path) { return system.wouldReplace(okFile(), path); }
 
 void WriteOKFile(session::Session& session) {
     platform::System& system = session.platform.system;
     std::atomic<bool>& hostWaits = session.activity().hostWaits;
     try {
-        system.writeFile(okFile, system.toSystemCodePage("Alles OK, Korvano kann weitermachen!\r\n"));
+        system.writeFile(okFile(), system.toSystemCodePage(platform::completionFileText));
         hostWaits = false;
     } catch (const runtime::Error& error) {
         hostWaits = false;
         session.platform.dialogs.diagnostic(error.message());
-        session.log.line(">     Fehler in WriteOKFile beim Zugriff auf ", okFile, " ", std::to_string(error.number()),
+        session.log.line(">     Fehler in WriteOKFile beim Zugriff auf ", okFile(), " ", std::to_string(error.number()),
                          " ", error.description());
     }
 }

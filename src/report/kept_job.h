@@ -17,6 +17,9 @@ class KeptJob {
 public:
     // Both are borrowed. A job that has been kept before stays where it is.
     KeptJob(session::Session& session, const MPrint::JobOrder& order);
+    KeptJob(const KeptJob&) = delete;
+    KeptJob& operator=(const KeptJob&) = delete;
+    ~KeptJob() { session_.activity().keptAs = ""; }
 
     // Makes the copy in the user's own data. That this is not possible does not matter before the job fails.
     void begin(std::string_view printText);

@@ -143,6 +143,7 @@ class CrashTest(JobTest):
             screen.height("Fehlerbericht")
             self.assertLessEqual({"Kopieren", "Speichern unter …", "Ordner zeigen", "Senden …", "Schließen"},
                                  set(screen.controls()))
+            self.save(screen)
             self.close(screen)
             self.assertRegex(self.job.settings.read_text(), r"(?m)^Fehlerbericht=.*Fehlerbericht \d{8}-")
 
@@ -157,8 +158,25 @@ class CrashTest(JobTest):
             self.leave(screen, again)
         self.assertEqual(len(self.entries()), 2)
 
+    def titled(self, screen, title) -> list[str]:
+        return screen.tool("sh", "-c", f"xdotool search --onlyvisible --name {title} || true").split()
+
     def windows(self, screen) -> int:
-        return len(screen.tool("sh", "-c", "xdotool search --onlyvisible --name Fehlerbericht || true").split())
+        return len(self.titled(screen, "Fehlerbericht"))
+
+    def save(self, screen):
+        saved = self.job.folder / "Bericht für Müller.txt"
+        screen.tool("xdotool", "search", "--onlyvisible", "--name", "Fehlerbericht", "windowfocus", "--sync")
+        screen.press("alt+s")
+        screen.tool("xdotool", "search", "--sync", "--onlyvisible", "--name", "speichern", "windowfocus", "--sync",
+                    "type", "--delay", "40", str(saved))
+        screen.press("Return")
+        end = time.monotonic() + 10
+        while not saved.exists() and time.monotonic() < end:
+            time.sleep(0.05)
+        self.assertIn(self.entries()[-1], saved.read_bytes().decode())
+        while len(self.titled(screen, "speichern")) > 0 and time.monotonic() < end:
+            time.sleep(0.05)
 
     def leave(self, screen, preview):
         screen.tool("xdotool", "search", "--sync", "--onlyvisible", "--name", "Vorschau: A.OUT", "windowfocus", "--sync")

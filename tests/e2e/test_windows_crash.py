@@ -10,7 +10,8 @@ import tempfile
 import unittest
 
 from support import OK_TEXT
-from test_windows import PREFIX, PROGRAM, QUEUE, WINE, WindowsTest
+from test_windows import KEY, PREFIX, PROGRAM, QUEUE, WINE, WindowsTest
+from windows_screen import WindowsScreenTest
 
 LONGEST_LOG = 1 << 20
 ENTRY = re.compile(r"((?:\r\n)?===== (Fehlerbericht \d{8}-\d{9}-\d+) =====\r\n.*?===== Ende, \2 =====\r\n)", re.S)
@@ -104,6 +105,29 @@ class Crash(WindowsTest):
         self.assertEqual({entry.lstrip() for entry in entries[:-1]}, {first.lstrip()})
         self.assertIn('"neu"', entries[-1])
         self.assertEqual([path.name for path in log.parent.iterdir() if path.is_file()], [log.name])
+
+
+class Offer(WindowsScreenTest):
+    def windows(self):
+        return self.screen.tool("sh", "-c", "xdotool search --onlyvisible --name Fehlerbericht || true").split()
+
+    def test_who_sits_there_is_offered_the_report_once(self):
+        self.job.write("A.OUT", "eins")
+        self.screen.environment["KRVWINPR_CRASH"] = "page:access"
+        self.start("A.OUT", "KEINEGRAFIK", QUEUE)
+        self.screen.height("KRVWinPr: Fehlerbericht")
+        self.assertEqual(self.program.wait(20), 0)
+        self.screen.press("Escape")
+        self.cups.wait_until(lambda: not self.windows(), "the form's end")
+        key = KEY.split(r"\Drucker")[0]
+        self.cups.wait_until(lambda: "Fehlerbericht 20" in self.wine("reg", "query", key), "the mark of what was seen")
+
+        del self.screen.environment["KRVWINPR_CRASH"]
+        self.start("/VORSCHAU", "A.OUT", "KEINEGRAFIK", QUEUE)
+        self.screen.height("Vorschau")
+        self.assertEqual(self.windows(), [])
+        self.screen.press("Escape")
+        self.assertEqual(self.program.wait(20), 0)
 
 
 if __name__ == "__main__":

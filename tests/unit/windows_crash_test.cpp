@@ -96,7 +96,7 @@ TEST_F(WindowsCrashLog, StaysAsItIsWhereTheDiskIsFull) {
 // For a process of its own: a crash, and another one where its report looks for the names of routines.
 TEST(WindowsCrash, DISABLED_Within) {
     volatile int* volatile nowhere = nullptr;
-    prepareReport(reinterpret_cast<platform::crash::SymbolTable>(sizeof(int)), nativePath("KRVWinPr.ERR"));
+    prepareReport(reinterpret_cast<platform::crash::SymbolTable>(sizeof(int)), nativePath("KRVWinPr.ERR"), false);
     installHandlers();
     ::SetEnvironmentVariableW(offerVariable, L"1");  // and so will not start another one
     activity().hostWaits = true;

@@ -12,6 +12,7 @@
 #include <ctime>
 
 #include "platform/crash/report_text.h"
+#include "platform/crash/termination.h"
 #include "platform/linux/crash/description.h"
 #include "platform/linux/crash/finish_file.h"
 #include "platform/linux/crash/last_throw.h"
@@ -96,7 +97,7 @@ void describe() noexcept {
         report.facts.number = report.signal;
         describeSignal(text, report.signal, *report.info, report.context);
     } else if (report.terminated) {
-        report.facts.number = describeTermination(text);
+        report.facts.number = platform::crash::describeTermination(text);
     } else {
         return;
     }

@@ -1,16 +1,12 @@
 #include "platform/linux/crash/description.h"
 
-#include <cxxabi.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <exception>
 #include <string_view>
-#include <typeinfo>
 
 #include "platform/linux/crash/stack_walk.h"
-#include "runtime/error.h"
 
 namespace platform_linux::crash {
 
@@ -61,26 +57,6 @@ void describeSignal(FixedText& text, int signal, const siginfo_t& info, const vo
         text << ", Adresse ";
         text.address(address);
     }
-}
-
-std::int32_t describeTermination(FixedText& text) noexcept {
-    const std::type_info* type = abi::__cxa_current_exception_type();
-    if (type == nullptr) {
-        text << "Ende des Programms ohne Ausnahme (std::terminate)";
-        return runtime::errInternal;
-    }
-    text << "Ausnahme, die niemand behandelt: ";
-    try {
-        throw;
-    } catch (const runtime::Error& error) {
-        text << error.message();
-        return error.number();
-    } catch (const std::exception& error) {
-        text << error.what() << " (" << type->name() << ")";
-    } catch (...) {
-        text << type->name();
-    }
-    return runtime::errInternal;
 }
 
 }  // namespace platform_linux::crash

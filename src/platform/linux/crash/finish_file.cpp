@@ -11,14 +11,15 @@
 #include <cstring>
 #include <string_view>
 
+#include "platform/completion_file.h"
 #include "platform/linux/crash/report_file.h"
 
 namespace platform_linux::crash {
 
 namespace {
 
-constexpr std::string_view fileName = "KRVWINPR.OK";
-constexpr std::string_view content = "Alles OK, Korvano kann weitermachen!\r\n";
+constexpr std::string_view fileName = platform::completionFileName;
+constexpr std::string_view content = platform::completionFileText;
 
 // An entry of a folder as the kernel hands it out (getdents64(2)): behind the name's beginning comes the name.
 struct FolderEntry {

@@ -6,7 +6,9 @@
 #include <span>
 #include <string_view>
 
+#include "platform/completion_file.h"
 #include "platform/crash/report_text.h"
+#include "platform/crash/termination.h"
 #include "platform/windows/crash/description.h"
 #include "platform/windows/crash/last_throw.h"
 #include "platform/windows/crash/modules.h"
@@ -34,6 +36,13 @@ constexpr std::size_t longestLine = 2048;
 template <std::size_t size>
 using Room = std::array<char, size>;
 
+// With a separator before it.
+constexpr auto finishFile = [] {
+    std::array<wchar_t, platform::completionFileName.size() + 2> name{L'\\'};
+    std::ranges::copy(platform::completionFileName, name.begin() + 1);
+    return name;
+}();
+
 enum class Place { none, exception, lastThrow, known };
 
 struct Report {
@@ -54,6 +63,7 @@ struct Report {
 
 constinit platform::Activity theActivity;
 constinit KernelPath logFile;
+constinit bool offering = false;
 constinit Report report;
 constinit std::atomic<DWORD> reporter = 0;  // thread
 constinit std::size_t nextStep = 0;
@@ -89,7 +99,7 @@ void describe() noexcept {
         report.facts.number = report.record.ExceptionCode;
         describeException(text, report.record);
     } else if (report.terminated) {
-        report.facts.number = describeTermination(text);
+        report.facts.number = platform::crash::describeTermination(text);
     } else {
         return;
     }
@@ -105,8 +115,8 @@ void letHostGo() noexcept {
     auto* const letters = reinterpret_cast<wchar_t*>(folder.data());
     const DWORD length = ::GetCurrentDirectoryW(MAX_PATH, letters);
     const std::wstring_view path(letters, length < MAX_PATH ? length : 0);
-    const KernelPath file(path, path.ends_with(L'\\') ? L"KRVWINPR.OK" : L"\\KRVWINPR.OK");
-    if (writeFileAnyway(file, "Alles OK, Korvano kann weitermachen!\r\n") == 0) {
+    const KernelPath file(path, std::wstring_view(finishFile.data()).substr(path.ends_with(L'\\') ? 1 : 0));
+    if (writeFileAnyway(file, platform::completionFileText) == 0) {
         report.facts.host = HostFate::released;
         theActivity.hostWaits = false;
     }
@@ -135,13 +145,21 @@ void composeLess() noexcept {
 
 void write() noexcept { report.written = !logFile.empty() && appendEntry(logFile, report.entry) == 0; }
 
+// What a run-time error is has been told before.
 void tell() noexcept {
     static Room<longestLine> room;
     FixedText text(room);
-    text << runtime::programName << ": Unerwarteter Fehler: " << report.facts.description;
+    const bool isNews = report.place != Place::lastThrow || report.terminated;
+    if (!isNews && !report.written) {
+        return;
+    }
+    text << runtime::programName << ": ";
+    if (isNews) {
+        text << "Unerwarteter Fehler: " << report.facts.description << (report.written ? "; " : "");
+    }
     if (report.written) {
         constexpr std::size_t kernelPrefix = 4;
-        text << "; Bericht in ";
+        text << "Bericht in ";
         addUtf8(text, logFile.view().substr(kernelPrefix));
     }
     text << "\r\n";
@@ -156,7 +174,6 @@ void tell() noexcept {
 
 // A crash of the one that offers is not offered.
 void offer() noexcept {
-    const bool offering = ::GetEnvironmentVariableW(offerVariable, nullptr, 0) != 0;
     if (report.written && !offering && hasVisibleDesktop()) {
         if constexpr (runtime::developmentBuild) {
             ::SetEnvironmentVariableW(L"KRVWINPR_CRASH", nullptr);  // the other process is to live
@@ -195,10 +212,13 @@ DWORD WINAPI reportHere(void* /*nothing*/) noexcept {
 
 }  // namespace
 
-void prepareReport(platform::crash::SymbolTable ownRoutines, std::wstring_view path) noexcept {
+void prepareReport(platform::crash::SymbolTable ownRoutines, std::wstring_view path, bool offers) noexcept {
+    offering = offers;
     setOwnRoutines(ownRoutines);
     logFile = KernelPath(path);
 }
+
+bool isOffering() noexcept { return offering; }
 
 platform::Activity& activity() noexcept { return theActivity; }
 

@@ -14,9 +14,11 @@ namespace platform_windows::crash {
 // In the environment of a second process: it is to offer the newest report that nobody has seen.
 inline constexpr const wchar_t* offerVariable = L"KRVWINPR_ERROR_REPORT";
 
-// Where and how the program is. Written before anything crashes.
-void prepareReport(platform::crash::SymbolTable ownRoutines, std::wstring_view logFile) noexcept;
+// Where the log is, and whether this process is to offer a report; a crash of such a one is not offered.
+void prepareReport(platform::crash::SymbolTable ownRoutines, std::wstring_view logFile, bool offers) noexcept;
+bool isOffering() noexcept;
 
+// Where and how the program is. Written before anything crashes.
 platform::Activity& activity() noexcept;
 
 // Takes the report for the calling thread, where no other is at one: that one then waits for the end of the process,

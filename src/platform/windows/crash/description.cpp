@@ -1,13 +1,7 @@
 #include "platform/windows/crash/description.h"
 
-#include <cxxabi.h>
-
 #include <array>
-#include <exception>
 #include <string_view>
-#include <typeinfo>
-
-#include "runtime/error.h"
 
 namespace platform_windows::crash {
 
@@ -65,26 +59,6 @@ void describeException(FixedText& text, const EXCEPTION_RECORD& exception) noexc
     if ((code == EXCEPTION_ACCESS_VIOLATION || code == EXCEPTION_IN_PAGE_ERROR) && exception.NumberParameters > 1) {
         addAccess(text, exception);
     }
-}
-
-std::int32_t describeTermination(FixedText& text) noexcept {
-    const std::type_info* const type = abi::__cxa_current_exception_type();
-    if (type == nullptr) {
-        text << "Ende des Programms ohne Ausnahme (std::terminate)";
-        return runtime::errInternal;
-    }
-    text << "Ausnahme, die niemand behandelt: ";
-    try {
-        throw;
-    } catch (const runtime::Error& error) {
-        text << error.message();
-        return error.number();
-    } catch (const std::exception& error) {
-        text << error.what() << " (" << type->name() << ")";
-    } catch (...) {
-        text << type->name();
-    }
-    return runtime::errInternal;
 }
 
 }  // namespace platform_windows::crash

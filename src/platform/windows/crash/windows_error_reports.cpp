@@ -22,11 +22,12 @@ std::wstring logPath() {
 }  // namespace
 
 void prepare(platform::crash::SymbolTable ownRoutines) {
-    prepareReport(ownRoutines, logPath());
+    const bool offers = ::GetEnvironmentVariableW(offerVariable, nullptr, 0) != 0;
+    // Whatever it starts is not there for that.
+    ::SetEnvironmentVariableW(offerVariable, nullptr);
+    prepareReport(ownRoutines, logPath(), offers);
     installHandlers();
 }
-
-bool isToOffer() noexcept { return ::GetEnvironmentVariableW(offerVariable, nullptr, 0) != 0; }
 
 platform::Activity& WindowsErrorReports::activity() noexcept { return crash::activity(); }
 
@@ -35,6 +36,8 @@ void WindowsErrorReports::untrapped(std::int32_t number, const std::string& desc
     reportOf(number, description);
     reportAndGoOn();
 }
+
+bool WindowsErrorReports::startedToOffer() noexcept { return isOffering(); }
 
 std::string WindowsErrorReports::logFile() { return narrow(logPath()); }
 

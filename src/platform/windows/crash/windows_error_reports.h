@@ -9,15 +9,12 @@ namespace platform_windows::crash {
 // The first thing that the program does: from here on a crash is reported. The table is the program's own.
 void prepare(platform::crash::SymbolTable ownRoutines);
 
-// Whether this process was started to offer the newest report that nobody has seen.
-bool isToOffer() noexcept;
-
 class WindowsErrorReports final : public platform::ErrorReports {
 public:
     platform::Activity& activity() noexcept override;
     void untrapped(std::int32_t number, const std::string& description) noexcept override;
     std::string logFile() override;
-    bool startedToOffer() noexcept override { return isToOffer(); }
+    bool startedToOffer() noexcept override;
 };
 
 }  // namespace platform_windows::crash
