@@ -38,6 +38,8 @@ MASKS = [(re.compile(path), re.compile(pattern, re.MULTILINE), mask) for path, p
     (r"\.LOG$", rb"^\d\d\.\d\d\.\d{4}( \d\d:\d\d:\d\d)?(?=>)", b"DD.MM.YYYY hh:mm:ss"),
     (r"\.LOG$", rb"^.*>     nach DoEvents, Timer: .*\n", b""),  # each look of /WAIT at the queue, with the time
     (r"Nicht gedruckt/.*\.txt$", rb"^Zeit: .*$", b"Zeit:"),
+    # When, by which process and in which build is all that the other lines of a report say.
+    (r"KRVWinPr\.ERR$", rb"^(?!Fehler:|Betriebsart:|Druckdatei:|Host:).*$", b""),
     (r"settings\.ini$", rb"^\s*[#;].*\n", b""),  # comments may change
     (r"\.options$", rb"^(job-uuid|time-at-creation|time-at-processing)=.*", rb"\1"),  # the print server's
     (f"^{PRINTERS['trays']}-", rb"/ID \[<[0-9a-f]+><[0-9a-f]+>\]", b"/ID"),  # random, by the print server's filter
