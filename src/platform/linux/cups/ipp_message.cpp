@@ -62,9 +62,10 @@ std::string text(ipp_t* message, const char* name) {
     return values.empty() ? std::string() : values.front();
 }
 
-std::vector<std::string> texts(ipp_t* message, const char* name) {
+std::vector<std::string> texts(ipp_t* message, const char* name) { return textsOf(find(message, name)); }
+
+std::vector<std::string> textsOf(ipp_attribute_t* attribute) {
     std::vector<std::string> result;
-    ipp_attribute_t* attribute = find(message, name);
     for (int i = 0; attribute != nullptr && i < ippGetCount(attribute); ++i) {
         if (const char* value = ippGetString(attribute, i, nullptr); value != nullptr) {
             result.emplace_back(value);

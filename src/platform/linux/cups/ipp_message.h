@@ -28,6 +28,7 @@ ipp_attribute_t* find(ipp_t* message, const char* name);
 int count(ipp_t* message, const char* name);
 std::string text(ipp_t* message, const char* name);
 std::vector<std::string> texts(ipp_t* message, const char* name);
+std::vector<std::string> textsOf(ipp_attribute_t* attribute);  // none of null
 int number(ipp_t* message, const char* name, int otherwise);
 std::optional<bool> boolean(ipp_t* message, const char* name);
 // Goes through the groups of a kind, of which an answer has one for each job or event: through the attributes of each,

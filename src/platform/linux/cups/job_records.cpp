@@ -8,6 +8,7 @@
 
 #include "platform/linux/cups/ipp_message.h"
 #include "platform/linux/cups/printer_state.h"
+#include "platform/linux/cups/reason.h"
 #include "platform/linux/local_time.h"
 #include "platform/spooler.h"
 
@@ -18,11 +19,6 @@ namespace {
 namespace flag = platform::job_status;
 namespace printer_flag = platform::printer_status;
 using Strings = std::vector<std::string>;
-
-struct Reason {
-    std::string_view keyword;
-    std::uint32_t flags;
-};
 
 constexpr std::array reasonFlags = {
     Reason{"job-incoming", flag::spooling},
@@ -73,12 +69,6 @@ constexpr std::array<std::pair<std::uint32_t, std::uint32_t>, 4> hindrances = {{
      flag::userIntervention},
 }};
 
-std::uint32_t flagsOf(const std::string& keyword) {
-    const auto* found =
-        std::find_if(reasonFlags.begin(), reasonFlags.end(), [&](const Reason& r) { return r.keyword == keyword; });
-    return found != reasonFlags.end() ? found->flags : flag::waiting;
-}
-
 std::uint32_t hindranceOf(const Strings& printerReasons) {
     const std::uint32_t printer = printerStatus(IPP_PSTATE_IDLE, printerReasons, true);
     std::uint32_t result = 0;
@@ -103,16 +93,6 @@ struct Told {
 std::string textOf(ipp_attribute_t* attribute) {
     const char* text = ippGetString(attribute, 0, nullptr);
     return text != nullptr ? text : "";
-}
-
-Strings textsOf(ipp_attribute_t* attribute) {
-    Strings result;
-    for (int i = 0; i < ippGetCount(attribute); ++i) {
-        if (const char* text = ippGetString(attribute, i, nullptr); text != nullptr) {
-            result.emplace_back(text);
-        }
-    }
-    return result;
 }
 
 // 0 for what is no number, or less.
@@ -202,7 +182,7 @@ std::vector<platform::PrintJob> jobRecords(ipp_t* answer) {
 std::uint32_t jobStatus(int state, const Strings& reasons, const Strings& printerReasons) {
     std::uint32_t status = flag::waiting;
     for (const std::string& reason : reasons) {
-        status |= flagsOf(reason);
+        status |= flagsIn(reasonFlags, reason).value_or(flag::waiting);
     }
     switch (state) {
         case IPP_JSTATE_HELD:

@@ -1,9 +1,9 @@
 #include "platform/linux/cups/printer_state.h"
 
-#include <algorithm>
 #include <array>
 #include <string_view>
 
+#include "platform/linux/cups/reason.h"
 #include "platform/spooler.h"
 
 namespace platform_linux::cups {
@@ -11,11 +11,6 @@ namespace platform_linux::cups {
 namespace {
 
 namespace flag = platform::printer_status;
-
-struct Reason {
-    std::string_view keyword;
-    std::uint32_t flags;
-};
 
 constexpr std::array reasons = {
     Reason{"media-jam", flag::paperJam},
@@ -63,12 +58,7 @@ std::uint32_t flagsOf(std::string_view keyword) {
             break;
         }
     }
-    const auto* found =
-        std::find_if(reasons.begin(), reasons.end(), [keyword](const Reason& r) { return r.keyword == keyword; });
-    if (found != reasons.end()) {
-        return found->flags;
-    }
-    return isError ? flag::error : flag::ready;
+    return flagsIn(reasons, keyword).value_or(isError ? flag::error : flag::ready);
 }
 
 }  // namespace
