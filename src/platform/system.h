@@ -112,6 +112,10 @@ public:
     // Time since some moment in the past; whatever happens to the clock, it goes on evenly.
     virtual std::int64_t elapsedMilliseconds() = 0;
 
+    // Tells whoever started the program and asked for it (the messenger of hosts in an emulator) that the completion
+    // file is written.
+    virtual void tellStarter() noexcept = 0;
+
     // What a user types into the system's shell to run this program in a folder with these arguments.
     virtual std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) = 0;
 };

@@ -22,6 +22,7 @@ void WriteOKFile(session::Session& session) {
     try {
         system.writeFile(okFile(), system.toSystemCodePage(platform::completionFileText));
         hostWaits = false;
+        system.tellStarter();
     } catch (const runtime::Error& error) {
         hostWaits = false;
         session.platform.dialogs.diagnostic(error.message());

@@ -22,7 +22,7 @@
 #include "session/session.h"
 #include "settings/FDruckerAuswahl.h"
 #include "settings/MRegistry.h"
-#include "startup/clsArguments.h"
+#include "startup/arguments/command_line.h"
 
 namespace startup::MMain {
 
@@ -31,41 +31,18 @@ namespace {
 using platform::Buttons;
 using platform::Icon;
 
-struct Switches {
-    bool blnWait = false;
-    bool blnTwoPass = false;
-};
-
-// Takes the global switches out of the arguments. They count in upper case only; a removal takes every case variant.
-Switches takeSwitches(clsArguments& arguments, session::DebugLog& log) {
-    Switches switches;
-    const std::vector<std::string> given(arguments.begin(), arguments.end());
-    for (const std::string& argument : given) {
-        if (argument == "/DEBUG") {
-            log.debugging(true);
-        } else if (argument == "/DEBUG2") {
-            log.debugging(true);
-            log.level(session::DebugLog::details);
-        } else if (argument == "/WAIT") {
-            switches.blnWait = true;
-        } else if (argument == "/TWOPASS") {
-            switches.blnTwoPass = true;
-        } else {
-            continue;
-        }
-        arguments.Remove(argument);
+void startLog(session::DebugLog& log, const Switches& switches) {
+    if (switches.blnDebug || switches.blnDebug2) {
+        log.debugging(true);
     }
-    return switches;
-}
-
-bool isCommand(const std::string& mode) {
-    return mode == "/DRUCKERAUSWAHL" || mode == "/VORSCHAU" || mode == "/AUFTRAEGE" || mode == "/INVERT" ||
-           mode == "/PRINTGRAPHIC";
+    if (switches.blnDebug2) {
+        log.level(session::DebugLog::details);
+    }
 }
 
 // Whether somebody does not go on before there is a completion file.
 bool hostWaits(const clsArguments& arguments, const Switches& switches) {
-    return switches.blnWait && arguments.Count() > 0 && !isCommand(runtime::upperCase(arguments.Item(1)));
+    return switches.blnWait && modeOf(arguments) == Mode::report;
 }
 
 class StartUp {
@@ -111,7 +88,8 @@ void StartUp::run(bool& reportBegun) {
         return;
     }
     clsArguments arguments(system().commandTail());
-    const Switches switches = takeSwitches(arguments, log_);
+    const Switches switches = takeSwitches(arguments);
+    startLog(log_, switches);
     session_.activity().hostWaits = hostWaits(arguments, switches);
     runtime::crashOnPurpose("start");
     writeHeader();
@@ -126,7 +104,8 @@ void StartUp::run(bool& reportBegun) {
 
 void StartUp::giveUpReport() {
     clsArguments arguments(system().commandTail());
-    const Switches switches = takeSwitches(arguments, log_);
+    const Switches switches = takeSwitches(arguments);
+    startLog(log_, switches);
     if (hostWaits(arguments, switches)) {
         report::MPrint::WriteOKFile(session_);
     }
@@ -171,41 +150,47 @@ void StartUp::logEnvironment(const Switches& switches) {
 }
 
 void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, bool& reportBegun) {
-    if (arguments.Count() == 0) {
-        log_.line("> keine Argumente");
-        showUsage();
-        return;
-    }
-    const std::string mode = runtime::upperCase(arguments.Item(1));
-    if (mode == "/DRUCKERAUSWAHL") {
-        session_.activity().mode = "Druckerauswahl";
-        selectPrinter();
-    } else if (mode == "/VORSCHAU") {
-        session_.activity().mode = "Vorschau";
-        showPreview(arguments, switches);
-    } else if (mode == "/AUFTRAEGE") {
-        session_.activity().mode = "Druckaufträge";
-        showJobList(arguments.Item(2));
-    } else if (mode == "/INVERT") {
-        session_.activity().mode = "Grafik invertieren";
-        log_.line("> Invertierungbeginn");
-        session_.storeSettings();
-        graphics::MInverser::InvertGraphic(session_, arguments.Item(2));
-        log_.line("> Invertierungende");
-    } else if (mode == "/PRINTGRAPHIC") {
-        session_.activity().mode = "Grafik drucken";
-        log_.line("> Grafikdruckbeginn");
-        session_.storeSettings();
-        graphics::MGrafikdruck::PrintGraphic(session_, "GRAFIK.PCX", arguments.Item(2));
-        log_.line("> Grafikdruckende");
-    } else {
-        session_.activity().mode = "Bericht";
-        log_.line("> Reportbeginn");
-        const report::MPrint::JobOrder order{arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait,
-                                             switches.blnTwoPass};
-        reportBegun = true;
-        report::MPrint::DoReport(session_, order, [this] { session_.platform.dialogs.processEvents(); });
-        log_.line("> Reportende");
+    switch (modeOf(arguments)) {
+        case Mode::usage:
+            log_.line("> keine Argumente");
+            showUsage();
+            break;
+        case Mode::printerSelection:
+            session_.activity().mode = "Druckerauswahl";
+            selectPrinter();
+            break;
+        case Mode::preview:
+            session_.activity().mode = "Vorschau";
+            showPreview(arguments, switches);
+            break;
+        case Mode::jobList:
+            session_.activity().mode = "Druckaufträge";
+            showJobList(arguments.Item(2));
+            break;
+        case Mode::invert:
+            session_.activity().mode = "Grafik invertieren";
+            log_.line("> Invertierungbeginn");
+            session_.storeSettings();
+            graphics::MInverser::InvertGraphic(session_, arguments.Item(2));
+            log_.line("> Invertierungende");
+            break;
+        case Mode::printGraphic:
+            session_.activity().mode = "Grafik drucken";
+            log_.line("> Grafikdruckbeginn");
+            session_.storeSettings();
+            graphics::MGrafikdruck::PrintGraphic(session_, "GRAFIK.PCX", arguments.Item(2));
+            log_.line("> Grafikdruckende");
+            break;
+        case Mode::report:
+            session_.activity().mode = "Bericht";
+            log_.line("> Reportbeginn");
+            reportBegun = true;
+            report::MPrint::DoReport(
+                session_,
+                {arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait, switches.blnTwoPass},
+                [this] { session_.platform.dialogs.processEvents(); });
+            log_.line("> Reportende");
+            break;
     }
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "platform/linux/code_page.h"
+#include "platform/linux/starter.h"
 #include "platform/settings_store.h"
 #include "platform/system.h"
 
@@ -46,6 +47,7 @@ public:
     bool screenAnswers() override;
     void sleep(int milliseconds) override;
     std::int64_t elapsedMilliseconds() override;
+    void tellStarter() noexcept override { starter_.tellCompletion(); }
     std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override;
 
     // Number of the host's DOS code page: the environment variable KRVWINPR_CODEPAGE, else the value "OEMCP" of the
@@ -66,6 +68,7 @@ private:
     std::optional<int> codePageNumber_;
     std::optional<CodePage> codePage_;
     std::optional<int> screenDpi_;
+    Starter starter_;
 };
 
 }  // namespace platform_linux

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "platform/system.h"
+#include "platform/windows/starter.h"
 
 namespace platform_windows {
 
@@ -40,10 +41,12 @@ public:
     bool screenAnswers() override { return true; }
     void sleep(int milliseconds) override;
     std::int64_t elapsedMilliseconds() override;
+    void tellStarter() noexcept override { starter_.tellCompletion(); }
     std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override;
 
 private:
     std::optional<runtime::Locale> locale_;
+    Starter starter_;
 };
 
 // What stands behind the program's name in a command line as the system hands it over. The name goes to its closing

@@ -354,7 +354,10 @@ TEST_F(ReportTest, FilesThatCannotBeWrittenStillLetThePrinterOrTheHostGoOn) {
     EXPECT_EQ(report("x"), "Laser 1: / x");
     EXPECT_TRUE(host.logged(">     Fehler in WriteOKFile beim Zugriff auf KRVWINPR.OK 61 Datenträger voll"));
     EXPECT_EQ(host.dialogs.diagnostics.size(), 1U);
+    EXPECT_EQ(host.system.toldStarter, 0) << "there is no file";
     host.system.unwritable.clear();
+    report("x");
+    EXPECT_EQ(host.system.toldStarter, 1);
     host.spooler.device.onBeginPage = [this](std::size_t) { host.system.unwritable.insert("KRVWinPr.LOG"); };
     EXPECT_EQ(report("a\fb", "", "Laser 1", true), "Laser 1: dropped OK");
 }

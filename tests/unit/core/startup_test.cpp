@@ -1,5 +1,5 @@
 #include "graphics/MGrafikdruck.h"
-#include "startup/clsArguments.h"
+#include "startup/arguments/clsArguments.h"
 #include "unit/support/core_test.h"
 
 namespace {

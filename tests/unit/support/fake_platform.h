@@ -74,7 +74,8 @@ public:
     int screenDpi = 96;
     int screenDpiDown = 96;
     int sleptMilliseconds = 0;
-    int looksTake = 0;  // milliseconds that pass from one look at the clock to the next
+    int looksTake = 0;    // milliseconds that pass from one look at the clock to the next
+    int toldStarter = 0;  // how often the starter was told of the completion file
 
     std::string commandTail() override { return tail; }
     std::string programDirectory() override { return "C:\\Programme"; }
@@ -143,6 +144,7 @@ public:
         now.millisecond += milliseconds;
     }
     std::int64_t elapsedMilliseconds() override { return sleptMilliseconds += looksTake; }
+    void tellStarter() noexcept override { ++toldStarter; }
     std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override {
         std::string command = "in " + folder;
         for (const std::string& argument : arguments) {

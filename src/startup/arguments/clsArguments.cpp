@@ -1,4 +1,4 @@
-#include "startup/clsArguments.h"
+#include "startup/arguments/clsArguments.h"
 
 #include <utility>
 
