@@ -1,7 +1,7 @@
 # Installs the Debian packages that are missing; sourced by run.sh and test.sh.
 
 build_packages="g++ cmake ninja-build pkg-config python3 libcups2-dev libharfbuzz-dev libdeflate-dev libfontconfig-dev
-qt6-base-dev libxcb1-dev libdbus-1-dev libpng-dev libjpeg-dev libtiff-dev libleptonica-dev libxml2-dev fonts-liberation"
+qt6-base-dev libxcb1-dev libdbus-1-dev libpng-dev libjpeg-dev libtiff-dev libleptonica-dev libxml2-dev fonts-liberation nasm"
 
 test_packages="libgtest-dev poppler-utils qpdf cups-daemon cups-client cups-filters cups-ipp-utils avahi-daemon ghostscript xvfb xdotool dbus-daemon at-spi2-core libglib2.0-bin
 clang-format clang-tidy zbar-tools zxing-cpp-tools libzint-dev imagemagick netpbm clang libclang-rt-14-dev"
