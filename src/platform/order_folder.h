@@ -30,7 +30,7 @@ public:
     // whichever way (KRVWINPR.BOT). Asked again it answers at once.
     enum class Holder { ours, another };
     virtual Holder hold() = 0;
-    // Who holds it, as that messenger says it itself; empty where that is not known.
+    // Who holds it now, as that messenger says it itself; empty for nobody, and where that is not known.
     virtual std::string holder() = 0;
 
     // The files "KRV", five digits, ".AUF", ".ERG" or ".TMP", in any case and order. errPathNotFound where the folder

@@ -1,0 +1,31 @@
+// What the user has set for the messenger, below HKCU\Software\Velmora\KRVWinPr\3.0\Bote.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/settings_store.h"
+
+namespace messenger {
+
+struct MessengerSettings {
+    std::vector<std::string> folders;  // "Ordner1", "Ordner2", ... up to the first that is missing or empty
+    std::int64_t oldestOrder = 600;    // "Alter": seconds that an order may have waited for a messenger; 0 to 8 days
+    std::chrono::milliseconds lookEvery{1000};  // "Abfrage": between looks where nothing reports changes; 50 to 60,000
+    std::string program;  // "Programm": instead of the KRVWinPr beside the messenger; empty for that
+};
+
+// Whatever is no number of its range is the default.
+MessengerSettings readSettings(platform::SettingsStore& store);
+
+// Replaces the list of folders; false where that is known to have failed.
+bool storeFolders(platform::SettingsStore& store, const std::vector<std::string>& folders);
+
+// The folder of the system that a directory of the host ("C:\FIRMA") is, by the drives of the user's settings: the
+// value "C" of the key "Laufwerke". Nothing where that drive is not set.
+std::optional<std::string> systemFolder(platform::SettingsStore& store, const std::string& directory);
+
+}  // namespace messenger
