@@ -1,4 +1,4 @@
-krv_unit_test(core-tests LIBS krv-startup krv-preview krv-joblist krv-crash SOURCES
+krv_unit_test(core-tests LIBS krv-startup krv-messenger krv-preview krv-joblist krv-crash SOURCES
     unit/core/barcode_test.cpp
     unit/core/crash_report_test.cpp
     unit/core/druckerauswahl_test.cpp
@@ -6,6 +6,7 @@ krv_unit_test(core-tests LIBS krv-startup krv-preview krv-joblist krv-crash SOUR
     unit/core/graphics_test.cpp
     unit/core/hplaser_test.cpp
     unit/core/joblist_test.cpp
+    unit/core/messenger_test.cpp
     unit/core/page_interpreter_test.cpp
     unit/core/page_recording_test.cpp
     unit/core/preview_test.cpp
