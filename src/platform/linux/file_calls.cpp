@@ -97,6 +97,8 @@ void giveToOwnerOf(const std::string& folder, int made) {
     }
 }
 
+bool knowsNoLocks(int error) { return error == ENOLCK || error == EOPNOTSUPP || error == ENOSYS || error == EINVAL; }
+
 std::optional<Link> linkAt(const std::string& path) {
     const FileDescriptor file = openFile(path, O_PATH | O_NOFOLLOW);
     struct stat status {};

@@ -33,6 +33,9 @@ int copyContent(int from, int to);
 // What root makes in somebody else's folder belongs to that somebody. For anybody else nothing happens.
 void giveToOwnerOf(const std::string& folder, int made);
 
+// Whether an error of flock() or fcntl() says that the file system has no such locks.
+bool knowsNoLocks(int error);
+
 // A link, opened so that owner and target are those of one and the same.
 struct Link {
     uid_t owner = 0;

@@ -1,13 +1,7 @@
 #include "platform/linux/linux_dialogs.h"
 
-#include <poll.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <climits>
-#include <csignal>
 #include <cstdlib>
 #include <string_view>
 
@@ -18,6 +12,7 @@
 #include "platform/linux/module.h"
 #include "platform/linux/notification/notification.h"
 #include "platform/linux/paths.h"
+#include "platform/linux/standard_error.h"
 #include "platform/messages/unseen_box.h"
 #include "runtime/program.h"
 
@@ -27,40 +22,6 @@ namespace {
 
 using platform::Answer;
 using platform::Buttons;
-
-// Keeps a reader that has gone away from ending the process, where nobody has seen to that yet.
-class NoBrokenPipeSignal {
-public:
-    NoBrokenPipeSignal() {
-        struct sigaction ignore {};
-        ignore.sa_handler = SIG_IGN;
-        ::sigaction(SIGPIPE, &ignore, &before_);
-    }
-    NoBrokenPipeSignal(const NoBrokenPipeSignal&) = delete;
-    NoBrokenPipeSignal& operator=(const NoBrokenPipeSignal&) = delete;
-    ~NoBrokenPipeSignal() { ::sigaction(SIGPIPE, &before_, nullptr); }
-
-private:
-    struct sigaction before_ {};
-};
-
-// Gives up rather than wait for a reader that does not read.
-void writeToStandardError(std::string_view text) {
-    constexpr int patience = 1000;  // milliseconds
-    const NoBrokenPipeSignal quiet;
-    while (!text.empty()) {
-        pollfd output{STDERR_FILENO, POLLOUT, 0};
-        if (::poll(&output, 1, patience) <= 0 || (output.revents & POLLOUT) == 0) {
-            return;
-        }
-        const ssize_t count = ::write(STDERR_FILENO, text.data(), std::min<std::size_t>(text.size(), PIPE_BUF));
-        if (count > 0) {
-            text.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            return;
-        }
-    }
-}
 
 void tell(const std::string& text) { writeToStandardError(std::string(runtime::programName) + ": " + text + "\n"); }
 

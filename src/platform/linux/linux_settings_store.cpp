@@ -56,11 +56,9 @@ std::string linkTarget(std::string path) {
     return path;
 }
 
-// A file system that has no locks; those who write at once there may undo each other's changes, but nobody's file.
-bool knowsNoLocks(int error) { return error == ENOLCK || error == EOPNOTSUPP || error == ENOSYS || error == EINVAL; }
-
 // The lock is gone when the descriptor is closed, however the process ends; the file stays, as removing it would give
-// two processes a lock each. What is waited for is taken off the time that may be waited.
+// two processes a lock each. What is waited for is taken off the time that may be waited. Where the file system has no
+// locks, those who write at once may undo each other's changes, but nobody's file.
 FileDescriptor lockedFile(const std::string& path, std::chrono::milliseconds& wait) {
     constexpr std::chrono::milliseconds pause{10};
     FileDescriptor file = openFile(path, O_RDWR);

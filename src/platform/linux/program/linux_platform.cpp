@@ -1,36 +1,12 @@
 #include "platform/linux/program/linux_platform.h"
 
-#include <fcntl.h>
-#include <unistd.h>
-
-#include <csignal>
 #include <string>
 
+#include "platform/linux/process_start.h"
 #include "platform/linux/unfinished_file.h"
 #include "runtime/program.h"
 
 namespace platform_linux::program {
-
-namespace {
-
-void fillStandardDescriptors() {
-    // A new descriptor is the lowest number free, so this ends with the first one beyond standard error.
-    int descriptor = -1;
-    do {
-        descriptor = ::open("/dev/null", O_RDWR);
-    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
-    if (descriptor >= 0) {
-        ::close(descriptor);
-    }
-}
-
-void ignoreSignal(int number) {
-    struct sigaction ignore {};
-    ignore.sa_handler = SIG_IGN;
-    ::sigaction(number, &ignore, nullptr);
-}
-
-}  // namespace
 
 LinuxPlatform::LinuxPlatform(int argumentCount, const char* const* arguments)
     : settings_(LinuxSettingsStore::usualPath()),
@@ -43,9 +19,7 @@ LinuxPlatform::LinuxPlatform(int argumentCount, const char* const* arguments)
           settings_),
       ports_{system_,    settings_, printing_.spooler(), printing_.jobs(), dialogs_, imageFiles_,
              userFiles_, forms_,    xmlFiles_,           errorReports_} {
-    fillStandardDescriptors();
-    ignoreSignal(SIGPIPE);
-    ignoreSignal(SIGXFSZ);
+    prepareProcess();
     removeUnfinishedOnSignals();
 }
 

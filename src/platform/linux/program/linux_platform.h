@@ -16,10 +16,8 @@ namespace platform_linux::program {
 
 class LinuxPlatform {
 public:
-    // To be made before anything else opens a file: standard input, output and error that whoever started the program
-    // has closed lead nowhere from then on, instead of into the first file opened. A broken pipe and a file that grows
-    // too large become errors instead of the end of the process; a signal that ends it leaves no unfinished file. The
-    // arguments are those of main().
+    // To be made before anything else opens a file, as prepareProcess() wants it. A signal that ends the program leaves
+    // no unfinished file. The arguments are those of main().
     LinuxPlatform(int argumentCount, const char* const* arguments);
 
     platform::Platform& ports() { return ports_; }

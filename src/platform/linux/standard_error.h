@@ -1,0 +1,11 @@
+// Text on standard error.
+#pragma once
+
+#include <string_view>
+
+namespace platform_linux {
+
+// Gives up rather than wait for a reader that does not read, and does not end the process where that has gone away.
+void writeToStandardError(std::string_view text) noexcept;
+
+}  // namespace platform_linux
