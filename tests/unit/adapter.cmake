@@ -1,6 +1,7 @@
-krv_unit_test(adapter-tests LIBS krv-linux krv-settings krv-printer krv-drawing SOURCES
+krv_unit_test(adapter-tests LIBS krv-linux krv-linux-messenger krv-startup-arguments krv-settings krv-printer krv-drawing SOURCES
     unit/linux_dialogs_test.cpp
     unit/linux_locale_test.cpp
+    unit/linux_messenger_test.cpp
     unit/linux_settings_test.cpp
     unit/linux_system_test.cpp
     unit/ports_test.cpp

@@ -24,6 +24,9 @@ public:
     int get() const noexcept { return descriptor_; }
     explicit operator bool() const noexcept { return descriptor_ >= 0; }
 
+    // Somebody else's from now on.
+    int release() noexcept { return std::exchange(descriptor_, -1); }
+
     // Closes now, for those who need to know that what was written has arrived: false with errno set where it has not.
     bool close() noexcept {
         const int descriptor = std::exchange(descriptor_, -1);
