@@ -2,9 +2,11 @@
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 set(KRV_NATIVE ${CMAKE_SOURCE_DIR}/build/linux/KRVWinPr CACHE FILEPATH "The native program to compare with")
 
-add_test(NAME e2e.hardening WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
-         COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_hardening.py)
-set_tests_properties(e2e.hardening PROPERTIES ENVIRONMENT "KRVWINPR_FILES=$<TARGET_FILE:KRVWinPr>")
+foreach(program KRVWinPr KRVWinPrBote)
+    add_test(NAME e2e.hardening.${program} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+             COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_hardening.py)
+    set_tests_properties(e2e.hardening.${program} PROPERTIES ENVIRONMENT "KRVWINPR_FILES=$<TARGET_FILE:${program}>")
+endforeach()
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
     foreach(name windows windows_crash windows_selection windows_preview windows_joblist)

@@ -1,5 +1,5 @@
 # The tests have the program's manifest, on which it depends what they see of the screen.
-krv_unit_test(windows-tests LIBS krv-windows-crash krv-windows krv-windows-forms krv-settings krv-printer krv-drawing krv-windows-resources SOURCES
+krv_unit_test(windows-tests LIBS krv-windows-messenger krv-windows-crash krv-windows krv-windows-forms krv-settings krv-printer krv-drawing krv-windows-resources SOURCES
     unit/image_files_test.cpp
     unit/ports_test.cpp
     unit/windows_crash_test.cpp
@@ -7,6 +7,7 @@ krv_unit_test(windows-tests LIBS krv-windows-crash krv-windows krv-windows-forms
     unit/windows_files_test.cpp
     unit/windows_forms_test.cpp
     unit/windows_images_test.cpp
+    unit/windows_messenger_test.cpp
     unit/windows_settings_test.cpp
     unit/windows_system_test.cpp
     unit/xml_files_test.cpp

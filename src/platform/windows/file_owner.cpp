@@ -42,6 +42,10 @@ bool isUsersOwn(const std::wstring& path) {
         owner == nullptr) {
         return true;
     }
+    return isUser(owner);
+}
+
+bool isUser(void* owner) {
     KernelHandle token;
     if (::OpenProcessToken(::GetCurrentProcess(), TOKEN_QUERY, token.receive()) == 0) {
         return true;

@@ -9,4 +9,7 @@ namespace platform_windows {
 // belongs to. Files without an owner are everybody's.
 bool isUsersOwn(const std::wstring& path);
 
+// The same for who is the owner of something, a security identifier of the system.
+bool isUser(void* owner);
+
 }  // namespace platform_windows

@@ -1,6 +1,7 @@
 // A macro of the system's headers has the name of one of the port's structures, so these come first.
 #include "platform/windows/crash/windows_error_reports.h"
 #include "platform/windows/notification_area.h"
+#include "platform/windows/process_start.h"
 #include "platform/windows/program/windows_platform.h"
 #include "startup/MMain.h"
 
@@ -25,12 +26,9 @@ static bool run(void (*function)(platform::Platform&) noexcept) {
 }  // namespace platform_windows::program
 
 int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
-    // A drive without a disk is an error for whoever asks for it, not a box of the system that waits for an answer.
-    ::SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+    platform_windows::beginProcess();
     // A long page keeps the program from its windows; they are to stay as they are, not to be called hung.
     ::DisableProcessWindowsGhosting();
-    // The current directory is the host's; nothing that lies there is to be loaded as a part of the program.
-    ::SetDllDirectoryW(L"");
     platform_windows::crash::prepare(krvwinpr_symbols);
     if (platform_windows::wasNotification()) {
         return 0;
