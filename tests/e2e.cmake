@@ -2,7 +2,7 @@
 # and qpdf; queues are those of a private cupsd.
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
-foreach(name pdf log faults queues print_jobs desktop selection preview joblist graphics barcodes everywhere crash)
+foreach(name pdf log faults queues print_jobs desktop selection preview joblist graphics barcodes everywhere crash messenger)
     add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
              COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     set_tests_properties(e2e.${name} PROPERTIES
@@ -14,7 +14,7 @@ set_tests_properties(e2e.everywhere PROPERTIES SKIP_RETURN_CODE 77)
 
 # How the files that users get are hardened; the builds with the sanitizers are not.
 if(NOT KRV_SANITIZE)
-    set(files "$<TARGET_FILE:KRVWinPr>")
+    set(files "$<TARGET_FILE:KRVWinPr>:$<TARGET_FILE:KRVWinPrBote>")
     foreach(module cups images notification pdf qt screen xml)
         string(APPEND files ":$<TARGET_FILE:krvwinpr-${module}>")
     endforeach()

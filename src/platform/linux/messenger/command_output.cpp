@@ -49,6 +49,7 @@ CommandOutput outputOf(std::vector<std::string> command, std::chrono::millisecon
     SpawnSurroundings surroundings;
     surroundings.descriptor(writing.get(), STDOUT_FILENO);
     surroundings.descriptor(writing.get(), STDERR_FILENO);
+    surroundings.noneFrom(STDERR_FILENO + 1);
     pid_t child = 0;
     if (::posix_spawnp(&child, command.front().c_str(), surroundings.files(), surroundings.attributes(),
                        pointersTo(command).data(), environ) != 0) {

@@ -38,6 +38,7 @@ std::vector<EventSource*> EventQueue::wait(std::chrono::milliseconds atMost) {
     const auto time = static_cast<int>(std::clamp<std::chrono::milliseconds::rep>(atMost.count(), 0, longest));
     const int count = ::epoll_wait(queue_.get(), events.data(), static_cast<int>(events.size()), time);
     std::vector<EventSource*> sources;
+    sources.reserve(events.size());
     for (int i = 0; i < count; ++i) {
         sources.push_back(static_cast<EventSource*>(events[static_cast<std::size_t>(i)].data.ptr));
     }

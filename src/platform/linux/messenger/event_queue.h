@@ -12,11 +12,10 @@ namespace platform_linux::messenger {
 // Something with a descriptor that there is something to read from now and then.
 class EventSource {
 public:
+    virtual ~EventSource() = default;
+
     // Reads it, and tells what it means.
     virtual void take(std::vector<platform::MessengerEvent>& events) = 0;
-
-protected:
-    ~EventSource() = default;
 };
 
 class EventQueue {

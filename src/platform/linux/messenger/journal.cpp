@@ -40,7 +40,7 @@ bool leadsNowhere(const struct stat& output) {
 
 }  // namespace
 
-Journal::Journal() : place_(Place::standardError) {
+Journal::Journal() {
     struct stat output {};
     if (::fstat(STDERR_FILENO, &output) != 0 || leadsNowhere(output)) {
         place_ = Place::systemLog;

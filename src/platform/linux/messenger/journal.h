@@ -17,7 +17,7 @@ public:
 
 private:
     enum class Place { journal, standardError, systemLog };
-    Place place_;
+    Place place_ = Place::standardError;
 };
 
 }  // namespace platform_linux::messenger

@@ -16,7 +16,7 @@ public:
     explicit Signals(EventQueue& queue);
     Signals(const Signals&) = delete;
     Signals& operator=(const Signals&) = delete;
-    ~Signals();
+    ~Signals() override;
 
     void take(std::vector<platform::MessengerEvent>& events) override;
 

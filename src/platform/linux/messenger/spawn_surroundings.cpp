@@ -33,6 +33,8 @@ void SpawnSurroundings::descriptor(int descriptor, int number) {
     ::posix_spawn_file_actions_adddup2(&files_, descriptor, number);
 }
 
+void SpawnSurroundings::noneFrom(int number) { ::posix_spawn_file_actions_addclosefrom_np(&files_, number); }
+
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
     pointers.reserve(texts.size() + 1);

@@ -20,6 +20,8 @@ public:
     void folder(const std::string& path);
     // One of the messenger's, under another number.
     void descriptor(int descriptor, int number);
+    // None of that number or a higher one; to be said last. The messenger may have inherited some itself.
+    void noneFrom(int number);
 
     const posix_spawn_file_actions_t* files() const { return &files_; }
     const posix_spawnattr_t* attributes() const { return &attributes_; }

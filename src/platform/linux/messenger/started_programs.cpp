@@ -78,6 +78,7 @@ platform::ProgramId StartedPrograms::start(const std::string& program, const std
     SpawnSurroundings surroundings;
     surroundings.folder(folder);
     surroundings.descriptor(writing.get(), wordDescriptor);
+    surroundings.noneFrom(wordDescriptor + 1);
     std::vector<std::string> arguments = argumentsOf(tail);
     arguments.insert(arguments.begin(), program);
     std::vector<std::string> variables = environment();

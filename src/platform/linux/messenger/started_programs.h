@@ -36,7 +36,7 @@ private:
         Program(platform::ProgramId id, FileDescriptor word, EventQueue& queue);
         Program(const Program&) = delete;
         Program& operator=(const Program&) = delete;
-        ~Program();
+        ~Program() override;
 
         pid_t number() const { return number_; }
         void number(pid_t number) { number_ = number; }
