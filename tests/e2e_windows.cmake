@@ -9,11 +9,10 @@ foreach(program KRVWinPr KRVWinPrBote)
 endforeach()
 
 if(CMAKE_SIZEOF_VOID_P EQUAL 8)
-    foreach(name windows windows_crash windows_selection windows_preview windows_joblist)
+    foreach(name windows windows_crash windows_selection windows_preview windows_joblist windows_messenger)
         add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
                  COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
+        set_tests_properties(e2e.${name} PROPERTIES TIMEOUT 400 FIXTURES_REQUIRED wine RUN_SERIAL ON
+            ENVIRONMENT "KRVWINPR=${KRV_NATIVE};KRVWINPR_WINDOWS=$<TARGET_FILE:KRVWinPr>;KRVWINPR_ANSWER=$<TARGET_FILE:krv-answer>;KRVWINPR_PREFIX=${CMAKE_BINARY_DIR}/wineprefix")
     endforeach()
-    set_tests_properties(e2e.windows e2e.windows_crash e2e.windows_selection e2e.windows_preview e2e.windows_joblist PROPERTIES
-        TIMEOUT 400 FIXTURES_REQUIRED wine RUN_SERIAL ON
-        ENVIRONMENT "KRVWINPR=${KRV_NATIVE};KRVWINPR_WINDOWS=$<TARGET_FILE:KRVWinPr>;KRVWINPR_ANSWER=$<TARGET_FILE:krv-answer>;KRVWINPR_PREFIX=${CMAKE_BINARY_DIR}/wineprefix")
 endif()

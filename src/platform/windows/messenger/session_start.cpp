@@ -70,7 +70,7 @@ void endWithSessions() {
         }
     }
     constexpr DWORD pause = 10;
-    constexpr DWORD longest = 10'000;  // milliseconds
+    constexpr DWORD longest = 15'000;  // milliseconds; it waits for completion files itself
     for (DWORD waited = 0; waited < longest; waited += pause) {
         const KernelHandle event = openEndEvent();
         if (!event) {
