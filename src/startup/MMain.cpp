@@ -62,6 +62,7 @@ private:
     void dispatch(const clsArguments& arguments, const Switches& switches, bool& reportBegun);
     void offerReport();
     void showUsage();
+    std::string twoOfOneName();
     void selectPrinter();
     void showPreview(const clsArguments& arguments, const Switches& switches);
     void showJobList(const std::string& sDruckerTreiber);
@@ -190,6 +191,9 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, 
                 {arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait, switches.blnTwoPass},
                 [this] { session_.platform.dialogs.processEvents(); });
             log_.line("> Reportende");
+            if (const std::string warning = twoOfOneName(); !warning.empty()) {
+                session_.platform.dialogs.diagnostic(warning);
+            }
             break;
     }
 }
@@ -204,8 +208,23 @@ void StartUp::showUsage() {
          "[<Grafikdatei>|KEINEGRAFIK] [<Druckertreiber>]] [/WAIT] [/TWOPASS]");
 }
 
+// What is wrong where the host's program for an emulator lies beside this one, of which Windows then takes the other.
+std::string StartUp::twoOfOneName() {
+    const std::string folder = runtime::AddBackslash(system().programDirectory());
+    if (!runtime::upperCase(system().programFileName()).ends_with(".EXE") ||
+        !system().fileExists(folder + "KRVWINPR.COM")) {
+        return {};
+    }
+    return "In " + runtime::shown(folder) + " liegt neben " + system().programFileName() +
+           " die Datei KRVWINPR.COM, die nur für Hosts in einem DOS-Emulator ist. Windows startet dort diese, wenn ein "
+           "Host KRVWINPR aufruft. Bitte legen Sie eine von beiden in einen anderen Ordner.";
+}
+
 void StartUp::selectPrinter() {
     log_.line("> Druckertreiberauswahlbeginn");
+    if (const std::string warning = twoOfOneName(); !warning.empty()) {
+        show(warning);
+    }
     if (!refusesWithoutPrinters()) {
         log_.line("> Windowsdruckertreiber Auswahlformbeginn");
         druckerAuswahl_ = std::make_unique<settings::FDruckerAuswahl>(

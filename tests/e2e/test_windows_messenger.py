@@ -62,17 +62,17 @@ class Orders(Messenger):
     def test_orders_are_printed_one_behind_the_other(self):
         first = len(self.cups.jobs(QUEUE))
         self.set("Abfrage", 60000)
+        self.set("C", windows_path(self.job.folder.parent), rf"{PRODUCT_KEY}\Laufwerke")
         messenger = self.start()
-        for number, name in enumerate(("ÄRGER & Ü.OUT", "B.OUT", "C.OUT")):
-            self.job.write(name, f"Seite {number}")
-            tail = f' "{name}"  KEINEGRAFIK  {QUEUE}'
-            order(self.job.folder, number, tail)
+        for number, name in enumerate(("ÄRGER & Ü.OUT", "B.OUT", r"C:\AUFTRAG\C.OUT")):
+            self.job.write(name[-5:] if ":" in name else name, f"Seite {number}")
+            order(self.job.folder, number, f' "{name}"  KEINEGRAFIK  {QUEUE}', directory=r"C:\AUFTRAG")
         for number in range(3):
             self.assertEqual(self.answered(number)[0], "O")
             self.assertEqual(self.lines_of_job(first + number), [[f"Seite {number}"]])
         self.assertEqual(self.job.read("KRVWINPR.OK"), OK_TEXT)
-        order(self.job.folder, 3, "/INVERT FEHLT.PCX")
-        order(self.job.folder, 4, " FEHLT.OUT")
+        order(self.job.folder, 3, "/INVERT FEHLT.PCX", directory=r"C:\AUFTRAG")
+        order(self.job.folder, 4, " FEHLT.OUT", directory=r"C:\AUFTRAG")
         self.assertEqual(self.answered(3)[0], "N")
         self.assertRegex(self.answered(4)[2], "ohne KRVWINPR.OK zu schreiben")
         self.assertIsNone(messenger.poll())

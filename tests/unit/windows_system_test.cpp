@@ -1,5 +1,6 @@
 // The port System on Windows, beside what ports_test.cpp asks of every system.
 #include "platform/windows/windows_system.h"
+#include "platform/windows/windows_settings_store.h"
 #include "platform/windows/windows_user_files.h"
 #include "platform/windows/windows_xml_files.h"
 
@@ -78,6 +79,29 @@ TEST_F(WindowsSystemTest, RemovesWhatKilledProcessesLeft) {
     std::set<std::string> names = folder.names();
     EXPECT_EQ(names.erase("KRVWINPR.OK"), 1U);
     EXPECT_EQ(names, kept);
+}
+
+TEST_F(WindowsSystemTest, DrivesOfAHostInAnEmulatorLeadWhereTheSettingsSay) {
+    WindowsSettingsStore().setText(platform::SettingsRoot::currentUser, R"(Software\Velmora\KRVWinPr\3.0\Laufwerke)",
+                                   "c", folder / "Dos\\");
+    std::filesystem::create_directories(pathOf(folder / "Dos/Bilder"));
+    put(folder / "Dos/Bilder/LOGO.BMP", "x");
+    put(folder / "draussen", "");
+    EXPECT_FALSE(system.fileExists(R"(C:\bilder\logo.bmp)")) << "its drives are ours where nobody else started it";
+    const KernelHandle event(::CreateEventW(nullptr, TRUE, FALSE, L"krv-test-starter"));
+    ::SetEnvironmentVariableW(starterVariable, L"krv-test-starter");
+    WindowsSystem started;
+    EXPECT_TRUE(started.fileExists(R"(C:\bilder\logo.bmp)"));
+    EXPECT_TRUE(started.fileExists("c:bilder/logo.bmp")) << "from the drive's folder";
+    EXPECT_TRUE(started.fileExists(folder / "draussen")) << "an outer path";
+    const std::string before = started.currentDirectory();
+    started.changeDirectory(folder / "Dos/Bilder");
+    started.writeFile("C:neu", "y");
+    started.writeFile(R"(c:\bilder\neu2)", "z");
+    EXPECT_EQ(started.readFile(started.currentDirectory() + "\\neu"), "y") << "from the current directory";
+    EXPECT_EQ(get(folder / "Dos/Bilder/neu2"), "z");
+    started.changeDirectory(before);
+    ::RegDeleteKeyW(HKEY_CURRENT_USER, LR"(Software\Velmora\KRVWinPr\3.0\Laufwerke)");
 }
 
 TEST_F(WindowsSystemTest, SaysWhichFileFailedAndWhy) {

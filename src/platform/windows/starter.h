@@ -13,6 +13,8 @@ class Starter {
 public:
     Starter();
 
+    bool isThere() const noexcept { return static_cast<bool>(event_); }
+
     // Says that the completion file is written: sets the event.
     void tellCompletion() noexcept;
 

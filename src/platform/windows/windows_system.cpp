@@ -11,6 +11,7 @@
 #include "platform/windows/code_page.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
+#include "platform/windows/host_path.h"
 #include "platform/windows/newer_functions.h"
 #include "platform/windows/places.h"
 #include "platform/windows/screen_resolution.h"
@@ -135,21 +136,25 @@ std::string WindowsSystem::userName() {
     return ::GetUserNameW(name.data(), &size) != 0 ? narrow(name.data()) : std::string();
 }
 
+std::wstring WindowsSystem::native(const std::string& path) const {
+    return nativePath(starter_.isThere() ? outerPath(path) : path);
+}
+
 std::string WindowsSystem::readFile(const std::string& path) {
-    const std::wstring file = nativePath(path);
+    const std::wstring file = native(path);
     std::string content;
     checkReading(file, [&] { return readWholeFile(file, content); });
     return content;
 }
 
 std::unique_ptr<platform::FileReader> WindowsSystem::openToRead(const std::string& path) {
-    return std::make_unique<WindowsFileReader>(nativePath(path));
+    return std::make_unique<WindowsFileReader>(native(path));
 }
 
 std::uint64_t WindowsSystem::fileSize(const std::string& path) {
     try {
         constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-        const FileHandle file(::CreateFileW(nativePath(path).c_str(), FILE_READ_ATTRIBUTES, shareAll, nullptr,
+        const FileHandle file(::CreateFileW(native(path).c_str(), FILE_READ_ATTRIBUTES, shareAll, nullptr,
                                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
         LARGE_INTEGER size{};
         return file && ::GetFileSizeEx(file.get(), &size) != 0 ? static_cast<std::uint64_t>(size.QuadPart) : 0;
@@ -159,17 +164,17 @@ std::uint64_t WindowsSystem::fileSize(const std::string& path) {
 }
 
 void WindowsSystem::writeFile(const std::string& path, std::string_view content) {
-    const std::wstring file = nativePath(path);
+    const std::wstring file = native(path);
     check(replaceFile(file, content), file);
 }
 
 void WindowsSystem::rewriteFile(const std::string& path, std::string_view content) {
-    const std::wstring file = nativePath(path);
+    const std::wstring file = native(path);
     check(platform_windows::rewriteFile(file, content), file);
 }
 
 void WindowsSystem::appendFile(const std::string& path, std::string_view content) {
-    const std::wstring file = nativePath(path);
+    const std::wstring file = native(path);
     check(appendToFile(file, content), file);
 }
 
@@ -177,7 +182,7 @@ std::unique_ptr<platform::Profile> WindowsSystem::openProfile(const std::string&
     // An empty path would be the system's own file.
     std::wstring file;
     try {
-        file = nativePath(path);
+        file = native(path);
     } catch (const runtime::Error&) {
         file = L"nul";
     }
@@ -186,14 +191,14 @@ std::unique_ptr<platform::Profile> WindowsSystem::openProfile(const std::string&
 
 bool WindowsSystem::fileExists(const std::string& path) {
     try {
-        return isFile(nativePath(path));
+        return isFile(native(path));
     } catch (const runtime::Error&) {
         return false;
     }
 }
 
 void WindowsSystem::removeFile(const std::string& path) {
-    const std::wstring file = nativePath(path);
+    const std::wstring file = native(path);
     if (::DeleteFileW(file.c_str()) == 0 && isFile(file)) {
         throwFileError(::GetLastError(), shownPath(file));
     }
@@ -201,7 +206,7 @@ void WindowsSystem::removeFile(const std::string& path) {
 
 bool WindowsSystem::wouldReplace(const std::string& written, const std::string& path) {
     try {
-        return isSameFile(nativePath(written), nativePath(path));
+        return isSameFile(native(written), native(path));
     } catch (const runtime::Error&) {
         return false;
     }

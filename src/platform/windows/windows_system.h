@@ -45,6 +45,9 @@ public:
     std::string shellCommand(const std::string& folder, const std::vector<std::string>& arguments) override;
 
 private:
+    // A path as the host has it, or the program.
+    std::wstring native(const std::string& path) const;
+
     std::optional<runtime::Locale> locale_;
     Starter starter_;
 };

@@ -75,6 +75,18 @@ TEST_F(StartUpTest, InvertWritesTheFileAndFailuresReachTheUserAndTheSettingsAreK
     EXPECT_FALSE(host.spooler.device.documents.back()->delivered);
 }
 
+TEST_F(StartUpTest, TheProgramForHostsInAnEmulatorBesideThisOneIsTold) {
+    host.spooler.names.clear();
+    start("/DRUCKERAUSWAHL");
+    EXPECT_EQ(host.dialogs.boxes.size(), 1U) << "no printers";
+    host.system.files["C:\\Programme\\KRVWINPR.COM"] = "";
+    host.system.files["a.out"] = "1";
+    start("/DRUCKERAUSWAHL");
+    EXPECT_NE(host.dialogs.boxes.at(1).text.find("In C:\\Programme\\ liegt neben KRVWinPr.exe"), std::string::npos);
+    start("a.out");
+    EXPECT_EQ(host.dialogs.diagnostics, Lines{host.dialogs.boxes[1].text});
+}
+
 TEST_F(StartUpTest, AnErrorThatNoJobReportsIsOneForTheErrorReportsAndLetsAHostGo) {
     host.system.unwritable.insert("KRVWinPr.LOG");
     start("a.out /DEBUG");
