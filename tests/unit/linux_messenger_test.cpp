@@ -2,6 +2,7 @@
 #include <sys/resource.h>
 #include <sys/xattr.h>
 
+#include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <memory>
@@ -196,6 +197,14 @@ TEST_F(LinuxMessenger, TakesOrdersOfThoseWhoMayWriteThere) {
         EXPECT_EQ(::chown(host.c_str(), owner, group) + ::chmod(host.c_str(), mode), 0);
         return errorOf([this] { orders->read("KRV00001.AUF"); }) == 0;
     };
+    // An answer by the messenger of another user.
+    put(inHost("KRV00001.ERG"), "A");
+    EXPECT_TRUE(isTaken(0777, 1, 1));
+    EXPECT_EQ(ended(start([this] {
+                  return ::setresuid(nobody, nobody, nobody) + errorOf([this] { orders->change("KRV00001.ERG", "S"); });
+              })),
+              0);
+    EXPECT_EQ(get(inHost("KRV00001.ERG")), "S");
     const gid_t daemon = 1;
     EXPECT_FALSE(isTaken(0775, 1, daemon));
     EXPECT_TRUE(isTaken(0777, 1, daemon));
@@ -292,7 +301,7 @@ TEST_F(LinuxMessenger, HearsWhatBecomesOfAProgram) {
 }
 
 TEST_F(LinuxMessenger, WritesToTheJournalWhatItIs) {
-    const auto logged = [this](bool journal) {
+    const auto logged = [this](bool journal, const std::function<void()>& log) {
         EXPECT_EQ(ended(start([&] {
                       const int file = ::open((folder / "log").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
                       struct stat status {};
@@ -301,14 +310,24 @@ TEST_F(LinuxMessenger, WritesToTheJournalWhatItIs) {
                       const std::string stream =
                           std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino + (journal ? 0 : 1));
                       const Variable variable("JOURNAL_STREAM", stream.c_str());
-                      LinuxMessengerSystem().log(LinuxMessengerSystem::Severity::warning, "eins\nzwei");
+                      log();
                       return 0;
                   })),
                   0);
         return get(folder / "log");
     };
-    EXPECT_EQ(logged(true), "<4>eins zwei\n");
-    EXPECT_EQ(logged(false), "eins zwei\n");
+    const auto warn = [] { LinuxMessengerSystem().log(LinuxMessengerSystem::Severity::warning, "eins\nzwei"); };
+    EXPECT_EQ(logged(true, warn), "<4>eins zwei\n");
+    EXPECT_EQ(logged(false, warn), "eins zwei\n");
+    // A system that reports no more folders: what is to be done is said once.
+    const std::string told = logged(false, [this] {
+        LinuxMessengerSystem another;
+        refuseCalls(EMFILE, {SYS_inotify_init1});
+        EXPECT_FALSE(another.open(host)->reportsChanges() || another.open(host)->reportsChanges());
+        EXPECT_EQ(another.open(host)->hold(), Holder::ours);
+    });
+    EXPECT_NE(told.find("fs.inotify.max_user_instances"), std::string::npos) << told;
+    EXPECT_EQ(std::ranges::count(told, '\n'), 1) << told;
 }
 
 TEST_F(LinuxMessenger, StartsWithTheSessionAndFindsItsDesktop) {

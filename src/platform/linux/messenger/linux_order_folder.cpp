@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/linux/file_calls.h"
+#include "platform/linux/files.h"
 #include "platform/linux/linux_error.h"
 #include "platform/linux/messenger/folder_rights.h"
 #include "platform/linux/messenger/order_names.h"
@@ -62,6 +63,7 @@ void requireOwnFile(int folder, int file, const std::string& path) {
     }
 }
 
+// None where this user may not do that with a file of the folder.
 FileDescriptor openOwn(int folder, const std::string& name, int flags, const std::string& path) {
     FileDescriptor file = openIn(folder, name, flags);
     if (!file && errno == ELOOP) {
@@ -70,10 +72,12 @@ FileDescriptor openOwn(int folder, const std::string& name, int flags, const std
     if (!file && (errno == ENXIO || errno == EISDIR)) {
         refuse(path, "das ist keine gewöhnliche Datei");
     }
-    if (!file) {
+    if (!file && errno != EACCES) {
         throwFileError(errno, path);
     }
-    requireOwnFile(folder, file.get(), path);
+    if (file) {
+        requireOwnFile(folder, file.get(), path);
+    }
     return file;
 }
 
@@ -99,7 +103,8 @@ int changeContent(int file, std::string_view content) {
     if (error == 0) {
         error = writeAt(file, content.substr(0, 1), 0);
     }
-    return error == 0 && ::fdatasync(file) != 0 ? errno : error;
+    // EINVAL: the disk has nothing to make durable.
+    return error == 0 && ::fdatasync(file) != 0 && errno != EINVAL ? errno : error;
 }
 
 // Without a name until it is whole, so that nobody reads half of it, whatever ends this process. Not every disk knows
@@ -240,6 +245,9 @@ std::string LinuxOrderFolder::spelling(const std::string& name) const {
 std::string LinuxOrderFolder::read(const std::string& name) {
     const FileDescriptor folder = open();
     const FileDescriptor file = openOwn(folder.get(), name, O_RDONLY, fileNamed(name));
+    if (!file) {
+        throwFileError(EACCES, fileNamed(name));
+    }
     std::string content(mostBytes + 1, '\0');
     const std::optional<std::size_t> count = readUpTo(file.get(), content.data(), content.size());
     if (!count) {
@@ -265,10 +273,16 @@ bool LinuxOrderFolder::make(const std::string& name, std::string_view content) {
 }
 
 void LinuxOrderFolder::change(const std::string& name, std::string_view content) {
+    const std::string path = fileNamed(name);
     const FileDescriptor folder = open();
-    const FileDescriptor file = openOwn(folder.get(), name, O_WRONLY, fileNamed(name));
-    if (const int error = changeContent(file.get(), content); error != 0) {
-        throwFileError(error, fileNamed(name));
+    int error = 0;
+    if (const FileDescriptor file = openOwn(folder.get(), name, O_WRONLY, path)) {
+        error = changeContent(file.get(), content);
+    } else {
+        error = replaceFile(path, content, {.durable = true});  // that of another user's messenger, which is no more
+    }
+    if (error != 0) {
+        throwFileError(error, path);
     }
 }
 
