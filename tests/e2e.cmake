@@ -2,7 +2,7 @@
 # and qpdf; queues are those of a private cupsd.
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
-foreach(name pdf log faults queues print_jobs desktop selection preview joblist graphics barcodes everywhere crash messenger)
+foreach(name pdf log faults queues print_jobs desktop selection preview joblist graphics barcodes everywhere crash messenger dosbox)
     add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
              COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     set_tests_properties(e2e.${name} PROPERTIES
@@ -34,6 +34,13 @@ add_executable(krv-notifications e2e/desktop/notifications.cpp)
 target_link_libraries(krv-notifications PRIVATE PkgConfig::DBUS)
 set_target_properties(krv-notifications PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
 set_property(TEST e2e.desktop e2e.selection e2e.preview e2e.joblist e2e.crash APPEND PROPERTY ENVIRONMENT "KRVWINPR_NOTIFICATIONS=$<TARGET_FILE:krv-notifications>")
+
+# What plays the host in an emulator.
+set(host ${CMAKE_BINARY_DIR}/dos/HOST.COM)
+set(source ${CMAKE_CURRENT_SOURCE_DIR}/e2e/dos/host.asm)
+add_custom_command(OUTPUT ${host} DEPENDS ${source} VERBATIM
+    COMMAND ${KRV_NASM} -f bin -w+all -w+error -o ${host} ${source})
+add_custom_target(krv-dos-host ALL DEPENDS ${host})
 
 # Symbols for the readers of the barcode tests.
 add_executable(barcode_sheet e2e/barcode_sheet.cpp)

@@ -18,10 +18,8 @@ start:  cld
         mov     cx, cleared_end - image_end
         mov     al, 0
         rep     stosb
-        mov     ax, NO_MEMORY
-        mov     si, text_nothing
         cmp     sp, memory_end + 200h
-        jb      fail_with_reason
+        jb      no_memory
         call    catch_interruptions
         call    read_environment
         call    watch_keyboard
@@ -33,25 +31,27 @@ start:  cld
         jne     refused
         call    rewrite_completion
         mov     si, text_completion
-        jc      unfinished
+        jc      fail_with_reason
 succeed:
-        call    remove_order
         mov     ax, 4C00h
         int     21h
 
-unfinished:
-        push    si
-        push    ax
-        call    remove_order
-        pop     ax
-        pop     si
-        jmp     short fail_with_reason
-
 refused:
-        call    show_answer
-        call    remove_order
+        mov     dx, answer + ANSWER_HEAD
+        mov     cx, [answer_length]
+        sub     cx, ANSWER_HEAD
+        call    write_out
         mov     si, text_nothing
         jmp     short fail_without_completion
+
+; Here there is not even room to put a text together.
+no_memory:
+        mov     ax, NO_MEMORY
+        call    reason_of
+        mov     dx, si
+        mov     cx, text_error.end - text_error
+        call    write_out
+        jmp     short fail.end
 
 ; Ends with the text SI and the reason of the error AX.
 fail_with_reason:
@@ -68,7 +68,7 @@ fail_without_completion:
         call    remove
         pop     si
 fail:   call    say
-        mov     ax, 4C01h
+.end:   mov     ax, 4C01h
         int     21h
 
 %include "system.inc"
