@@ -33,7 +33,7 @@ set_property(TEST e2e.faults APPEND PROPERTY ENVIRONMENT "KRVWINPR_NO_MEMORY=$<T
 add_executable(krv-notifications e2e/desktop/notifications.cpp)
 target_link_libraries(krv-notifications PRIVATE PkgConfig::DBUS)
 set_target_properties(krv-notifications PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})
-set_property(TEST e2e.desktop e2e.selection e2e.preview e2e.joblist e2e.crash APPEND PROPERTY ENVIRONMENT "KRVWINPR_NOTIFICATIONS=$<TARGET_FILE:krv-notifications>")
+set_property(TEST e2e.desktop e2e.selection e2e.preview e2e.joblist e2e.crash e2e.messenger APPEND PROPERTY ENVIRONMENT "KRVWINPR_NOTIFICATIONS=$<TARGET_FILE:krv-notifications>")
 
 # What plays the host in an emulator.
 set(host ${CMAKE_BINARY_DIR}/dos/HOST.COM)

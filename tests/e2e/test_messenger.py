@@ -11,6 +11,7 @@ import time
 import unittest
 
 from messenger_orders import answer, mark_of, order, order_text, wait_for_answer
+from private_bus import PrivateBus
 from support import OK_TEXT, PRINTER, PRODUCT_KEY, PROGRAM, SLOW, WITHOUT_PRIVILEGES, JobTest
 
 MESSENGER = PROGRAM.with_name("KRVWinPrBote")
@@ -115,6 +116,8 @@ class Orders(MessengerTest):
         self.settings()
         with self.job.settings.open("a") as settings:
             settings.write(f"[{PRODUCT_KEY}\\Laufwerke]\nC={self.root}\nD={self.root}/anderswo\n")
+        bus = self.enterContext(PrivateBus())
+        self.job.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.address
         process = self.start()
         whole = order_text(1, "A.OUT", "C:\\AUFTRAG")
         self.order(1, "", data=whole[:-20])
@@ -140,6 +143,11 @@ class Orders(MessengerTest):
         self.assertEqual(self.runs(), ["GUT"])
         self.assertEqual([name for name in self.job.names() if name.endswith(".AUF")], ["KRV00008.AUF"])
         self.assertEqual((self.root / "fremd").read_bytes(), whole)
+        # The desktop is not covered with messages.
+        messages = sorted(bus.message() for _ in range(4))
+        self.assertTrue(all(f"{self.job.folder}: Der Auftrag KRV0000" in message for message in messages[:3]), messages)
+        self.assertIn("Weitere Meldungen des Boten", messages[3])
+        self.assertTrue(bus.lines.empty())
         self.stop(process)
 
     def test_a_thousand_orders_at_once_keep_their_order_and_nobody_else_waiting(self):

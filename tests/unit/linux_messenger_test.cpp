@@ -271,6 +271,7 @@ TEST_F(LinuxMessenger, MakesAnswersWholeAndOnce) {
 }
 
 TEST_F(LinuxMessenger, HearsWhatBecomesOfAProgram) {
+    const int inherited = ::dup(STDOUT_FILENO);
     const auto program =
         run("for i; do echo \"[$i]\"; done > ../arguments\n"
             "ls /proc/self/fd > ../descriptors; env | grep -c KRVWINPR_STARTER=3 >> ../descriptors\n"
@@ -288,11 +289,19 @@ TEST_F(LinuxMessenger, HearsWhatBecomesOfAProgram) {
     EXPECT_EQ(system.processNumber(program), 0U);
     EXPECT_EQ(get(folder / "arguments"), "[A.OUT]\n[]\n[\"Größe 1\"]\n[x]\n");
     EXPECT_EQ(get(folder / "descriptors"), "0\n1\n2\n3\n4\n1\n");  // the fourth is that of ls
-    run("kill -SEGV $$");
+    ::close(inherited);
+    run("kill -TERM $$");
     EXPECT_EQ(heard(), "e");
-    EXPECT_EQ(last.how, "Signal 11 (SIGSEGV)");
+    EXPECT_EQ(last.how, "Signal 15 (SIGTERM)");
     ::kill(::getpid(), SIGTERM);
     EXPECT_EQ(heard(), "s");
+    EXPECT_EQ(ended(start([] {
+                  ::signal(SIGHUP, SIG_IGN);
+                  LinuxMessengerSystem afterLogout;
+                  ::kill(::getpid(), SIGHUP);
+                  return static_cast<int>(afterLogout.wait(milliseconds(0)).size());
+              })),
+              0);
 
     EXPECT_EQ(errorOf([this] { system.start(folder / "missing", *orders, ""); }), runtime::errFileNotFound);
     EXPECT_EQ(errorOf([this] { system.start(folder / "arguments", *orders, ""); }), runtime::errPermissionDenied);
@@ -349,8 +358,8 @@ TEST_F(LinuxMessenger, StartsWithTheSessionAndFindsItsDesktop) {
     EXPECT_NE(messenger::startWithSession(true, program).find(program), std::string::npos);
     EXPECT_NE(get(entry).find("Exec=\"" + folder / "bin/KRVWin \\\\\"Bote\"\n"), std::string::npos) << get(entry);
     put(folder / "run/systemd/private", "");
-    const std::string unit = folder / "bin/../lib/systemd/user/krvwinpr-messenger.service";
-    put(unit, "");
+    put(folder / "lib/systemd/user/krvwinpr-messenger.service", "");
+    const std::string unit = std::filesystem::canonical(folder / "lib/systemd/user/krvwinpr-messenger.service");
     EXPECT_EQ(messenger::startWithSession(true, program), "");
     EXPECT_FALSE(std::filesystem::exists(entry));
     std::string detail;

@@ -95,9 +95,18 @@ std::unique_ptr<platform::SettingsStore> LinuxMessengerSystem::settings() {
 void LinuxMessengerSystem::log(Severity severity, const std::string& line) noexcept { journal_.write(severity, line); }
 
 void LinuxMessengerSystem::notify(const std::string& text) noexcept {
+    constexpr int most = 3;
+    const auto now = std::chrono::steady_clock::now();
+    if (now - noticesSince_ > std::chrono::minutes(1)) {
+        noticesSince_ = now;
+        notices_ = 0;
+    }
+    if (++notices_ > most + 1) {
+        return;
+    }
     try {
         joinDesktop();
-        dialogs_.notify(text);
+        dialogs_.notify(notices_ <= most ? text : "Weitere Meldungen des Boten stehen im Journal (journalctl --user).");
     } catch (...) {
         log(Severity::warning, "Die Meldung ließ sich nicht anzeigen.");
     }

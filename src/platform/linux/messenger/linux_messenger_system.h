@@ -1,6 +1,8 @@
 // The port MessengerSystem on Linux.
 #pragma once
 
+#include <chrono>
+
 #include "platform/linux/linux_dialogs.h"
 #include "platform/linux/messenger/event_queue.h"
 #include "platform/linux/messenger/journal.h"
@@ -11,7 +13,8 @@
 namespace platform_linux::messenger {
 
 // Must outlive its folders. Where it can be told that something happened in them, it is, by inotify; the value
-// "Ereignisse" of the settings, 0, turns that off.
+// "Ereignisse" of the settings, 0, turns that off. Messages on the desktop stay there until somebody has seen them: a
+// few are shown in a minute, then that there are more.
 class LinuxMessengerSystem final : public platform::MessengerSystem {
 public:
     std::unique_ptr<platform::OrderFolder> open(const std::string& path) override;
@@ -36,6 +39,8 @@ private:
     LoadedDesktop desktop_;
     LinuxDialogs dialogs_{desktop_};
     bool unwatchedNoted_ = false;
+    std::chrono::steady_clock::time_point noticesSince_;
+    int notices_ = 0;
 };
 
 }  // namespace platform_linux::messenger

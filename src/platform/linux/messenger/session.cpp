@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "platform/linux/c_string.h"
 #include "platform/linux/desktop.h"
 #include "platform/linux/file_calls.h"
 #include "platform/linux/files.h"
@@ -79,15 +80,15 @@ void removeEntry() {
 }  // namespace
 
 std::string startWithSession(bool on, const std::string& program) {
-    const std::string unit = folderOf(program) + "../lib/systemd/user/" + unitName;
-    const bool known = systemdRuns() && ::access(unit.c_str(), F_OK) == 0;
+    const CString unit(::realpath((folderOf(program) + "../lib/systemd/user/" + unitName).c_str(), nullptr));
+    const bool known = unit && systemdRuns();
     if (on && !known) {
         writeEntry(program);
         return "Der Bote beginnt, wenn Sie sich das nächste Mal anmelden. Damit er gleich beginnt, starten Sie jetzt " +
                program + ".";
     }
     if (known) {
-        change(on ? "enable" : "disable", on ? unit : unitName);
+        change(on ? "enable" : "disable", on ? unit.get() : unitName);
     }
     removeEntry();
     return known ? "" : "Ein Bote, der gerade läuft, endet mit der Sitzung.";
