@@ -9,6 +9,7 @@ import subprocess
 import time
 import unittest
 
+from dos_machine import Dosbox
 from messenger_orders import mark_of, order, order_text, wait_for_answer
 from support import OK_TEXT, PRODUCT_KEY, lines_of, output_of
 from test_windows import PROGRAM, QUEUE, WINE, WindowsTest
@@ -135,6 +136,17 @@ class Orders(Messenger):
         self.start(ready="durch regelmäßiges Nachsehen")
         order(self.job.folder, 1, "/INVERT FEHLT.PCX")
         self.assertEqual(self.answered(1)[0], "N")
+
+
+class Hosts(Messenger):
+    def test_the_jobs_of_a_host_in_dosbox_are_printed_in_their_order(self):
+        first, count = len(self.cups.jobs(QUEUE)), 10
+        self.start()
+        machine = Dosbox(self.job, f"HOST {count} - > D:\\AUS.TXT", tail=f" DRUCK.OUT KEINEGRAFIK {QUEUE}".encode()).finish()
+        self.assertEqual((machine.text(), [call[:2] for call in machine.calls()]), ("", [(0, True)] * count))
+        for number in range(count):
+            self.assertEqual(self.lines_of_job(first + number), [[f"Auftrag {number + 1:04}"]])
+        self.assertFalse([name for name in self.job.names() if re.match(r"KRV\d", name)])
 
 
 class Commands(Messenger):
