@@ -175,12 +175,20 @@ class Faults(MessengerTest):
         second = self.start(ready=f"ein anderer Bote aus: .*Prozess {first.pid}")
         self.order(1, "EINS")
         self.assertEqual(self.answered(1)[0], "O")
+        before = self.wake_ups(first) + self.wake_ups(second)
+        time.sleep(1)
+        self.assertLess(self.wake_ups(first) + self.wake_ups(second) - before, 8, "none of them disturbs the other")
         first.kill()
         self.said("wird überwacht")
         self.order(2, "ZWEI")
         self.assertEqual(self.answered(2)[0], "O")
         self.assertEqual(self.runs(), ["EINS", "ZWEI"])
         self.stop(second)
+
+    @staticmethod
+    def wake_ups(process) -> int:
+        return int(re.search(r"^voluntary_ctxt_switches:\s*(\d+)", pathlib.Path(f"/proc/{process.pid}/status").read_text(),
+                             re.M)[1])
 
     def test_a_killed_messenger_loses_nothing_and_repeats_nothing(self):
         self.settings()

@@ -7,6 +7,8 @@
 
 namespace platform_linux::messenger {
 
+inline constexpr const char* holdName = "KRVWINPR.BOT";
+
 // A lock on the file tells, which ends with the process however that ends; on a disk without locks everybody holds it,
 // and who makes an answer decides. The file goes with the object; what a killed messenger left is replaced.
 class FolderHold {

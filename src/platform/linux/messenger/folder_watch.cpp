@@ -10,7 +10,9 @@
 #include <cstring>
 #include <string_view>
 
-#include "platform/linux/messenger/order_names.h"
+#include "messenger/order_names.h"
+#include "platform/linux/messenger/folder_hold.h"
+#include "runtime/text.h"
 
 namespace platform_linux::messenger {
 
@@ -22,11 +24,11 @@ constexpr std::uint32_t endOfFolder = IN_DELETE_SELF | IN_UNMOUNT | IN_IGNORED;
 
 // An order appears under its name when it is whole. A messenger that is killed closes the file that it held.
 bool matters(std::string_view name, std::uint32_t what) {
-    const std::string upper = upperCaseName(name);
-    if (upper == holdName) {
+    if (runtime::upperCase(name) == holdName) {
         return true;
     }
-    return (what & newContent) != 0 && isOrderFile(upper) && upper.ends_with(".AUF");
+    const auto file = ::messenger::orderFileName(name);
+    return (what & newContent) != 0 && file && file->kind == ::messenger::OrderFileKind::order;
 }
 
 FolderWatch::Seen seen(std::uint32_t what, std::string_view name) {

@@ -12,11 +12,11 @@
 #include <optional>
 #include <utility>
 
+#include "messenger/order_names.h"
 #include "platform/linux/file_calls.h"
 #include "platform/linux/files.h"
 #include "platform/linux/linux_error.h"
 #include "platform/linux/messenger/folder_rights.h"
-#include "platform/linux/messenger/order_names.h"
 #include "platform/linux/paths.h"
 #include "runtime/utf8.h"
 
@@ -26,6 +26,13 @@ namespace {
 
 constexpr std::size_t mostBytes = 1024;
 constexpr mode_t newFile = 0666;
+constexpr const char* completionName = "KRVWINPR.OK";
+
+// But for the case of letters; no other letters are in these names.
+bool isSameName(std::string_view one, std::string_view other) {
+    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
+    return std::ranges::equal(one, other, {}, upper, upper);
+}
 
 struct CloseFolder {
     void operator()(DIR* folder) const { ::closedir(folder); }
@@ -224,7 +231,7 @@ std::vector<platform::OrderFile> LinuxOrderFolder::files() {
     std::vector<platform::OrderFile> result;
     forEachName([&](int folder, const char* name) {
         struct stat status {};
-        if (isOrderFile(name) && ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        if (::messenger::orderFileName(name) && ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
             result.push_back({name, now - status.st_mtim.tv_sec});
         }
     });
@@ -235,7 +242,7 @@ std::vector<platform::OrderFile> LinuxOrderFolder::files() {
 std::string LinuxOrderFolder::spelling(const std::string& name) const {
     std::string found;
     forEachName([&](int /*folder*/, const char* candidate) {
-        if (upperCaseName(candidate) == upperCaseName(name)) {
+        if (isSameName(candidate, name)) {
             found = candidate;
         }
     });
