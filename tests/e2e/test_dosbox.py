@@ -58,23 +58,25 @@ class Calls(JobTest):
         self.assertEqual((machine.calls()[0][:2], orders(self.job)), ((1, False), []))
 
     def test_an_order_stays_where_nobody_takes_it(self):
-        """Meanwhile keys count that are pressed during the wait, and a clock that jumps does not."""
+        """Meanwhile keys count that are pressed during the wait, and a clock that jumps does not; then a drive is not ready."""
         self.job.write("KRVWINPR.OK", "alt")
         machine = Dosbox(self.job, "COPY HOST.COM KRVWINPR.EXE > NUL", "SET KRVBOTE=1",
-                         *(f"HOST 1 {what} > D:\\{what}.TXT" for what in "KAT")).finish()
+                         *(f"HOST 1 {what} > D:\\{what}.TXT" for what in "KBATD")).finish()
         untaken = ("KRVWINPR: Auftrag KRV0000{}.AUF holt niemand ab. Bitte außerhalb von DOS\n"
                    "KRVWinPrBote für diesen Ordner starten, dann wird noch gedruckt:\nC:\\\n"
                    "KRVWINPR.COM und KRVWINPR.EXE dürfen nicht in einem Ordner liegen!\n")
-        ended = "KRVWINPR: Auftrag KRV00001.AUF wird noch gedruckt; Warten abgebrochen.\n"
-        for what, text, left, shortest, longest in (("K", ended, False, 0, 800), ("A", untaken.format(2), True, 900, 3000),
-                                                    ("T", untaken.format(3), False, 850, 3000)):
+        ended = "KRVWINPR: Auftrag KRV0000{}.AUF wird noch gedruckt; Warten abgebrochen.\n"
+        missing = "KRVWINPR: Auftrag KRV0000{}.AUF lässt sich nicht schreiben:\nC:\\\nLaufwerk oder Ordner fehlt.\n"
+        for number, (what, text, left, shortest, longest) in enumerate((
+                ("K", ended, False, 0, 800), ("B", ended, False, 0, 800), ("A", untaken, True, 900, 3000),
+                ("T", untaken, False, 850, 3000), ("D", missing, False, 0, 800)), 1):
             with self.subTest(what):
                 [call] = machine.calls(f"{what}.TXT")
-                self.assertEqual((machine.text(f"{what}.TXT"), call[:3]), (text, (1, False, left)))
+                self.assertEqual((machine.text(f"{what}.TXT"), call[:3]), (text.format(number), (1, False, left)))
                 self.assertTrue(shortest < call.time < longest, call)
-        self.assertEqual(orders(self.job), [f"KRV0000{number}.AUF" for number in (1, 2, 3)])
+        self.assertEqual(orders(self.job), [f"KRV0000{number}.AUF" for number in (1, 2, 3, 4)])
         Messenger(self, self.job)
-        self.assertEqual(texts_of_pdfs(self.job, 3), [[["Auftrag 0001"]]] * 3)
+        self.assertEqual(texts_of_pdfs(self.job, 4), [[["Auftrag 0001"]]] * 4)
         self.assertEqual(self.job.read("KRVWINPR.OK"), OK_TEXT)
 
     def test_the_wait_for_a_program_that_hangs_has_an_end(self):

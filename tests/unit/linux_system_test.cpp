@@ -102,6 +102,12 @@ TEST_F(LinuxSystemTest, WritesWithWhateverTheFolderAllows) {
     EXPECT_EQ(folder.names(), std::set<std::string>{"file"}) << "the name in other letters is this file's";
 }
 
+TEST_F(LinuxSystemTest, FindsNamesThatAnEmulatorWroteInTheBytesOfDos) {
+    put(folder / "R\x9A-ST\x8E\x99.OUT", "Liste");
+    EXPECT_EQ(system.readFile(folder / "rü-stäö.out"), "Liste");
+    EXPECT_EQ(errorOf([&] { system.readFile(folder / "ru-stäö.out"); }), runtime::errFileNotFound);
+}
+
 TEST_F(LinuxSystemTest, RemovesWhatKilledProcessesLeft) {
     const std::set<std::string> kept = {".krvwinpr-new", ".krvwinpr-used", ".krvwinpr-Other", "krvwinpr-other"};
     for (const std::string& name : kept) {

@@ -11,7 +11,9 @@
 #include <climits>
 #include <memory>
 
+#include "platform/linux/code_page.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 
 namespace platform_linux {
 
@@ -30,6 +32,17 @@ int lookUp(const std::string& path) {
     return errno == ENOENT || errno == ENOTDIR || errno == ENAMETOOLONG ? errno : 0;
 }
 
+// Whether a name is the wanted one, which is in capitals. An emulator of DOS may have written it in the host's bytes;
+// umlauts are the same in all western code pages of DOS.
+bool isName(std::string_view candidate, const std::string& wanted) {
+    constexpr int codePage = 850;
+    // No letter takes more bytes in the other case, and all but ASCII more of them in UTF-8.
+    if (candidate.size() >= wanted.size()) {
+        return candidate.size() == wanted.size() && runtime::upperCase(candidate) == wanted;
+    }
+    return !runtime::isUtf8(candidate) && runtime::upperCase(textOf(candidate, dosCodePage(codePage))) == wanted;
+}
+
 // The first name in the folder that equals the given one but for the case of letters; empty where there is none.
 std::string anyCase(const std::string& folder, std::string_view name) {
     const std::unique_ptr<DIR, CloseFolder> directory(::opendir(folder.empty() ? "." : folder.c_str()));
@@ -40,9 +53,7 @@ std::string anyCase(const std::string& folder, std::string_view name) {
     std::string found;
     while (const dirent* entry = ::readdir(directory.get())) {
         const std::string_view candidate = static_cast<const char*>(entry->d_name);
-        // No letter takes more bytes in the other case.
-        if (candidate.size() == name.size() && runtime::upperCase(candidate) == wanted &&
-            (found.empty() || candidate < found)) {
+        if ((found.empty() || candidate < found) && isName(candidate, wanted)) {
             found = candidate;
         }
     }

@@ -12,7 +12,8 @@ struct ResolvedPath {
 };
 
 // The file or folder that a path means: "\" separates like "/"; each part is the name of exactly that spelling, else
-// the one that differs from it in the case of letters only (of several the first in the order of their bytes).
+// the one that differs from it in the case of letters only or is it in the bytes of DOS (of several the first in the
+// order of their bytes).
 ResolvedPath findPath(std::string_view path);
 
 // The same for a file that is to be written: its folder is looked for, its name is taken as it is.

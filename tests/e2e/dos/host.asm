@@ -1,8 +1,8 @@
 ; HOST.COM COUNT WHAT: plays the host. So many times it writes DRUCK.OUT, calls KRVWINPR.COM with the command tail of TAIL.TXT,
 ; waits for KRVWINPR.OK as a directory has it, and deletes it. It says a line each time: errorlevel, completion file (0 or 1),
 ; keys that are left (0 or 1), and the time from the call until then in clocks of 1,193,182 Hz, hexadecimal.
-; WHAT happens at the fifth idle call: K a key is pressed; T the clock is a minute off, and right again at the tenth.
-; A: a key was pressed before the call. -: nothing.
+; WHAT happens at the fifth idle call: K a key is pressed, B Ctrl-C; T the clock is a minute off, and right again at the tenth.
+; A: a key was pressed before the call. D: the drive is not ready for the order. -: nothing.
 cpu 8086
 org 100h
         mov     bx, (program_end - $$ + 100h + 256 + 15) / 16
@@ -141,15 +141,21 @@ on_idle:
         cmp     ax, 5
         jne     .end
         cmp     byte [cs:what], 'K'
+        je      .press
+        cmp     byte [cs:what], 'B'
         jne     .end
-        call    press
+        int     23h
+        jmp     .end
+.press: call    press
 .end:   pop     dx
         pop     cx
         pop     ax
         iret
 
-; DOS, with its clock.
-on_dos: cmp     ah, 2Ch
+; DOS, with its clock, and with a drive that has a critical error.
+on_dos: cmp     ah, 5Bh
+        je      .make
+        cmp     ah, 2Ch
         jne     .dos
         cmp     byte [cs:what], 'T'
         jne     .dos
@@ -161,6 +167,19 @@ on_dos: cmp     ah, 2Ch
         ja      .end
         xor     cl, 1
 .end:   iret
+.make:  cmp     byte [cs:what], 'D'
+        jne     .dos
+        push    di
+        mov     di, 2
+        int     24h
+        pop     di
+        mov     ah, 0
+        add     ax, 50h                 ; 53h where it is to fail
+        push    bp
+        mov     bp, sp
+        or      byte [bp + 6], 1        ; carry
+        pop     bp
+        iret
 .dos:   jmp     far [cs:dos]
 
 press:  mov     cx, 1E61h
