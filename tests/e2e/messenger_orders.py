@@ -18,10 +18,11 @@ def order_text(number: int, tail: str, directory="C:\\", code_page="cp850", mark
     return data + f"Ende={sum(data) % 65536:04X}\r\n".encode()
 
 
-def order(folder, number: int, tail: str, data=None, **options) -> pathlib.Path:
-    """Leaves an order as the host's program does: written under another name, then renamed."""
+def order(folder, number: int, tail: str, data=None, age=0, **options) -> pathlib.Path:
+    """Leaves an order as the host's program does, so many seconds ago: written under another name, then renamed."""
     path = pathlib.Path(folder, f"KRV{number:05}.AUF")
     path.with_suffix(".TMP").write_bytes(order_text(number, tail, **options) if data is None else data)
+    os.utime(path.with_suffix(".TMP"), (time.time() - age,) * 2)
     os.rename(path.with_suffix(".TMP"), path)
     return path
 

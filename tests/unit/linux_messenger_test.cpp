@@ -58,11 +58,11 @@ protected:
         orders = system.open(host);
     }
 
-    // What happens until something does: "f" the folder changed, "c" a completion file, "e" an end, "s" stop.
+    // What happens until something does: "f" the folder changed, "c" a completion file, "e" an end.
     std::string heard(milliseconds atMost = patience) {
         std::string kinds;
         for (const MessengerEvent& event : system.wait(atMost)) {
-            kinds += "fces"[static_cast<int>(event.kind)];
+            kinds += "fce?"[static_cast<int>(event.kind)];
             last = event;
         }
         return kinds;
@@ -115,9 +115,6 @@ TEST_F(LinuxMessenger, HearsOfOrdersAndOfNothingElse) {
     EXPECT_EQ(errorOf([this] { orders->hold(); }), runtime::errPathNotFound);
     EXPECT_EQ(errorOf([this] { system.open(folder / "missing"); }), runtime::errPathNotFound);
 
-    put(folder / "config/KRVWinPr", "");  // the settings cannot be read
-    EXPECT_TRUE(system.open(host)->reportsChanges());
-    std::filesystem::remove(folder / "config/KRVWinPr");
     system.settings()->setText(platform::SettingsRoot::currentUser, R"(Software\Velmora\KRVWinPr\3.0\Bote)",
                                "Ereignisse", "0");
     orders = system.open(host + "/");
@@ -147,15 +144,6 @@ TEST_F(LinuxMessenger, OneAloneHoldsAFolderUntilItEnds) {
     orders = system.open(host);
     EXPECT_EQ(orders->hold(), Holder::ours);
     EXPECT_EQ(others->hold(), Holder::another);
-    orders.reset();
-    const pid_t child = start([this] {
-        LinuxMessengerSystem third;
-        const auto theirs = third.open(host);
-        theirs->hold();
-        return ::kill(::getpid(), SIGKILL);
-    });
-    EXPECT_EQ(ended(child), -SIGKILL);
-    EXPECT_EQ(others->hold(), Holder::ours);
     EXPECT_EQ(ended(start([&] {
                   refuseCalls(EOPNOTSUPP, {SYS_flock, SYS_fcntl});
                   return second.open(host)->hold() == Holder::ours ? 0 : 1;
@@ -172,18 +160,19 @@ TEST_F(LinuxMessenger, ReadsOnlyWhatBelongsIntoTheFolder) {
     EXPECT_EQ(reading(), runtime::errFileNotFound);
     put(file, std::string(2000, 'x'));
     EXPECT_EQ(orders->read("KRV00001.AUF"), std::string(1025, 'x'));
-    std::filesystem::create_hard_link(file, folder / "elsewhere");
-    EXPECT_EQ(reading(), runtime::errPermissionDenied);
-    EXPECT_EQ(errorOf([this] { orders->change("KRV00001.AUF", "y"); }), runtime::errPermissionDenied);
-    std::filesystem::remove(file);
-    std::filesystem::create_symlink(folder / "elsewhere", file);
-    EXPECT_EQ(reading(), runtime::errPermissionDenied);
-    std::filesystem::remove(file);
-    ::mkfifo(file.c_str(), 0600);
-    EXPECT_EQ(reading(), runtime::errPermissionDenied);
-    std::filesystem::remove(file);
-    std::filesystem::create_directory(file);
-    EXPECT_EQ(reading(), runtime::errPermissionDenied);
+    std::filesystem::rename(file, folder / "elsewhere");
+    const std::vector<std::function<void()>> others{
+        [&] { std::filesystem::create_hard_link(folder / "elsewhere", file); },
+        [&] { std::filesystem::create_symlink(folder / "elsewhere", file); },
+        [&] { ::mkfifo(file.c_str(), 0600); },
+        [&] { std::filesystem::create_directory(file); },
+    };
+    for (const auto& put : others) {
+        std::filesystem::remove(file);
+        put();
+        EXPECT_EQ(reading(), runtime::errPermissionDenied);
+        EXPECT_EQ(errorOf([this] { orders->change("KRV00001.AUF", "y"); }), runtime::errPermissionDenied);
+    }
     EXPECT_FALSE(orders->remove("KRV00001.AUF"));
 }
 
@@ -214,14 +203,10 @@ TEST_F(LinuxMessenger, TakesOrdersOfThoseWhoMayWriteThere) {
     EXPECT_FALSE(isTaken(0755, 1, nobody));
     // A list that names the user: version; owner, this user, group, mask, others.
     const auto named = [&](char permissions, char mask) {
-        std::string list{
-            "\2\0\0\0"
-            "\1\0\7\0\xFF\xFF\xFF\xFF"
-            "\2\0?\0\xFE\xFF\0\0"
-            "\4\0\5\0\xFF\xFF\xFF\xFF"
-            "\x10\0?\0\xFF\xFF\xFF\xFF"
-            " \0\0\0\xFF\xFF\xFF\xFF",
-            44};
+        std::string list(
+            "\2\0\0\0\1\0\7\0\xFF\xFF\xFF\xFF\2\0?\0\xFE\xFF\0\0\4\0\5\0\xFF\xFF\xFF\xFF\x10\0?\0\xFF\xFF\xFF\xFF "
+            "\0\0\0\xFF\xFF\xFF\xFF",
+            44);
         list[14] = permissions;
         list[30] = mask;
         return ::setxattr(host.c_str(), "system.posix_acl_access", list.data(), list.size(), 0) == 0;
@@ -277,13 +262,8 @@ TEST_F(LinuxMessenger, HearsWhatBecomesOfAProgram) {
             "ls /proc/self/fd > ../descriptors; env | grep -c KRVWINPR_STARTER=3 >> ../descriptors\n"
             "printf KK >&3; sleep 9 & exit 3");
     EXPECT_GT(system.processNumber(program), 1U);
-    std::string all;
-    while (all.find('e') == std::string::npos && !testing::Test::HasFailure()) {
-        const std::string more = heard();
-        ASSERT_NE(more, "");
-        all += more;
-    }
-    EXPECT_EQ(all, "ce");
+    const std::string first = heard();
+    EXPECT_EQ(first == "c" ? first + heard() : first, "ce");
     EXPECT_EQ(last.program, program);
     EXPECT_EQ(last.how, "Rückgabewert 3");
     EXPECT_EQ(system.processNumber(program), 0U);
@@ -293,8 +273,6 @@ TEST_F(LinuxMessenger, HearsWhatBecomesOfAProgram) {
     run("kill -TERM $$");
     EXPECT_EQ(heard(), "e");
     EXPECT_EQ(last.how, "Signal 15 (SIGTERM)");
-    ::kill(::getpid(), SIGTERM);
-    EXPECT_EQ(heard(), "s");
     EXPECT_EQ(ended(start([] {
                   ::signal(SIGHUP, SIG_IGN);
                   LinuxMessengerSystem afterLogout;
@@ -310,30 +288,27 @@ TEST_F(LinuxMessenger, HearsWhatBecomesOfAProgram) {
 }
 
 TEST_F(LinuxMessenger, WritesToTheJournalWhatItIs) {
-    const auto logged = [this](bool journal, const std::function<void()>& log) {
-        EXPECT_EQ(ended(start([&] {
-                      const int file = ::open((folder / "log").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-                      struct stat status {};
-                      ::fstat(file, &status);
-                      ::dup2(file, STDERR_FILENO);
-                      const std::string stream =
-                          std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino + (journal ? 0 : 1));
-                      const Variable variable("JOURNAL_STREAM", stream.c_str());
-                      log();
-                      return 0;
-                  })),
-                  0);
-        return get(folder / "log");
+    const auto logged = [](bool journal, const std::function<void()>& log) {
+        testing::internal::CaptureStderr();
+        struct stat status {};
+        ::fstat(STDERR_FILENO, &status);
+        const std::string file =
+            std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino + (journal ? 0 : 1));
+        const Variable variable("JOURNAL_STREAM", file.c_str());
+        log();
+        return testing::internal::GetCapturedStderr();
     };
     const auto warn = [] { LinuxMessengerSystem().log(LinuxMessengerSystem::Severity::warning, "eins\nzwei"); };
     EXPECT_EQ(logged(true, warn), "<4>eins zwei\n");
     EXPECT_EQ(logged(false, warn), "eins zwei\n");
     // A system that reports no more folders: what is to be done is said once.
     const std::string told = logged(false, [this] {
-        LinuxMessengerSystem another;
-        refuseCalls(EMFILE, {SYS_inotify_init1});
-        EXPECT_FALSE(another.open(host)->reportsChanges() || another.open(host)->reportsChanges());
-        EXPECT_EQ(another.open(host)->hold(), Holder::ours);
+        EXPECT_EQ(ended(start([this] {
+                      LinuxMessengerSystem another;
+                      refuseCalls(EMFILE, {SYS_inotify_init1});
+                      return another.open(host)->reportsChanges() || another.open(host)->reportsChanges() ? 1 : 0;
+                  })),
+                  0);
     });
     EXPECT_NE(told.find("fs.inotify.max_user_instances"), std::string::npos) << told;
     EXPECT_EQ(std::ranges::count(told, '\n'), 1) << told;
