@@ -174,8 +174,10 @@ std::string FolderOrders::faultOf(const Order& order) const {
     if (!isDosDirectory(directory)) {
         return "sein Ordner " + runtime::shown(directory) + " ist kein Ordner eines Laufwerks";
     }
+    // Which folder a name is that the emulator made shorter ("AUFTRA~1") is known to the emulator alone.
+    const bool isShortened = directory.find('~') != std::string::npos;
     const auto folder = systemFolder(*desk_.messengerSystem.settings(), directory);
-    if (folder && !desk_.folder().isAt(*folder)) {
+    if (folder && !isShortened && !desk_.folder().isAt(*folder)) {
         return "sein Ordner " + runtime::shown(directory) + " ist nach den Einstellungen (Laufwerke) " +
                runtime::shown(*folder) + " und nicht der, in dem er liegt";
     }

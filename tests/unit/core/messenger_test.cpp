@@ -226,9 +226,10 @@ TEST_F(MessengerTest, PutsAsideAndTellsWhatItMayNotObey) {
     folder.forbidden.insert(name(3));
     folder.files[name(4)] = {orderText("D.OUT", "D:\\X\\..\\.."), 0};
     folder.files[name(5)] = {orderText("E.OUT", "D:\\ANDERS"), 0};  // of a drive that nobody has named
+    folder.files[name(6)] = {orderText("F.OUT", "C:\\ANDERS~1"), 0};
     run();
     EXPECT_EQ(started(), "E.OUT ");
-    EXPECT_EQ(answers(5), "EEEES");
+    EXPECT_EQ(answers(6), "EEEESA");
     EXPECT_TRUE(folder.files.contains(name(1, "AB1")));
     EXPECT_EQ(folder.files[name(1, "ABG")].content, "of last week");
     EXPECT_EQ(around.notifications.size(), 4U);
