@@ -4,6 +4,7 @@ import re
 import unittest
 
 from dos_machine import Dosbox, Messenger, until
+from messenger_orders import order
 from support import OK_TEXT, PRODUCT_KEY, SLOW, JobTest, needs_namespace, on_disk
 
 
@@ -58,25 +59,26 @@ class Calls(JobTest):
         self.assertEqual((machine.calls()[0][:2], orders(self.job)), ((1, False), []))
 
     def test_an_order_stays_where_nobody_takes_it(self):
-        """Meanwhile keys count that are pressed during the wait, and a clock that jumps does not; then a drive is not ready."""
+        """Meanwhile keys pressed during the wait count, a clock that jumps does not; last, a drive is not ready."""
         self.job.write("KRVWINPR.OK", "alt")
+        order(self.job.folder, 99998, " DRUCK.OUT")
         machine = Dosbox(self.job, "COPY HOST.COM KRVWINPR.EXE > NUL", "SET KRVBOTE=1",
                          *(f"HOST 1 {what} > D:\\{what}.TXT" for what in "KBATD")).finish()
-        untaken = ("KRVWINPR: Auftrag KRV0000{}.AUF holt niemand ab. Bitte außerhalb von DOS\n"
+        untaken = ("KRVWINPR: Auftrag KRV{:05}.AUF holt niemand ab. Bitte außerhalb von DOS\n"
                    "KRVWinPrBote für diesen Ordner starten, dann wird noch gedruckt:\nC:\\\n"
                    "KRVWINPR.COM und KRVWINPR.EXE dürfen nicht in einem Ordner liegen!\n")
-        ended = "KRVWINPR: Auftrag KRV0000{}.AUF wird noch gedruckt; Warten abgebrochen.\n"
-        missing = "KRVWINPR: Auftrag KRV0000{}.AUF lässt sich nicht schreiben:\nC:\\\nLaufwerk oder Ordner fehlt.\n"
-        for number, (what, text, left, shortest, longest) in enumerate((
-                ("K", ended, False, 0, 800), ("B", ended, False, 0, 800), ("A", untaken, True, 900, 3000),
-                ("T", untaken, False, 850, 3000), ("D", missing, False, 0, 800)), 1):
+        ended = "KRVWINPR: Auftrag KRV{:05}.AUF wird noch gedruckt; Warten abgebrochen.\n"
+        missing = "KRVWINPR: Auftrag KRV{:05}.AUF lässt sich nicht schreiben:\nC:\\\nLaufwerk oder Ordner fehlt.\n"
+        for what, number, text, left, shortest, longest in (
+                ("K", 99999, ended, False, 0, 800), ("B", 1, ended, False, 0, 800), ("A", 2, untaken, True, 900, 3000),
+                ("T", 3, untaken, False, 850, 3000), ("D", 1, missing, False, 0, 800)):
             with self.subTest(what):
                 [call] = machine.calls(f"{what}.TXT")
                 self.assertEqual((machine.text(f"{what}.TXT"), call[:3]), (text.format(number), (1, False, left)))
                 self.assertTrue(shortest < call.time < longest, call)
-        self.assertEqual(orders(self.job), [f"KRV0000{number}.AUF" for number in (1, 2, 3, 4)])
+        self.assertEqual(orders(self.job), [f"KRV{number:05}.AUF" for number in (1, 2, 3, 99998, 99999)])
         Messenger(self, self.job)
-        self.assertEqual(texts_of_pdfs(self.job, 4), [[["Auftrag 0001"]]] * 4)
+        self.assertEqual(texts_of_pdfs(self.job, 5), [[["Auftrag 0001"]]] * 5)
         self.assertEqual(self.job.read("KRVWINPR.OK"), OK_TEXT)
 
     def test_the_wait_for_a_program_that_hangs_has_an_end(self):
