@@ -83,7 +83,8 @@ program         equ critical_error + 2  ; where this program's path is, if DOS s
 broken          equ program + 4         ; Ctrl-C was pressed
 keys_count      equ broken + 1
 folder          equ keys_count + 1      ; "C:\FIRMA" and 0, as long as DOS has them
-cleared_end     equ folder + 68         ; so far it is 0 at first
+rounds          equ folder + 68         ; of the next pause
+cleared_end     equ rounds + 2          ; so far it is 0 at first
 seconds         equ cleared_end         ; since start_clock
 hundredths      equ seconds + 2
 last_time       equ hundredths + 2
