@@ -191,6 +191,7 @@ class Faults(MessengerTest):
         self.order(1, "HAENGT")
         self.order(2, "ZWEI")
         self.assertEqual((self.answered(1, "S")[0], self.answered(2, "A")[0]), ("S", "A"))
+        self.assertTrue(self.becomes(lambda: self.runs() == ["HAENGT"]))
         first.kill()
         second = self.start()
         self.assertEqual(self.answered(2)[0], "O")

@@ -78,9 +78,19 @@ std::vector<platform::MessengerEvent> LinuxMessengerSystem::wait(std::chrono::mi
     return events;
 }
 
+// The user's systemd takes its time to answer.
+void LinuxMessengerSystem::seekDesktop() {
+    constexpr std::chrono::seconds pause{30};
+    const auto now = std::chrono::steady_clock::now();
+    if (now - desktopSought_ > pause) {
+        desktopSought_ = now;
+        joinDesktop();
+    }
+}
+
 platform::ProgramId LinuxMessengerSystem::start(const std::string& program, const platform::OrderFolder& folder,
                                                 const std::string& tail) {
-    joinDesktop();
+    seekDesktop();
     return programs_.start(program, folder.path(), tail);
 }
 
@@ -105,7 +115,7 @@ void LinuxMessengerSystem::notify(const std::string& text) noexcept {
         return;
     }
     try {
-        joinDesktop();
+        seekDesktop();
         dialogs_.notify(notices_ <= most ? text : "Weitere Meldungen des Boten stehen im Journal (journalctl --user).");
     } catch (...) {
         log(Severity::warning, "Die Meldung ließ sich nicht anzeigen.");

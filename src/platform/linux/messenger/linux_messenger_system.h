@@ -31,6 +31,7 @@ public:
 
 private:
     void noteUnwatched(int error);
+    void seekDesktop();
 
     EventQueue queue_;
     Signals signals_{queue_};
@@ -39,6 +40,7 @@ private:
     LoadedDesktop desktop_;
     LinuxDialogs dialogs_{desktop_};
     bool unwatchedNoted_ = false;
+    std::chrono::steady_clock::time_point desktopSought_;
     std::chrono::steady_clock::time_point noticesSince_;
     int notices_ = 0;
 };

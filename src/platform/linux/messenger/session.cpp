@@ -95,14 +95,10 @@ std::string startWithSession(bool on, const std::string& program) {
 }
 
 void joinDesktop() {
-    constexpr std::chrono::seconds pause{30};
     constexpr std::chrono::milliseconds limit{500};
-    static std::chrono::steady_clock::time_point next;
-    const auto now = std::chrono::steady_clock::now();
-    if (desktopNamed() || now < next || !systemdRuns()) {
+    if (desktopNamed() || !systemdRuns()) {
         return;
     }
-    next = now + pause;
     constexpr std::array<std::string_view, 6> names{"DISPLAY",          "WAYLAND_DISPLAY",
                                                     "XAUTHORITY",       "XDG_CURRENT_DESKTOP",
                                                     "XDG_SESSION_TYPE", "DBUS_SESSION_BUS_ADDRESS"};

@@ -11,7 +11,7 @@ namespace platform_linux::messenger {
 std::string startWithSession(bool on, const std::string& program);
 
 // Takes over what the user's systemd knows of the desktop, if the messenger was started before there was one: so that a
-// program started from here may open windows there. Asked again after a while where there is none.
+// program started from here may open windows there.
 void joinDesktop();
 
 }  // namespace platform_linux::messenger
