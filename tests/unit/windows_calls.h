@@ -38,7 +38,8 @@ private:
         ::VirtualProtect(place_, sizeof(Function), protection, &protection);
     }
 
-    Function function_;
+    // Not to be read anew from the table, which the compiler takes for constant.
+    volatile Function function_;
     Function* place_;
 };
 
