@@ -6,6 +6,8 @@
 
 #include <aclapi.h>
 
+#include <atomic>
+
 #include "windows_calls.h"
 #include "windows_support.h"
 
@@ -22,11 +24,17 @@ constexpr std::chrono::milliseconds now{0};
 
 class Messenger : public testing::Test {
 protected:
+    // A user's setting, which other tests may have left.
+    Messenger() {
+        ::RegDeleteKeyValueW(HKEY_CURRENT_USER, LR"(Software\Velmora\KRVWinPr\3.0\Bote)", L"Ereignisse");
+        folder = system.open(place / "");
+    }
+
     std::string file(std::string_view name) { return place / name; }
 
     TemporaryFolder place;
     WindowsMessengerSystem system;
-    std::unique_ptr<platform::OrderFolder> folder = system.open(place / "");
+    std::unique_ptr<platform::OrderFolder> folder;
 };
 
 TEST_F(Messenger, HearsOfOrdersAndOfNothingElse) {
@@ -151,6 +159,30 @@ TEST_F(Messenger, AFolderThatWentStaysGoneAndItsNewOneIsAnother) {
         put(file("KRVWINPR.OK"), "");
         EXPECT_EQ(errorOf([&] { system.open(file(name)); }), runtime::errPathNotFound) << name;
     }
+}
+
+TEST(FarFolders, AMachineThatDoesNotAnswerKeepsNobodyWaiting) {
+    const KernelHandle answers(::CreateEventW(nullptr, TRUE, FALSE, nullptr));
+    std::atomic<int> asked = 0;
+    FarFolders folders(
+        [&](const std::wstring& path) {
+            ++asked;
+            ::WaitForSingleObject(answers.get(), INFINITE);
+            return path == LR"(\\NAS\da)" ? 0UL : DWORD{ERROR_FILE_NOT_FOUND};
+        },
+        20);
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_EQ(errorOf([&] { folders.demand(LR"(\\NAS\da)"); }), runtime::errPathNotFound);
+    }
+    EXPECT_EQ(asked, 1) << "until it answers";
+    ::SetEvent(answers.get());
+    int tries = 1000;
+    while (--tries > 0 && errorOf([&] { folders.demand(LR"(\\NAS\da)"); }) != 0) {
+    }
+    EXPECT_GT(tries, 0);
+    EXPECT_EQ(errorOf([&] { folders.demand(LR"(\\NAS\weg)"); }), runtime::errPathNotFound);
+    EXPECT_TRUE(FarFolders::isFar(LR"(\\NAS\da)") && FarFolders::isFar(LR"(\\?\UNC\NAS\da)"));
+    EXPECT_FALSE(FarFolders::isFar(LR"(C:\FIRMA)"));
 }
 
 // What the next test starts: leaves behind how it was called, tells of the completion file, and crashes.

@@ -36,7 +36,7 @@ bool isAbout(const MessengerEvent& event, const platform::OrderFolder* folder) {
 }  // namespace
 
 std::unique_ptr<platform::OrderFolder> WindowsMessengerSystem::open(const std::string& path) {
-    return std::make_unique<WindowsOrderFolder>(path, port_, userWantsWatching());
+    return std::make_unique<WindowsOrderFolder>(path, port_, farFolders_, userWantsWatching());
 }
 
 std::vector<MessengerEvent> WindowsMessengerSystem::wait(std::chrono::milliseconds atMost) {

@@ -8,6 +8,7 @@
 #include "platform/windows/handle.h"
 #include "platform/windows/messenger/event_log.h"
 #include "platform/windows/messenger/event_port.h"
+#include "platform/windows/messenger/far_folders.h"
 #include "platform/windows/messenger/started_program.h"
 
 namespace platform_windows::messenger {
@@ -37,6 +38,7 @@ private:
     void takeSignal(const EventPort::Entry& entry, std::vector<platform::MessengerEvent>& events);
 
     EventPort port_;
+    FarFolders farFolders_;
     std::map<platform::ProgramId, StartedProgram> programs_;
     platform::ProgramId lastProgram_ = 0;
     bool waited_ = false;

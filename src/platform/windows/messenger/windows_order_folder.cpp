@@ -55,12 +55,6 @@ FolderIdentity identityOf(const FileHandle& folder, const std::string& path) {
     return {found.dwVolumeSerialNumber, joined(found.nFileIndexHigh, found.nFileIndexLow)};
 }
 
-bool isOfAnotherMachine(const FileHandle& folder, const std::wstring& path) {
-    const std::wstring final = finalPath(folder.get());
-    const std::string shown = shownPath(final.empty() ? path : final);
-    return shown.starts_with(R"(\\)") || ::GetDriveTypeW(widen(shown.substr(0, 3)).c_str()) == DRIVE_REMOTE;
-}
-
 [[noreturn]] void refuse(const std::wstring& file, const std::string& why) {
     throw runtime::Error(runtime::errPermissionDenied, runtime::shown(shownPath(file)) + " (" + why + ")");
 }
@@ -79,15 +73,19 @@ bool makesName(const std::wstring& file, const Attempt& attempt) {
 
 }  // namespace
 
-WindowsOrderFolder::WindowsOrderFolder(const std::string& path, const EventPort& port, Watching watching)
-    : path_(nativePath(path)), shownPath_(shownPath(path_)) {
+WindowsOrderFolder::WindowsOrderFolder(const std::string& path, const EventPort& port, FarFolders& farFolders,
+                                       Watching watching)
+    : farFolders_(farFolders), path_(nativePath(path)), shownPath_(shownPath(path_)) {
     if (shownPath_.size() > 3 && shownPath_.ends_with('\\')) {
         shownPath_.pop_back();
         path_.pop_back();
     }
+    if (FarFolders::isFar(path_)) {
+        farFolders_.demand(path_);
+    }
     const FileHandle folder = openFolder(path_);
     identity_ = identityOf(folder, shownPath_);
-    remote_ = isOfAnotherMachine(folder, path_);
+    remote_ = FarFolders::isFar(path_) || FarFolders::isFar(finalPath(folder.get()));
     if (watching == Watching::yes) {
         watch_.emplace(path_, port, *this);
     }
@@ -135,6 +133,9 @@ std::string WindowsOrderFolder::holder() {
 }
 
 std::vector<platform::OrderFile> WindowsOrderFolder::files() {
+    if (remote_) {
+        farFolders_.demand(path_);
+    }
     if (identityOf(openFolder(path_), shownPath_) != identity_) {
         throwFileError(ERROR_PATH_NOT_FOUND, shownPath_, "dort liegt jetzt ein anderer Ordner");
     }

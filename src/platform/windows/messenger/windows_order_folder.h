@@ -8,6 +8,7 @@
 #include "platform/order_folder.h"
 #include "platform/windows/handle.h"
 #include "platform/windows/messenger/event_port.h"
+#include "platform/windows/messenger/far_folders.h"
 #include "platform/windows/messenger/folder_watch.h"
 
 namespace platform_windows::messenger {
@@ -25,7 +26,7 @@ class WindowsOrderFolder final : public platform::OrderFolder {
 public:
     enum class Watching { yes, no };
     // Whose orders on another machine are to be obeyed is that machine's to judge: it knows who may make files there.
-    WindowsOrderFolder(const std::string& path, const EventPort& port, Watching watching);
+    WindowsOrderFolder(const std::string& path, const EventPort& port, FarFolders& farFolders, Watching watching);
 
     const std::string& path() const override { return shownPath_; }
     bool reportsChanges() const override { return !remote_ && watch_ && watch_->works(); }
@@ -44,6 +45,7 @@ private:
     std::wstring native(std::wstring_view name) const;
     FileHandle openOwn(const std::wstring& file, DWORD access) const;
 
+    FarFolders& farFolders_;
     std::wstring path_;
     std::string shownPath_;
     FolderIdentity identity_;

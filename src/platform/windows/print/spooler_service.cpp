@@ -1,13 +1,14 @@
 #include "platform/windows/print/spooler_service.h"
 
+#include "platform/windows/background_question.h"
 #include "platform/windows/com_object.h"
-#include "platform/windows/handle.h"
 
 #include <windows.h>
 // After windows.h, which it needs.
 #include <wbemidl.h>
 
 #include <exception>
+#include <memory>
 #include <utility>
 
 namespace platform_windows::print {
@@ -79,29 +80,12 @@ ServiceState ask() {
     return service && isStarted(*service) ? ServiceState::running : ServiceState::stopped;
 }
 
-struct Asked {
-    std::function<ServiceState()> question;
-    ServiceState answer = ServiceState::silent;
-};
-
-DWORD WINAPI run(void* parameter) noexcept {
-    const std::unique_ptr<std::shared_ptr<Asked>> asked(static_cast<std::shared_ptr<Asked>*>(parameter));
-    (*asked)->answer = (*asked)->question();
-    return 0;
-}
-
 }  // namespace
 
 ServiceState answerWithin(unsigned limit, std::function<ServiceState()> question) {
-    const auto asked = std::make_shared<Asked>(Asked{.question = std::move(question)});
-    // What it needs belongs to both, and goes with the last of them.
-    auto parameter = std::make_unique<std::shared_ptr<Asked>>(asked);
-    const KernelHandle thread(::CreateThread(nullptr, 0, run, parameter.get(), 0, nullptr));
-    if (!thread) {
-        return ServiceState::silent;
-    }
-    static_cast<void>(parameter.release());  // the thread has it
-    return ::WaitForSingleObject(thread.get(), limit) == WAIT_OBJECT_0 ? asked->answer : ServiceState::silent;
+    const auto answer = std::make_shared<ServiceState>(ServiceState::silent);
+    const BackgroundQuestion asked([answer, ask = std::move(question)] { *answer = ask(); });
+    return asked.isAnswered(limit) ? *answer : ServiceState::silent;
 }
 
 ServiceState spoolerServiceState() noexcept {
