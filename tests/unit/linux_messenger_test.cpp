@@ -100,6 +100,9 @@ TEST_F(LinuxMessenger, HearsOfOrdersAndOfNothingElse) {
     }
     EXPECT_EQ(names, (std::set<std::string>{"krv00001.auf new", "KRV00002.ERG ahead"}));
     EXPECT_TRUE(orders->isAt(folder / "HOST\\..\\host") && !orders->isAt(folder / "x") && !orders->isAt(folder / "."));
+    std::filesystem::create_directories(folder / "Firma Daten.alt/Lager");
+    const auto longNamed = system.open(folder / "Firma Daten.alt/Lager");
+    EXPECT_TRUE(longNamed->isAt(folder / "FIRMAD~1.ALT\\LAGER") && !longNamed->isAt(folder / "FIRMEN~1.ALT\\LAGER"));
 
     // Another one of its name is another one.
     const std::string mark = orders->completionMark();
@@ -260,7 +263,7 @@ TEST_F(LinuxMessenger, HearsWhatBecomesOfAProgram) {
     const auto program =
         run("for i; do echo \"[$i]\"; done > ../arguments\n"
             "ls /proc/self/fd > ../descriptors; env | grep -c KRVWINPR_STARTER=3 >> ../descriptors\n"
-            "printf KK >&3; sleep 9 & exit 3");
+            "printf KK >&3; sleep 9 >&0 2>&0 & exit 3");
     EXPECT_GT(system.processNumber(program), 1U);
     const std::string first = heard();
     EXPECT_EQ(first == "c" ? first + heard() : first, "ce");

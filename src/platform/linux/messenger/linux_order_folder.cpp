@@ -16,6 +16,7 @@
 #include "platform/linux/file_calls.h"
 #include "platform/linux/files.h"
 #include "platform/linux/linux_error.h"
+#include "platform/linux/messenger/dos_names.h"
 #include "platform/linux/messenger/folder_rights.h"
 #include "platform/linux/paths.h"
 #include "runtime/utf8.h"
@@ -27,12 +28,6 @@ namespace {
 constexpr std::size_t mostBytes = 1024;
 constexpr mode_t newFile = 0666;
 constexpr const char* completionName = "KRVWINPR.OK";
-
-// But for the case of letters; no other letters are in these names.
-bool isSameName(std::string_view one, std::string_view other) {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    return std::ranges::equal(one, other, {}, upper, upper);
-}
 
 struct CloseFolder {
     void operator()(DIR* folder) const { ::closedir(folder); }
@@ -318,7 +313,10 @@ std::string LinuxOrderFolder::completionMark() {
 }
 
 bool LinuxOrderFolder::isAt(const std::string& path) {
-    const ResolvedPath found = findPath(path);
+    ResolvedPath found = findPath(path);
+    if (found.error != 0) {
+        found = findPath(withLongNames(path, path_));
+    }
     struct stat status {};
     return found.error == 0 && ::stat(found.path.c_str(), &status) == 0 && status.st_dev == device_ &&
            status.st_ino == number_;
