@@ -32,7 +32,7 @@ std::string withLongNames(std::string path, std::string_view folder) {
         if (name.empty() || (!isSameName(shown, name) && !isShortFor(shown, name))) {
             return std::string(rest) + end;
         }
-        end = "/" + std::string(name) + end;
+        end.insert(0, name).insert(0, "/");
         rest.remove_suffix(std::min(shown.size() + 1, rest.size()));
         folder.remove_suffix(name.size() + 1);
     }
