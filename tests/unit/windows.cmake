@@ -1,5 +1,5 @@
-# The tests have the program's manifest, on which it depends what they see of the screen.
-krv_unit_test(windows-tests LIBS krv-windows-messenger krv-windows-crash krv-windows krv-windows-forms krv-settings krv-printer krv-drawing krv-windows-resources SOURCES
+# The tests have a program's manifest, on which it depends what they see of the screen.
+krv_unit_test(windows-tests LIBS krv-windows-messenger krv-windows-crash krv-windows krv-windows-forms krv-settings krv-printer krv-drawing krv-windows-messenger-resources SOURCES
     unit/image_files_test.cpp
     unit/ports_test.cpp
     unit/windows_crash_test.cpp

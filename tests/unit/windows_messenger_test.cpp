@@ -6,6 +6,7 @@
 
 #include <aclapi.h>
 
+#include <array>
 #include <atomic>
 
 #include "windows_calls.h"
@@ -185,6 +186,15 @@ TEST(FarFolders, AMachineThatDoesNotAnswerKeepsNobodyWaiting) {
     EXPECT_FALSE(FarFolders::isFar(LR"(C:\FIRMA)"));
 }
 
+TEST(EventLog, ShowsTheLineItself) {
+    std::wstring line = L"Zeile %1";
+    std::array<wchar_t*, 1> lines = {line.data()};
+    std::array<wchar_t, 80> shown{};
+    ::FormatMessageW(FORMAT_MESSAGE_FROM_HMODULE | FORMAT_MESSAGE_ARGUMENT_ARRAY, nullptr, 1, 0, shown.data(), 80,
+                     reinterpret_cast<va_list*>(lines.data()));
+    EXPECT_EQ(std::wstring(shown.data()), line + L"\r\n");
+}
+
 // What the next test starts: leaves behind how it was called, tells of the completion file, and crashes.
 TEST(MessengerChild, DISABLED_Run) {
     WindowsSystem system;
@@ -210,6 +220,8 @@ TEST_F(Messenger, StartsAProgramInTheFolderAndTellsTheCompletionFileBeforeTheEnd
     EXPECT_TRUE(events[0].program == program && events[1].program == program && events.size() == 2);
     EXPECT_EQ(howItEnded(0) + "|" + howItEnded(3), "|Rückgabewert 3");
     EXPECT_EQ(errorOf([&] { system.start(file("fehlt.exe"), *folder, ""); }), runtime::errFileNotFound);
+    put(file("KRVWinPr.cmd"), "");
+    EXPECT_NE(errorOf([&] { system.start(file("KRVWinPr.cmd"), *folder, "& calc"); }), 0);
     EXPECT_TRUE(system.wait(now).empty());
 }
 

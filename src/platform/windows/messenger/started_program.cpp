@@ -7,6 +7,7 @@
 #include "platform/windows/exception_name.h"
 #include "platform/windows/files.h"
 #include "platform/windows/messenger/new_process.h"
+#include "platform/windows/newer_functions.h"
 #include "platform/windows/starter.h"
 #include "platform/windows/system_error.h"
 #include "platform/windows/wide_text.h"
@@ -23,6 +24,13 @@ public:
     StarterVariable& operator=(const StarterVariable&) = delete;
     ~StarterVariable() { ::SetEnvironmentVariableW(starterVariable, nullptr); }
 };
+
+// The system would have a batch file read by its shell, which carries out what a host writes behind an "&".
+bool isImage(const std::wstring& program) {
+    constexpr std::wstring_view ending = L".exe";
+    return program.size() > ending.size() &&
+           isSameName(std::wstring_view(program).substr(program.size() - ending.size()), ending);
+}
 
 // An event of a name that was nobody's, and stays signalled.
 KernelHandle makeEvent(std::wstring& name) {
@@ -46,6 +54,9 @@ StartedProgram::StartedProgram(const std::wstring& program, const std::wstring& 
                                const EventPort& port, ULONG_PTR key) {
     if (!isFile(program)) {
         throwFileError(ERROR_FILE_NOT_FOUND, shownPath(program));
+    }
+    if (!isImage(program)) {
+        throwFileError(ERROR_BAD_EXE_FORMAT, shownPath(program), "nur eine .exe wird gestartet; eine solche angeben");
     }
     std::wstring event;
     written_ = makeEvent(event);
