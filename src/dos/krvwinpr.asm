@@ -89,7 +89,8 @@ seconds         equ cleared_end         ; since start_clock
 hundredths      equ seconds + 2
 last_time       equ hundredths + 2
 answer_length   equ last_time + 2
-order           equ answer_length + 2
+runs            equ answer_length + 2   ; never set: counts on from call to call
+order           equ runs + 1
 found           equ order + 288         ; with a command of 127 characters and the longest folder
 answer          equ found + 44
 message         equ answer + ANSWER_ROOM
