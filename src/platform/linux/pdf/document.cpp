@@ -24,7 +24,8 @@ Document::Document(const PdfSettings& settings, int fileDescriptor)
       writer_(output_),
       pages_(writer_),
       fonts_(settings.codePage),
-      surface_(fonts_, pictures_) {}
+      surface_(fonts_, pictures_),
+      queue_(settings.workers, [this](std::string_view content, const PageSize& size) { writePage(content, size); }) {}
 
 void Document::setPage(const PdfPage& page) {
     PageSurface::check(page);
@@ -46,10 +47,12 @@ void Document::endPage() {
     require(pageOpen_);
     runtime::crashOnPurpose("module");
     pageOpen_ = false;
-    pictures_.write(writer_);
-    const int content = writer_.allocate();
-    writer_.stream(content, {}, surface_.finish());
-    pages_.addPage(surface_.page().widthPoints, surface_.page().heightPoints, content);
+    if (pictures_.anyUnwritten()) {
+        queue_.drain();
+        pictures_.write(writer_);
+    }
+    ++pageCount_;
+    queue_.add(surface_.finish(), {surface_.page().widthPoints, surface_.page().heightPoints});
     if (nextPage_) {
         surface_.setPage(*nextPage_);
         nextPage_.reset();
@@ -59,6 +62,7 @@ void Document::endPage() {
 void Document::finish() {
     require(!finished_);
     finished_ = true;
+    queue_.drain();
     pages_.finish(writeResources());
     const int catalog = writer_.allocate();
     std::string text = "<</Type/Catalog/Pages ";
@@ -69,6 +73,12 @@ void Document::finish() {
     const int information = writer_.allocate();
     writeInformation(information);
     writer_.finish(catalog, information);
+}
+
+void Document::writePage(std::string_view compressed, const PageSize& size) {
+    const int content = writer_.allocate();
+    writer_.compressedStream(content, {}, compressed);
+    pages_.addPage(size.widthPoints, size.heightPoints, content);
 }
 
 int Document::writeResources() {

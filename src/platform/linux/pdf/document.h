@@ -1,5 +1,6 @@
-// A PDF document as it grows, page by page. Its stages: the surface turns drawing into operators, the compressor packs
-// a page's operators, the object writer numbers what is written, the output hands it to the system.
+// A PDF document as it grows, page by page. Its stages: the surface turns drawing into operators, the queue packs
+// a page's operators, beside the drawing of further pages, the object writer numbers what is written, the output hands
+// it to the system.
 #pragma once
 
 #include <optional>
@@ -7,6 +8,7 @@
 #include "platform/linux/pdf/file_output.h"
 #include "platform/linux/pdf/font_collection.h"
 #include "platform/linux/pdf/object_writer.h"
+#include "platform/linux/pdf/page_queue.h"
 #include "platform/linux/pdf/page_surface.h"
 #include "platform/linux/pdf/page_tree.h"
 #include "platform/linux/pdf/pdf_document.h"
@@ -27,10 +29,11 @@ public:
     platform::Surface& surface() override { return surface_; }
     void beginPage() override;
     void endPage() override;
-    int pageCount() const override { return pages_.pageCount(); }
+    int pageCount() const override { return pageCount_; }
     void finish() override;
 
 private:
+    void writePage(std::string_view compressed, const PageSize& size);
     int writeResources();
     void writeInformation(int number);
 
@@ -43,7 +46,9 @@ private:
     FontCollection fonts_;
     PictureCollection pictures_;
     PageSurface surface_;
+    PageQueue queue_;
     std::optional<PdfPage> nextPage_;
+    int pageCount_ = 0;
     bool pageSet_ = false;
     bool pageOpen_ = false;
     bool finished_ = false;

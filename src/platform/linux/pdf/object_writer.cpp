@@ -29,8 +29,12 @@ void ObjectWriter::object(int number, std::string_view body) {
 }
 
 void ObjectWriter::stream(int number, std::string_view entries, std::string_view content) {
+    compressedStream(number, entries, deflater_.compress(content));
+}
+
+void ObjectWriter::compressedStream(int number, std::string_view entries, std::string_view compressed) {
     entries_.assign(entries) += "/Filter/FlateDecode";
-    storedStream(number, entries_, deflater_.compress(content));
+    storedStream(number, entries_, compressed);
 }
 
 void ObjectWriter::storedStream(int number, std::string_view entries, std::string_view content) {

@@ -23,6 +23,8 @@ public:
     void object(int number, std::string_view body);
     // A stream, compressed; the entries of its dictionary are given without those that compression needs.
     void stream(int number, std::string_view entries, std::string_view content);
+    // The same of content that Deflater has compressed.
+    void compressedStream(int number, std::string_view entries, std::string_view compressed);
     // A stream as it is; of the entries only the length is missing.
     void storedStream(int number, std::string_view entries, std::string_view content);
 

@@ -13,7 +13,6 @@ public:
     explicit PageTree(ObjectWriter& writer);
 
     int root() const noexcept { return root_; }
-    int pageCount() const noexcept { return pageCount_; }
 
     // Writes a page object. Most pages of a document share one size: it is written once, at the root.
     void addPage(double widthPoints, double heightPoints, int content);

@@ -16,6 +16,9 @@ struct PdfSettings {
     std::time_t created = 0;
     // The Unicode character of each byte of the DOS code page, control codes as their glyphs; 0 for none.
     std::array<char32_t, 256> codePage{};
+    // Threads that may compress pages beside the caller's; the document is the same with any number. Negative: as many
+    // as pay on this machine.
+    int workers = -1;
 };
 
 // Sheet and device of the coming page. Pixels of the device map to points as 72 / pixels per inch, the sheet's top

@@ -17,6 +17,7 @@ public:
     int use(const std::shared_ptr<const platform::Picture>& picture, bool color);
 
     // Writes what pages used that is not written yet.
+    bool anyUnwritten() const { return !unwritten_.empty(); }
     void write(ObjectWriter& writer);
 
     // Appends the entry of the resource dictionary; nothing if no picture was written.
