@@ -19,8 +19,8 @@ public:
         std::string name;                    // the name asked for, if the font is that one or has its metrics
     };
 
-    explicit FontCatalog(const CodePage& codePage, FontFinder::Caution caution = {})
-        : codePage_(codePage), finder_(std::move(caution)) {}
+    explicit FontCatalog(const CodePage& codePage, FontFinder::Surroundings surroundings = {})
+        : codePage_(codePage), finder_(std::move(surroundings)) {}
 
     // The font for a request, or the nearest; valid until the next call. Throws runtime::Error (errPrinter) where no
     // TrueType font is installed.

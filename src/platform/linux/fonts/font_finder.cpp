@@ -1,10 +1,13 @@
 #include "platform/linux/fonts/font_finder.h"
 
 #include <algorithm>
-#include <cstdlib>
-#include <string_view>
+#include <array>
+#include <new>
+#include <set>
 #include <utility>
 
+#include "platform/linux/fonts/fields.h"
+#include "platform/linux/fonts/fontconfig_files.h"
 #include "runtime/error.h"
 
 namespace platform_linux::fonts {
@@ -79,18 +82,6 @@ std::vector<FontLocation> ask(FcConfig* config, const std::string& family, bool 
     return found;
 }
 
-constexpr char endOfField = '\0';
-
-void append(std::string& text, const std::string& field) { text.append(field) += endOfField; }
-
-// Takes a field from the front of the text.
-std::string take(std::string_view& text) {
-    const std::size_t size = text.find(endOfField);
-    std::string field(text.substr(0, size));
-    text.remove_prefix(size == std::string_view::npos ? text.size() : size + 1);
-    return field;
-}
-
 struct Style {
     bool bold;
     bool italic;
@@ -99,60 +90,88 @@ struct Style {
 // The answers for several styles, each behind the number of its fonts.
 std::string answersTo(const std::string& family, const std::vector<Style>& styles, bool all) {
     const Scoped<FcConfig, FcConfigDestroy> config(FcInitLoadConfigAndFonts());
-    std::string text;
+    Fields fields;
     for (const Style& style : styles) {
-        const auto fonts =
-            config ? ask(config.get(), family, style.bold, style.italic, all) : std::vector<FontLocation>();
-        append(text, std::to_string(fonts.size()));
-        for (const FontLocation& font : fonts) {
-            append(text, font.path);
-            append(text, std::to_string(font.index));
-            append(text, font.family);
-            append(text, font.sameFamily ? "1" : "");
-        }
+        fields.add(config ? ask(config.get(), family, style.bold, style.italic, all) : std::vector<FontLocation>());
     }
-    return text;
+    return std::move(fields).text();
 }
 
-std::vector<FontLocation> takeFonts(std::string_view& text) {
-    std::vector<FontLocation> fonts(static_cast<std::size_t>(std::atoi(take(text).c_str())));
-    for (FontLocation& font : fonts) {
-        font.path = take(text);
-        font.index = std::atoi(take(text).c_str());
-        font.family = take(text);
-        font.sameFamily = !take(text).empty();
-    }
-    return fonts;
-}
+constexpr std::array<Style, 4> allStyles{{{false, false}, {true, false}, {false, true}, {true, true}}};
 
 }  // namespace
 
-const FontFinder::Answer* FontFinder::known(const std::string& family, bool bold, bool italic, bool all) const {
-    const auto found = std::find_if(answers_.begin(), answers_.end(), [&](const Answer& answer) {
+const FontAnswer* FontFinder::known(const std::string& family, bool bold, bool italic, bool all) const {
+    const auto found = std::find_if(answers_.begin(), answers_.end(), [&](const FontAnswer& answer) {
         return answer.family == family && answer.bold == bold && answer.italic == italic && answer.all == all;
     });
     return found != answers_.end() ? &*found : nullptr;
 }
 
-const FontFinder::Answer& FontFinder::remember(const std::string& family, bool bold, bool italic, bool all,
-                                               std::vector<FontLocation> fonts) {
-    return answers_.emplace_back(Answer{family, bold, italic, all, std::move(fonts)});
-}
-
 const std::vector<FontLocation>& FontFinder::find(const std::string& family, bool bold, bool italic, bool all) {
-    if (const Answer* answer = known(family, bold, italic, all)) {
+    readKept();
+    if (const FontAnswer* answer = known(family, bold, italic, all)) {
         return answer->fonts;
     }
-    if (caution_.memoryIsPlenty && !caution_.memoryIsPlenty()) {
+    if (surroundings_.memoryIsPlenty && !surroundings_.memoryIsPlenty()) {
         askApart(family, bold, italic, all);
         return known(family, bold, italic, all)->fonts;
     }
     if (!config_) {
         config_.reset(FcConfigReference(nullptr));
     }
-    return remember(family, bold, italic, all,
-                    config_ ? ask(config_.get(), family, bold, italic, all) : std::vector<FontLocation>())
+    anyNew_ = anyNew_ || (config_ && !all);
+    return remember({family, bold, italic, all,
+                     config_ ? ask(config_.get(), family, bold, italic, all) : std::vector<FontLocation>()})
         .fonts;
+}
+
+void FontFinder::readKept() {
+    if (std::exchange(keptRead_, true) || !surroundings_.keptText) {
+        return;
+    }
+    auto kept = keptAnswers(surroundings_.keptText());
+    if (kept && stillHold(*kept, fontconfigEnvironment())) {
+        answers_.assign(kept->answers.begin(), kept->answers.end());
+    }
+}
+
+FontFinder::~FontFinder() {
+    if (!anyNew_ || !surroundings_.keepText) {
+        return;
+    }
+    try {
+        keep();
+    } catch (const std::bad_alloc&) {  // the next program asks, too
+    }
+}
+
+// With all styles of each family, so that a report with bold type does not ask for those alone.
+void FontFinder::keep() {
+    std::set<std::string> families;
+    for (const FontAnswer& answer : answers_) {
+        families.insert(answer.family);
+    }
+    KeptAnswers kept;
+    kept.environment = fontconfigEnvironment();
+    for (const std::string& family : families) {
+        for (const Style& style : allStyles) {
+            find(family, style.bold, style.italic, false);
+            kept.answers.push_back(*known(family, style.bold, style.italic, false));
+        }
+    }
+    std::vector<std::string> paths = fontconfigFiles(config_.get());
+    for (const FontAnswer& answer : kept.answers) {
+        for (const FontLocation& font : answer.fonts) {
+            paths.push_back(font.path);
+        }
+    }
+    std::ranges::sort(paths);
+    paths.erase(std::ranges::unique(paths).begin(), paths.end());
+    for (std::string& path : paths) {
+        kept.stamps.push_back(stampOf(std::move(path)));
+    }
+    surroundings_.keepText(textOf(kept));
 }
 
 // A report uses all four styles as a rule, so their fonts are asked for at once; every font of a style hardly ever.
@@ -160,18 +179,17 @@ void FontFinder::askApart(const std::string& family, bool bold, bool italic, boo
     // Where fonts are new, their list is made first.
     constexpr std::chrono::seconds limit{60};
     const std::vector<Style> styles =
-        all ? std::vector<Style>{{bold, italic}}
-            : std::vector<Style>{{false, false}, {true, false}, {false, true}, {true, true}};
-    const auto text = caution_.apart([&] { return answersTo(family, styles, all); }, limit);
+        all ? std::vector<Style>{{bold, italic}} : std::vector<Style>(allStyles.begin(), allStyles.end());
+    const auto text = surroundings_.apart([&] { return answersTo(family, styles, all); }, limit);
     if (!text) {
         throw runtime::Error(
             runtime::errPrinter,
             "Die installierten Zeichensätze lassen sich nicht ermitteln. Bitte den Speicher prüfen, und "
             "die Liste der Zeichensätze mit 'fc-cache -f' neu anlegen.");
     }
-    std::string_view left = *text;
+    TakenFields fields(*text);
     for (const Style& style : styles) {
-        remember(family, style.bold, style.italic, all, takeFonts(left));
+        remember({family, style.bold, style.italic, all, fields.takeFonts()});
     }
 }
 

@@ -1,12 +1,37 @@
 #include "platform/linux/pdf/font_collection.h"
 
+#include "platform/linux/files.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/memory_room.h"
 #include "platform/linux/pdf/page_content.h"
+#include "platform/linux/user_folders.h"
 
 namespace platform_linux::pdf {
 
-FontCollection::FontCollection(const fonts::CodePage& codePage) : catalog_(codePage, {memoryIsPlenty, forkedText}) {}
+namespace {
+
+std::string keptPath() {
+    const std::string folder = userFolder("XDG_CACHE_HOME", ".cache");
+    return folder.empty() ? folder : folder + "/Zeichensaetze";
+}
+
+std::string keptText() {
+    std::string text;
+    return readWholeFile(keptPath(), text) == 0 ? text : std::string();
+}
+
+// Where that fails the next document asks for its fonts, too.
+void keepText(const std::string& text) {
+    if (const std::string path = keptPath(); !path.empty()) {
+        makePrivateFolders(path);
+        replaceFile(path, text, {.mode = privateFile});
+    }
+}
+
+}  // namespace
+
+FontCollection::FontCollection(const fonts::CodePage& codePage)
+    : catalog_(codePage, {memoryIsPlenty, forkedText, keptText, keepText}) {}
 
 FontCollection::Choice FontCollection::choose(const std::string& name, bool bold, bool italic) {
     const fonts::FontCatalog::Choice& choice = catalog_.choose(name, bold, italic);
