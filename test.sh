@@ -7,7 +7,7 @@ cd "$(dirname "$0")"
 # shellcheck disable=SC2086
 need_packages $build_packages $test_packages $windows_packages
 
-presets="asan fuzz windows32 windows linux"
+presets="asan tsan fuzz windows32 windows linux"
 for preset in $presets; do
     cmake --preset $preset -DKRV_TESTS=ON >/dev/null
     cmake --build --preset $preset

@@ -187,6 +187,21 @@ class LittleMemory(JobTest):
                     outcomes.add((bool(whole), "Nicht genügend Speicher" in errors))
         self.assertLessEqual({(True, False), (False, True)}, outcomes)
 
+    def test_allocations_of_a_job_whose_pages_are_compressed_beside(self):
+        preload = {"LD_PRELOAD": os.environ["KRVWINPR_NO_MEMORY"]}
+
+        def print_it(**options):
+            self.new_job().write("A.OUT", LittleRoom.LONG)
+            return self.job.run("A.OUT", "KEINEGRAFIK", PRINTER, **options).errors
+        print_it(KRV_COUNT="../count", **preload)
+        count = int((self.job.folder / "../count").read_text())
+        for number in range(count // 2, count, max(1, count // 60)):
+            with self.subTest(number=number):
+                errors = print_it(KRV_FAIL=str(number), **preload)
+                self.assertTrue(self.job.pdfs() or errors)
+                for name in self.job.pdfs():
+                    self.job.assert_sound(name, None if errors else LittleRoom.LONG.count(b"\f"))
+
     def test_a_limit_to_all_memory(self):
         outcomes = set()
         for size in (20, 60, 100, 400):

@@ -1,7 +1,10 @@
 // Whole documents, read back with the tools of poppler-utils and with qpdf.
 #include <fontconfig/fontconfig.h>
 #include <gtest/gtest.h>
+#include <libdeflate.h>
+#include <unistd.h>
 
+#include "platform/linux/file_descriptor.h"
 #include "runtime/error.h"
 #include "unit/linux_support.h"
 #include "unit/pdf_support.h"
@@ -42,6 +45,83 @@ TEST(PdfDocument, HoldsManyPagesOfSeveralSizes) {
     EXPECT_EQ(run("pdfinfo -f 150 -l 152 " + file.path() + " | grep -o 'size: .*pts'"),
               "size:  595.276 x 841.89 pts\nsize:  841.89 x 595.276 pts\nsize:  595.276 x 841.89 pts\n");
     EXPECT_EQ(run("pdftotext -f 299 " + file.path() + " -"), "Seite 299\n\n\fSeite 300\n\n\f");
+}
+
+std::string lineOf(int page, int number) {
+    constexpr std::uint64_t spread = 0x9E3779B97F4A7C15;
+    const std::uint64_t digits = spread * static_cast<std::uint64_t>(1000 * page + number + 1);
+    return "Seite " + std::to_string(page) + ", Zeile " + std::to_string(number) + ": " + std::to_string(digits) +
+           std::to_string(digits * spread) + std::string(30, '.');
+}
+
+// Pages of all sizes, pictures among them, and one that is larger than those that wait for a worker.
+void drawBook(Document& document, int pages) {
+    const auto picture = [](int width) {
+        platform::Picture made;
+        made.width = made.height = width;
+        made.bitsPerPixel = 24;
+        made.pixels.resize(made.stride() * static_cast<std::size_t>(width), static_cast<std::uint8_t>(width));
+        return std::make_shared<const platform::Picture>(std::move(made));
+    };
+    const auto first = picture(40);
+    document.setPage(a4Page());
+    for (int page = 1; page <= pages; ++page) {
+        document.beginPage();
+        document.surface().setFont(fontOf("Courier New", page % 3 == 0));
+        for (int repeat = 0; repeat < (page == 77 ? 12'000 : page % 50); ++repeat) {
+            document.surface().drawText(0, 60 * (repeat % 110), lineOf(page, repeat), {}, TextRole::content);
+        }
+        if (page % 40 == 0) {
+            document.surface().drawPicture(page == 80 ? picture(50) : first, 0, 0, 100, 100);
+        }
+        document.endPage();
+    }
+    document.finish();
+}
+
+TEST(PdfDocument, IsTheSameWithAnyNumberOfWorkers) {
+    std::vector<std::string> books;
+    for (const int workers : {0, 1, 4, -1}) {
+        const TemporaryFile file;
+        auto settings = pdf_support::settings();
+        settings.workers = workers;
+        Document document(settings, file.descriptor());
+        drawBook(document, 250);
+        EXPECT_EQ(document.pageCount(), 250);
+        books.push_back(run("cat " + file.path()));
+    }
+    EXPECT_GT(books[0].size(), 100'000U);
+    for (const std::string& book : books) {
+        EXPECT_TRUE(book == books[0]);
+    }
+}
+
+// Memory for the document's own thread, and none for the others.
+void* onlyForTheFirst(std::size_t size) { return ::gettid() == ::getpid() ? std::malloc(size) : nullptr; }
+
+TEST(PdfDocument, IsTheSameWhereWorkersHaveNoMemory) {
+    std::vector<std::string> books;
+    for (const int workers : {0, 2}) {
+        const TemporaryFile file;
+        auto settings = pdf_support::settings();
+        settings.workers = workers;
+        libdeflate_set_memory_allocator(workers == 0 ? std::malloc : onlyForTheFirst, std::free);
+        Document document(settings, file.descriptor());
+        drawBook(document, 60);
+        books.push_back(run("cat " + file.path()));
+    }
+    libdeflate_set_memory_allocator(std::malloc, std::free);
+    EXPECT_TRUE(books[0] == books[1]);
+}
+
+TEST(PdfDocument, TellsOfAFullDiskWithWorkersToo) {
+    for (const int pages : {20, 1000}) {
+        auto settings = pdf_support::settings();
+        settings.workers = 2;
+        const platform_linux::FileDescriptor full(::open("/dev/full", O_WRONLY | O_CLOEXEC));
+        Document document(settings, full.get());
+        EXPECT_EQ(linux_support::errorOf([&] { drawBook(document, pages); }), runtime::errDiskFull);
+    }
 }
 
 TEST(PdfDocument, KeepsTheWidthOfCharactersThatTheFontLacks) {

@@ -2,7 +2,9 @@
 #include <gtest/gtest.h>
 #include <hb-ot.h>
 
+#include <algorithm>
 #include <array>
+#include <functional>
 
 #include "platform/linux/code_page.h"
 #include "platform/linux/fonts/font_finder.h"
@@ -58,6 +60,48 @@ TEST(PdfFont, LeadsEveryByteToItsShape) {
     }
     EXPECT_EQ(shape(font.get(), 0)[2], 0) << "a byte without a glyph would show a box";
     EXPECT_NE(shape(original.get(), 0)[2], 0);
+}
+
+// Asks with a kept text, which gets the one that is kept behind it.
+std::string familyWith(std::string& text, bool plenty = true) {
+    FontFinder finder({[plenty] { return plenty; }, [](const auto&, auto) { return std::optional<std::string>(); },
+                       [&text] { return text; }, [&text](const std::string& kept) { text = kept; }});
+    return finder.find("Courier New", true, false, false).at(0).family;
+}
+
+TEST(PdfFont, IsNotAskedForAgainUnlessSomethingHasChanged) {
+    std::string text;
+    const std::string family = familyWith(text);
+    auto kept = keptAnswers(text);
+    ASSERT_TRUE(kept && kept->answers.size() == 4);
+    for (FontAnswer& answer : kept->answers) {
+        answer.fonts.at(0).family = "kept";
+    }
+    const std::string marked = textOf(*kept);
+    text = marked;
+    EXPECT_EQ(familyWith(text, false), "kept") << "nobody had to be asked";
+    EXPECT_EQ(text, marked);
+    const auto changed = [&](const std::function<void(KeptAnswers&)>& change) {
+        KeptAnswers other = *kept;
+        change(other);
+        text = textOf(other);
+        return familyWith(text);
+    };
+    EXPECT_EQ(changed([](KeptAnswers&) {}), "kept");
+    EXPECT_EQ(changed([](KeptAnswers& other) { other.environment += 'x'; }), family);
+    EXPECT_EQ(changed([](KeptAnswers& other) { other.stamps.back().state += '1'; }), family);
+    EXPECT_EQ(changed([](KeptAnswers& other) { other.stamps.push_back({"/proc/self/exe", "-"}); }), family);
+    EXPECT_EQ(familyWith(text), family) << "what was kept then";
+    const auto depends = [&](const std::string& path) {
+        return std::ranges::any_of(kept->stamps, [&](const FileStamp& stamp) { return stamp.path == path; });
+    };
+    EXPECT_TRUE(depends("/etc/fonts/fonts.conf") && depends("/etc/fonts/conf.d") && depends("/usr/share/fonts") &&
+                depends(kept->answers.at(0).fonts.at(0).path));
+    for (std::size_t at = 0; at < marked.size(); ++at) {
+        std::string damaged = marked;
+        ++damaged[at];
+        ASSERT_FALSE(keptAnswers(damaged) || keptAnswers(marked.substr(0, at))) << at;
+    }
 }
 
 TEST(PdfFont, RefusesFilesThatAreNoTrueTypeFonts) {
