@@ -10,6 +10,7 @@ import argparse
 import os
 import pathlib
 import random
+import re
 import shutil
 import statistics
 import struct
@@ -17,6 +18,7 @@ import subprocess
 import sys
 import tempfile
 import time
+import zlib
 
 import pictures
 
@@ -63,35 +65,38 @@ class Bench:
         self.program = build / "KRVWinPr"
         self.build = build
         self.folder = folder
-        self.env = dict(os.environ, LANG="de_DE.UTF-8", XDG_CONFIG_HOME=str(folder / "config"),
+        self.env = dict(os.environ, LANG="de_DE.UTF-8", XDG_CONFIG_HOME=str(folder / "config"), XDG_CACHE_HOME=str(folder / "cache"),
                         CUPS_SERVER=str(folder / "no-cups.sock"))
         for name in ("DISPLAY", "WAYLAND_DISPLAY", "LC_ALL"):
             self.env.pop(name, None)
 
-    def report(self, pages: int) -> pathlib.Path:
-        path = self.folder / f"R{pages}.OUT"
+    def report(self, pages: int, ascii_only: bool = False) -> pathlib.Path:
+        path = self.folder / f"{'A' if ascii_only else 'R'}{pages}.OUT"
         if not path.exists():
-            with path.open("wb") as out:
-                subprocess.run([sys.executable, ROOT / "samples/generate_report.py", str(pages)], stdout=out, check=True)
+            command = [sys.executable, ROOT / "samples/generate_report.py", str(pages)]
+            text = subprocess.run(command, stdout=subprocess.PIPE, check=True).stdout
+            path.write_bytes(bytes(byte if byte < 128 else 97 + byte % 26 for byte in text) if ascii_only else text)
         return path
 
-    def print_report(self, pages: int) -> tuple[Result, int]:
-        path = self.report(pages)
+    def print_report(self, pages: int, ascii_only: bool = False, keep: bool = False) -> tuple[Result, int]:
+        path = self.report(pages, ascii_only)
         pdf = path.with_suffix(".pdf")
         pdf.unlink(missing_ok=True)
         result = run([self.program, path.name, "KEINEGRAFIK", PRINTER], self.folder, self.env)
         size = pdf.stat().st_size
-        pdf.unlink()
+        if not keep:
+            pdf.unlink()
         return result, size
 
-    def text_filter(self, pages: int) -> tuple[Result, int]:
-        source = self.folder / f"R{pages}.txt"
+    def text_filter(self, pages: int, ascii_only: bool = False) -> tuple[Result, int]:
+        source = self.report(pages, ascii_only).with_suffix(".txt")
         if not source.exists():
-            source.write_text(self.report(pages).read_bytes().decode("cp850"), encoding="utf-8", newline="")
+            text = self.report(pages, ascii_only).read_bytes().decode("cp850")
+            source.write_text(text, encoding="utf-8", newline="")
         output = self.folder / "peer.pdf"
         with output.open("wb") as out:
             result = run([TEXT_FILTER, "1", "bench", "bench", "1", "media=A4 cpi=12 lpi=6.5", source], self.folder,
-                         dict(self.env, CHARSET="utf-8"), out)
+                         dict(self.env, CHARSET="us-ascii" if ascii_only else "utf-8"), out)
         return result, output.stat().st_size
 
     def enscript(self, pages: int) -> tuple[Result, int]:
@@ -105,19 +110,42 @@ class Bench:
                        cwd=self.folder, check=True, stderr=subprocess.DEVNULL)
         return Result(time.perf_counter() - begin, 0, 0), output.stat().st_size
 
+    def page_contents(self, pages: int) -> pathlib.Path:
+        """Of our own PDF, each behind its length, as deflate-bench takes them."""
+        path = self.folder / f"R{pages}.contents"
+        self.print_report(pages, keep=True)
+        pdf = (self.folder / f"R{pages}.pdf").read_bytes()
+        with path.open("wb") as out:
+            for found in re.finditer(rb"<</Filter/FlateDecode/Length (\d+)>>stream\n", pdf):
+                content = zlib.decompress(pdf[found.end():found.end() + int(found[1])])
+                out.write(struct.pack("=I", len(content)) + content)
+        return path
+
+    def compressing_alone(self, contents: pathlib.Path) -> float:
+        return float(subprocess.run([self.build / "deflate-bench", contents], check=True, capture_output=True).stdout)
+
     def throughput(self, pages: int, rounds: int) -> None:
-        ours, filters, enscripts = [], [], []
+        contents = self.page_contents(pages)
+        ours, filters, plain, plain_filters, enscripts, alone = [], [], [], [], [], []
         for _ in range(rounds):
             ours.append(self.print_report(pages))
+            alone.append(self.compressing_alone(contents))
             filters.append(self.text_filter(pages))
+            plain.append(self.print_report(pages, ascii_only=True))
+            plain_filters.append(self.text_filter(pages, ascii_only=True))
             enscripts.append(self.enscript(pages))
         own_time = statistics.median(result.seconds for result, _ in ours)
         own_size = ours[0][1]
         print(f"{pages} pages of 60 full lines: {own_time:.3f} s, {own_size / 1e6:.2f} MB")
-        for name, results in (("CUPS text filter", filters), ("enscript and Ghostscript", enscripts)):
+        limit = statistics.median(alone)
+        print(f"  against libdeflate alone on the same page contents: {own_time / limit:.2f} times its time ({limit:.3f} s)")
+        plain_time = statistics.median(result.seconds for result, _ in plain)
+        for name, results, time_beside in (("CUPS text filter", filters, own_time),
+                                           ("CUPS text filter in its ASCII mode, on ASCII", plain_filters, plain_time),
+                                           ("enscript and Ghostscript", enscripts, own_time)):
             seconds = statistics.median(result.seconds for result, _ in results)
             size = results[0][1]
-            print(f"  against {name}: {seconds / own_time:.1f} times as fast ({seconds:.2f} s), "
+            print(f"  against {name}: {seconds / time_beside:.1f} times as fast ({seconds:.2f} s), "
                   f"{own_size / size:.2f} of its size ({size / 1e6:.1f} MB)")
 
     def memory(self, pages: int) -> None:
@@ -160,15 +188,23 @@ class Bench:
               f"bytes, one page with the picture has {one}")
 
     def startup(self, rounds: int) -> None:
-        folder = self.folder / "startup"
-        folder.mkdir()
-        shutil.copy(self.report(1), folder / "R1.OUT")
-        output = subprocess.run([self.build / "startup-bench", str(rounds), self.build / "empty-program", self.program,
-                                 "R1.OUT", "KEINEGRAFIK", PRINTER],
-                                cwd=folder, env=self.env, check=True, capture_output=True, text=True).stdout
-        empty, handshake = (float(text) for text in output.split())
+        def measure(source: pathlib.Path) -> list[float]:
+            """Of an empty program, up to the completion file, of the whole job; a first job has asked for the fonts."""
+            folder = self.folder / f"startup-{source.stem}"
+            folder.mkdir()
+            shutil.copy(source, folder / "A.OUT")
+            job = [self.program, "A.OUT", "KEINEGRAFIK", PRINTER]
+            run(job, folder, self.env)
+            command = [self.build / "startup-bench", str(rounds), self.build / "empty-program", *job]
+            output = subprocess.run(command, cwd=folder, env=self.env, check=True, capture_output=True, text=True).stdout
+            return [float(text) for text in output.split()]
+
+        empty, handshake, _ = measure(self.report(1))
         print(f"start to completion file: {handshake / empty:.2f} times an empty program "
               f"({handshake:.0f} µs, {empty:.0f} µs)")
+        empty, _, whole = measure(ROOT / "samples/RECHNUNG.OUT")
+        print(f"invoice of two pages, start to finished PDF: {whole / empty:.2f} times an empty program "
+              f"({whole / 1000:.1f} ms, {empty / 1000:.2f} ms)")
 
     def barcodes(self) -> None:
         output = subprocess.run([self.build / "barcode-bench"], check=True, capture_output=True, text=True).stdout

@@ -1,5 +1,5 @@
-// How long the host waits: from the start of the process to its completion file, beside an empty program from start to
-// end, alternately, as medians in microseconds.
+// How long the host waits: from the start of the process to its completion file, and how long the whole job takes,
+// beside an empty program from start to end, alternately, as medians in microseconds.
 //
 //     startup-bench ROUNDS EMPTY-PROGRAM KRVWINPR [ARGUMENT...]     in a directory of its own, with a print file in it
 
@@ -74,6 +74,7 @@ int main(int argc, char** argv) {
     std::array<char*, 2> empty{argv[2], nullptr};
     std::vector<double> emptyTimes;
     std::vector<double> handshakeTimes;
+    std::vector<double> jobTimes;
     for (int round = 0; round < rounds; ++round) {
         auto begin = Clock::now();
         waitpid(start(empty.data()), nullptr, 0);
@@ -87,8 +88,9 @@ int main(int argc, char** argv) {
         waitForCompletionFile(watch);
         handshakeTimes.push_back(microseconds(Clock::now() - begin));
         waitpid(job, nullptr, 0);
+        jobTimes.push_back(microseconds(Clock::now() - begin));
         close(watch);
     }
-    std::printf("%.0f %.0f\n", median(emptyTimes), median(handshakeTimes));
+    std::printf("%.0f %.0f %.0f\n", median(emptyTimes), median(handshakeTimes), median(jobTimes));
     return 0;
 }
