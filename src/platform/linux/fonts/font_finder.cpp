@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <new>
 #include <set>
 #include <utility>
 
@@ -142,7 +141,7 @@ FontFinder::~FontFinder() {
     }
     try {
         keep();
-    } catch (const std::bad_alloc&) {  // the next program asks, too
+    } catch (...) {  // the next program asks, too
     }
 }
 
@@ -160,16 +159,15 @@ void FontFinder::keep() {
             kept.answers.push_back(*known(family, style.bold, style.italic, false));
         }
     }
-    std::vector<std::string> paths = fontconfigFiles(config_.get());
+    const std::vector<std::string> files = fontconfigFiles(config_.get());
+    std::set<std::string> paths(files.begin(), files.end());
     for (const FontAnswer& answer : kept.answers) {
         for (const FontLocation& font : answer.fonts) {
-            paths.push_back(font.path);
+            paths.insert(font.path);
         }
     }
-    std::ranges::sort(paths);
-    paths.erase(std::ranges::unique(paths).begin(), paths.end());
-    for (std::string& path : paths) {
-        kept.stamps.push_back(stampOf(std::move(path)));
+    for (const std::string& path : paths) {
+        kept.stamps.push_back(stampOf(path));
     }
     surroundings_.keepText(textOf(kept));
 }

@@ -1,6 +1,5 @@
 #include "platform/linux/fonts/fontconfig_files.h"
 
-#include <algorithm>
 #include <cstdlib>
 #include <initializer_list>
 
@@ -58,8 +57,6 @@ std::vector<std::string> fontconfigFiles(FcConfig* config) {
     append(paths, FcConfigGetConfigDirs(config));
     append(paths, FcConfigGetFontDirs(config));
     appendUsers(paths);
-    std::ranges::sort(paths);
-    paths.erase(std::ranges::unique(paths).begin(), paths.end());
     return paths;
 }
 

@@ -12,7 +12,7 @@ namespace platform_linux::fonts {
 std::string fontconfigEnvironment();
 
 // Its configuration's files, with the folders that they come from, and all folders of fonts; also those of the user's
-// own that are not there yet. Sorted.
+// own that are not there yet.
 std::vector<std::string> fontconfigFiles(FcConfig* config);
 
 }  // namespace platform_linux::fonts
