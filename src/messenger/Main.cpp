@@ -3,12 +3,14 @@
 #include <exception>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "messenger/commands.h"
 #include "messenger/messenger.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 #include "startup/arguments/clsArguments.h"
 
 namespace messenger {
@@ -25,6 +27,20 @@ std::vector<std::string> argumentsOf(platform::System& system) {
     return arguments;
 }
 
+// Whether the first argument looks like a command; a folder that is named by one name behind the root may be just that.
+bool isNoFolder(platform::MessengerSystem& messengerSystem, const std::vector<std::string>& arguments) {
+    if (arguments.empty() || std::string_view("/-").find(arguments.front().front()) == std::string_view::npos ||
+        arguments.front().find_first_of("/\\", 1) != std::string::npos) {
+        return false;
+    }
+    try {
+        messengerSystem.open(arguments.front());
+        return false;
+    } catch (const runtime::Error&) {
+        return true;
+    }
+}
+
 // What a command says to whoever calls it; nothing for no command.
 std::optional<std::string> obey(platform::System& system, platform::MessengerSystem& messengerSystem,
                                 const std::vector<std::string>& arguments) {
@@ -39,7 +55,14 @@ std::optional<std::string> obey(platform::System& system, platform::MessengerSys
     if (command == "/STATUS") {
         return status(messengerSystem);
     }
-    return command == "/?" || command == "-H" || command == "--HELP" ? std::optional(usage()) : std::nullopt;
+    if (command == "/?" || command == "-H" || command == "--HELP") {
+        return usage();
+    }
+    if (isNoFolder(messengerSystem, arguments)) {
+        throw runtime::Error(runtime::errInvalidCall, runtime::shown(arguments.front()) +
+                                                          " ist weder ein Befehl noch ein Ordner.\n\n" + usage());
+    }
+    return std::nullopt;
 }
 
 }  // namespace

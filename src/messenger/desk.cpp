@@ -9,9 +9,13 @@ namespace messenger {
 bool Desk::answer(const std::string& orderName, const Answer& answer) const {
     try {
         folder_->change(withEnding(orderName, answerEnding), answerContent(answer));
+        toldUnanswered_ = false;
         return true;
     } catch (const runtime::Error& error) {
-        log(Severity::error, "Die Antwort auf " + orderName + " konnte nicht geschrieben werden: " + error.message());
+        if (!std::exchange(toldUnanswered_, true)) {
+            log(Severity::error,
+                "Die Antwort auf " + orderName + " konnte nicht geschrieben werden: " + error.message());
+        }
         return false;
     }
 }

@@ -27,7 +27,7 @@ public:
 
     platform::OrderFolder& folder() const { return *folder_; }
 
-    // Writes over the answer to an order. That this fails is told, and true otherwise.
+    // Writes over the answer to an order. False where that fails, which is told once until it works again.
     bool answer(const std::string& orderName, const Answer& answer) const;
 
     // Answers that an order comes to nothing, puts it aside, and tells why; a clause.
@@ -45,6 +45,7 @@ private:
     std::string putAside(const std::string& orderName) const;
 
     std::unique_ptr<platform::OrderFolder> folder_;
+    mutable bool toldUnanswered_ = false;
 };
 
 }  // namespace messenger

@@ -191,8 +191,11 @@ void FolderOrders::happened(const platform::MessengerEvent& event) {
 
 void FolderOrders::beginNext() {
     while (!closed_ && !waiting_.empty() && !runs_.keepOthersWaiting()) {
-        const auto next = waiting_.extract(waiting_.begin());
-        runs_.begin(next.mapped().name, next.mapped().order);
+        const auto next = waiting_.begin();
+        if (!runs_.begin(next->second.name, next->second.order)) {
+            return;  // until the next look
+        }
+        waiting_.erase(next);
     }
 }
 

@@ -39,7 +39,7 @@ std::string OrderRuns::programFile() const {
            (isExe ? ".exe" : "");
 }
 
-void OrderRuns::begin(const std::string& orderName, const Order& order) {
+bool OrderRuns::begin(const std::string& orderName, const Order& order) {
     const std::string tail = desk_.system.fromDosCodePage(order.tail);
     const Mode mode = modeOf(tail);
     Run run;
@@ -48,14 +48,14 @@ void OrderRuns::begin(const std::string& orderName, const Order& order) {
     run.awaited = mode == Mode::report;
     try {
         if (!desk_.answer(orderName, {AnswerState::started, order.mark, {}})) {
-            return;
+            return false;
         }
         run.completionBefore = desk_.folder().completionMark();
         run.begunAt = now();
         run.program = desk_.messengerSystem.start(programFile(), desk_.folder(), tail);
     } catch (const runtime::Error& error) {
         desk_.refuse(orderName, order.mark, "KRVWinPr lässt sich nicht starten: " + error.message());
-        return;
+        return true;
     }
     run.othersWaitTo = keepsOthersWaiting(mode) ? run.begunAt + (run.awaited ? patience : behindCompletion) : 0;
     desk_.log(Desk::Severity::information, orderName + " begonnen, Prozess " +
@@ -65,6 +65,7 @@ void OrderRuns::begin(const std::string& orderName, const Order& order) {
         desk_.answer(orderName, {AnswerState::notAwaited, order.mark, {}});
     }
     runs_.push_back(std::move(run));
+    return true;
 }
 
 void OrderRuns::happened(const platform::MessengerEvent& event) {

@@ -21,8 +21,9 @@ public:
 
     explicit OrderRuns(const Desk& desk) : desk_(desk) {}
 
-    // Starts KRVWinPr for an order, which is told of whatever becomes of it.
-    void begin(const std::string& orderName, const Order& order);
+    // Starts KRVWinPr for an order, which is told of whatever becomes of it. False where that cannot be written down,
+    // and so nothing was started.
+    bool begin(const std::string& orderName, const Order& order);
 
     // What a program says; nothing where it is none of these.
     void happened(const platform::MessengerEvent& event);

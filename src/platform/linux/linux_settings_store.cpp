@@ -38,6 +38,10 @@ constexpr std::string_view explanation =
 # Unter [HKCU\Software\Velmora\KRVWinPr\3.0]:
 #   Wartezeit=60               so viele Sekunden wird auf einen Druckdienst gewartet, der nicht antwortet (0 bis 3600)
 #
+# Der Bote für Hosts im DOS-Emulator (KRVWinPrBote), unter [HKCU\Software\Velmora\KRVWinPr\3.0\Bote]:
+#   Ordner1=/home/korvano/dos/FIRMA   überwachter Ordner; weitere als Ordner2, Ordner3, ...
+#   Alter=600                  so viele Sekunden darf ein Auftrag auf den Boten gewartet haben
+#
 # Laufwerke in den Pfaden von Korvano (Druckdateien, Bilder, Hintergründe), unter
 # [HKCU\Software\Velmora\KRVWinPr\3.0\Laufwerke]:
 #   C=/home/korvano/dos        C:\BILDER\LOGO.BMP ist /home/korvano/dos/BILDER/LOGO.BMP; ohne Eintrag /BILDER/LOGO.BMP

@@ -252,6 +252,26 @@ TEST_F(MessengerTest, WhatCannotBeDoneIsToldOnce) {
     EXPECT_EQ(around.notifications.size(), 2U);
 }
 
+TEST_F(MessengerTest, NothingIsStartedThatCannotBeWrittenDown) {
+    order(1, "A.OUT");
+    order(2, "B.OUT");
+    then([this] {
+        folder.readOnly = true;
+        return Events{written(1), ended(1)};
+    });
+    then([] { return Events{}; });
+    then([this] {
+        EXPECT_EQ(started(), "A.OUT ");
+        folder.readOnly = false;
+        return Events{};
+    });
+    then([] { return Events{}; });
+    run();
+    EXPECT_EQ(started(), "A.OUT B.OUT ");
+    EXPECT_EQ(std::ranges::count_if(around.lines, [](const auto& line) { return line.find("Die Antwort") + 1 != 0; }),
+              1);
+}
+
 TEST_F(MessengerTest, FoldersComeAndGo) {
     const auto named = [this](const char* value, const char* folderPath) {
         around.store.put(R"(Software\Velmora\KRVWinPr\3.0\Bote)", value, std::string(folderPath));
@@ -309,6 +329,8 @@ TEST_F(MessengerTest, IsSetUpByCommands) {
     EXPECT_EQ(run("/EIN C:\\FIRMA"), 0);
     EXPECT_EQ(system.files[program], messenger::hostProgram());
     EXPECT_TRUE(around.startsWithSession);
+    EXPECT_EQ(run("/STATIS"), 1);
+    EXPECT_NE(around.told.back().find("weder ein Befehl noch ein Ordner"), std::string::npos);
     folder.holder = "ich";
     EXPECT_EQ(run("/STATUS"), 0);
     EXPECT_NE(around.told.back().find("C:\\FIRMA: Dort ist der Bote ich."), std::string::npos);
