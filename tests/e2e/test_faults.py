@@ -320,7 +320,7 @@ class SeveralJobs(JobTest):
             self.assertEqual(self.job.names(), ["A.OUT", "KRVWINPR.OK"])
 
     def test_a_killed_job_leaves_nothing_that_looks_finished(self):
-        text = b"".join(b"Seite %d\r\n" % number * 20 + b"\f" for number in range(20_000))
+        text = b"".join(b"Seite %d\r\n" % number * 20 + b"\f" for number in range(100_000))
         for arguments, delay in (*(([], delay) for delay in (0, 0.02, 0.05, 0.1)),
                                  *((["", PRINTER, "/WAIT"], delay) for delay in (0.03, 0.1))):
             with self.subTest(arguments=arguments, delay=delay):
