@@ -1,10 +1,10 @@
 #include "report/page_reader.h"
 
 #include <algorithm>
-#include <array>
 
 #include "report/graphic_macro.h"
 #include "report/type_state.h"
+#include "runtime/byte_set.h"
 #include "runtime/numbers.h"
 
 namespace report {
@@ -13,21 +13,8 @@ namespace {
 
 using Kind = PageToken::Kind;
 
-// The bytes that end a run of text.
-constexpr std::array<bool, 256> runEnds = [] {
-    std::array<bool, 256> ends{};
-    for (const char byte : {'^', '\n', '\r', '\f', '\x1B'}) {
-        ends[static_cast<unsigned char>(byte)] = true;
-    }
-    return ends;
-}();
-
-std::size_t runEnd(std::string_view page, std::size_t begin) {
-    while (begin < page.size() && !runEnds[static_cast<unsigned char>(page[begin])]) {
-        ++begin;
-    }
-    return begin;
-}
+// What ends a run of text.
+using RunEnds = runtime::ByteSet<'^', '\n', '\r', '\f', '\x1B'>;
 
 bool hasCharacter(std::string_view code) { return code == "LR" || code == "TR" || code == "PL"; }
 
@@ -39,7 +26,7 @@ bool isMacro(std::string_view code) {
 
 std::optional<PageToken> PageReader::next() {
     while (!full() && position_ < page_.size()) {
-        const std::size_t end = runEnd(page_, position_);
+        const std::size_t end = RunEnds::find(page_, position_);
         if (end > position_) {
             return PageToken{Kind::text, take(end - position_), {}};
         }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace platform::drawing {
 
@@ -16,6 +17,9 @@ bool hasCourierMetrics(const FontUnits& font) {
 }
 
 std::int64_t FontPixels::widthOf(std::string_view text) const {
+    if (everyAdvance) {
+        return *everyAdvance * static_cast<std::int64_t>(text.size());
+    }
     std::int64_t width = 0;
     for (const char byte : text) {
         width += advance[static_cast<unsigned char>(byte)];
@@ -31,6 +35,8 @@ FontPixels fontPixels(const FontUnits& font, int emHeight, TextScale scale) {
     FontPixels size;
     std::transform(font.advance.begin(), font.advance.end(), size.advance.begin(),
                    [&](int advance) { return pixels(advance, scale.along); });
+    const bool same = std::ranges::count(size.advance, size.advance.front()) == std::ssize(size.advance);
+    size.everyAdvance = same ? std::optional(size.advance.front()) : std::nullopt;
     size.ascent = pixels(font.ascent, scale.across);
     size.descent = pixels(font.descent, scale.across);
     size.underlineTop = -pixels(font.underlineTop, scale.across);

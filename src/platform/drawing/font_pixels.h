@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace platform::drawing {
@@ -31,7 +32,8 @@ struct TextScale {
 };
 
 struct FontPixels {
-    std::array<std::int64_t, 256> advance{};  // of each byte, along the text; what follows is across it
+    std::array<std::int64_t, 256> advance{};   // of each byte, along the text; what follows is across it
+    std::optional<std::int64_t> everyAdvance;  // where all bytes have the same
     std::int64_t ascent = 0;
     std::int64_t descent = 0;
     std::int64_t underlineTop = 0;  // below the baseline

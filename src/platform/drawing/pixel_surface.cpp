@@ -24,7 +24,17 @@ struct Part {
     Span along;
 };
 
+// The usual case: a line of a fixed-pitch font, all of which lies on the sheet.
+bool isAllVisible(const FontPixels& font, std::string_view text, Span sheet) {
+    const auto letters = static_cast<std::int64_t>(text.size());
+    return font.everyAdvance && letters > 0 && *font.everyAdvance > sheet.start &&
+           *font.everyAdvance * (letters - 1) < sheet.end && letters <= sheet.end - sheet.start;
+}
+
 Part visiblePart(const FontPixels& font, std::string_view text, Span sheet) {
+    if (isAllVisible(font, text, sheet)) {
+        return {0, text.size(), {0, font.widthOf(text)}};
+    }
     const auto advance = [&](std::size_t index) { return font.advance[static_cast<unsigned char>(text[index])]; };
     Part part;
     while (part.first < text.size() && part.along.start + advance(part.first) <= sheet.start) {

@@ -1,26 +1,21 @@
 #include "platform/linux/pdf/text_string.h"
 
 #include <algorithm>
-#include <array>
 #include <chrono>
 #include <cstdint>
 
+#include "runtime/byte_set.h"
 #include "runtime/utf8.h"
 
 namespace platform_linux::pdf {
 
 namespace {
 
-// What stands behind the backslash for a byte that a literal string cannot hold as it is; 0 for all others.
-constexpr std::array<char, 256> escapes = [] {
-    std::array<char, 256> table{};
-    table['\\'] = '\\';
-    table['('] = '(';
-    table[')'] = ')';
-    table['\r'] = 'r';
-    table['\n'] = 'n';
-    return table;
-}();
+// What a literal string cannot hold as it is.
+using Escaped = runtime::ByteSet<'\\', '(', ')', '\r', '\n'>;
+
+// What stands behind the backslash for it.
+char escapeOf(char byte) { return byte == '\r' ? 'r' : byte == '\n' ? 'n' : byte; }
 
 void appendUnit(std::string& text, char32_t unit) {
     appendHexByte(text, unit >> 8);
@@ -50,15 +45,12 @@ void appendUtf16Hex(std::string& text, char32_t character) {
 }
 
 void appendEscaped(std::string& text, std::string_view bytes) {
-    const auto escapeOf = [](char byte) { return escapes[static_cast<unsigned char>(byte)]; };
-    auto plain = bytes.begin();
-    for (auto byte = bytes.begin(); byte != bytes.end(); ++byte) {
-        if (escapeOf(*byte) != 0) {
-            text.append(plain, byte).append(1, '\\').append(1, escapeOf(*byte));
-            plain = byte + 1;
-        }
+    std::size_t plain = 0;
+    for (std::size_t at = Escaped::find(bytes); at < bytes.size(); at = Escaped::find(bytes, plain)) {
+        text.append(bytes, plain, at - plain).append(1, '\\').append(1, escapeOf(bytes[at]));
+        plain = at + 1;
     }
-    text.append(plain, bytes.end());
+    text.append(bytes, plain);
 }
 
 std::string textString(std::string_view utf8) {
