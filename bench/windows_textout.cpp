@@ -1,17 +1,21 @@
 // The least a Windows program can do to print lines: what KRVWinPr's speed is compared with.
 //
 //     textout-bench PRINTER FILE      prints the file's lines, form feeds ending pages, with nothing but TextOut
+//     textout-bench PRINTER FILE dx   the same, each character at its place, as KRVWinPr has it
 //     textout-bench                   does nothing: how long a start takes
 
 #include <windows.h>
 
+#include <algorithm>
 #include <string>
+#include <vector>
 
 namespace {
 
 constexpr int lineHeight = 92;
+constexpr int letterWidth = 60;
 
-int printFile(const wchar_t* printer, const wchar_t* path) {
+int printFile(const wchar_t* printer, const wchar_t* path, bool places) {
     HANDLE file = ::CreateFileW(path, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
     HDC device = ::CreateDCW(L"WINSPOOL", printer, nullptr, nullptr);
     if (file == INVALID_HANDLE_VALUE || device == nullptr) {
@@ -29,6 +33,7 @@ int printFile(const wchar_t* printer, const wchar_t* path) {
     ::SelectObject(device, ::CreateFontW(-100, 0, 0, 0, FW_NORMAL, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0,
                                          FIXED_PITCH | FF_MODERN, L"Courier New"));
     std::wstring line;
+    const std::vector<int> advances(1000, letterWidth);
     int y = 0;
     bool open = false;
     for (const char c : text) {
@@ -38,7 +43,8 @@ int printFile(const wchar_t* printer, const wchar_t* path) {
             y = 0;
         }
         if (c == '\n') {
-            ::TextOutW(device, 0, y, line.c_str(), static_cast<int>(line.size()));
+            const auto length = static_cast<UINT>(std::min(line.size(), advances.size()));
+            ::ExtTextOutW(device, 0, y, 0, nullptr, line.c_str(), length, places ? advances.data() : nullptr);
             line.clear();
             y += lineHeight;
         } else if (c == '\f') {
@@ -55,4 +61,6 @@ int printFile(const wchar_t* printer, const wchar_t* path) {
 
 }  // namespace
 
-int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) { return __argc == 3 ? printFile(__wargv[1], __wargv[2]) : 0; }
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, PWSTR, int) {
+    return __argc >= 3 ? printFile(__wargv[1], __wargv[2], __argc == 4) : 0;
+}

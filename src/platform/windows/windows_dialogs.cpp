@@ -8,6 +8,7 @@
 #include "platform/messages/unseen_box.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
+#include "platform/windows/newer_functions.h"
 #include "platform/windows/notification_area.h"
 #include "platform/windows/places.h"
 #include "platform/windows/standard_error.h"
@@ -100,7 +101,15 @@ Answer WindowsDialogs::messageBox(const std::string& text, Buttons buttons, Icon
     return platform::messages::unseenAnswer(buttons);
 }
 
+// Nobody notices events that come a hundredth of a second late, but a page that asks for them after each run of text
+// does.
 void WindowsDialogs::processEvents() {
+    constexpr std::uint64_t pause = 10;
+    const std::uint64_t now = evenMilliseconds();
+    if (now - eventsRunAt_ < pause) {
+        return;
+    }
+    eventsRunAt_ = now;
     MSG message{};
     while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
         if (message.message == WM_QUIT) {

@@ -2,6 +2,8 @@
 // window.
 #pragma once
 
+#include <cstdint>
+
 #include "platform/dialogs.h"
 
 namespace platform_windows {
@@ -23,6 +25,8 @@ public:
 
 private:
     void show(const std::string& path);
+
+    std::uint64_t eventsRunAt_ = 0;  // milliseconds
 };
 
 }  // namespace platform_windows
