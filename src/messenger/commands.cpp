@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <memory>
 #include <optional>
-#include <string_view>
 
+#include "messenger/file_in.h"
 #include "messenger/host_program.h"
 #include "messenger/messenger_settings.h"
 #include "runtime/error.h"
@@ -15,15 +15,6 @@ namespace messenger {
 
 namespace {
 
-std::string in(const platform::OrderFolder& folder, std::string_view name) {
-    const bool windows = folder.path().find('\\') != std::string::npos;
-    return folder.path() +
-           (folder.path().ends_with(windows ? '\\' : '/') ? ""
-            : windows                                     ? "\\"
-                                                          : "/") +
-           std::string(name);
-}
-
 std::optional<std::string> contentOf(platform::System& system, const std::string& file) {
     try {
         return system.readFile(file);
@@ -33,7 +24,7 @@ std::optional<std::string> contentOf(platform::System& system, const std::string
 }
 
 void putHostProgram(platform::System& system, const platform::OrderFolder& folder) {
-    const std::string file = in(folder, hostProgramName);
+    const std::string file = fileIn(folder.path(), hostProgramName);
     if (contentOf(system, file) != hostProgram()) {
         system.writeFile(file, hostProgram());
     }
@@ -41,7 +32,7 @@ void putHostProgram(platform::System& system, const platform::OrderFolder& folde
 
 // One that somebody has put there himself stays.
 void removeHostProgram(platform::System& system, const platform::OrderFolder& folder) {
-    const std::string file = in(folder, hostProgramName);
+    const std::string file = fileIn(folder.path(), hostProgramName);
     if (contentOf(system, file) == hostProgram()) {
         system.removeFile(file);
     }
@@ -79,7 +70,7 @@ std::string switchOn(platform::System& system, platform::MessengerSystem& messen
     std::string said;
     for (const std::string& path : folders) {
         const auto folder = messengerSystem.open(path);
-        if (system.fileExists(in(*folder, std::string(runtime::programName) + ".exe"))) {
+        if (system.fileExists(fileIn(folder->path(), std::string(runtime::programName) + ".exe"))) {
             throw runtime::Error(
                 runtime::errFileExists,
                 "In " + runtime::shown(folder->path()) +

@@ -1,8 +1,10 @@
 #include "messenger/folder_orders.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "messenger/order_names.h"
+#include "platform/host_drives.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
 #include "runtime/utf8.h"
@@ -14,12 +16,10 @@ namespace {
 // Seconds after which a file that nobody fetches is nobody's any more.
 constexpr std::int64_t fetched = 3600;
 
-// A path of DOS from the root of a drive, without a way back: "C:\FIRMA".
-bool isDosDirectory(const std::string& directory) {
-    constexpr std::size_t rootLength = 3;
-    return directory.size() >= rootLength && directory[1] == ':' && directory[2] == '\\' &&
-           runtime::upperCase(directory.substr(0, 1)).find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ") == 0 &&
-           (directory + '\\').find("\\..\\") == std::string::npos;
+// From the root of a drive, without a way back: "C:\FIRMA".
+bool isDosDirectory(const std::optional<platform::HostPath>& directory) {
+    return directory && directory->rest.starts_with('\\') &&
+           (directory->rest + '\\').find("\\..\\") == std::string::npos;
 }
 
 bool isOlder(const platform::OrderFile& file, std::int64_t seconds) { return file.age > seconds; }
@@ -171,17 +171,21 @@ std::string FolderOrders::faultOf(const Order& order) const {
         return order.fault;
     }
     const std::string directory = desk_.system.fromDosCodePage(order.directory);
-    if (!isDosDirectory(directory)) {
+    const auto ofDrive = platform::splitDrive(directory);
+    if (!isDosDirectory(ofDrive)) {
         return "sein Ordner " + runtime::shown(directory) + " ist kein Ordner eines Laufwerks";
     }
     // Which folder a name is that the emulator made shorter ("AUFTRA~1") is known to the emulator alone.
     const bool isShortened = directory.find('~') != std::string::npos;
-    const auto folder = systemFolder(*desk_.messengerSystem.settings(), directory);
-    if (folder && !isShortened && !desk_.folder().isAt(*folder)) {
-        return "sein Ordner " + runtime::shown(directory) + " ist nach den Einstellungen (Laufwerke) " +
-               runtime::shown(*folder) + " und nicht der, in dem er liegt";
+    const std::string drive = platform::folderOfDrive(ofDrive->letter, *desk_.messengerSystem.settings());
+    if (drive.empty() || isShortened) {
+        return {};
     }
-    return {};
+    const std::string folder = runtime::AddBackslash(drive) + ofDrive->rest.substr(1);
+    return desk_.folder().isAt(folder)
+               ? std::string()
+               : "sein Ordner " + runtime::shown(directory) + " ist nach den Einstellungen (Laufwerke) " +
+                     runtime::shown(folder) + " und nicht der, in dem er liegt";
 }
 
 void FolderOrders::happened(const platform::MessengerEvent& event) {

@@ -1,6 +1,5 @@
 #include "messenger/messenger_settings.h"
 
-#include "runtime/text.h"
 #include "runtime/whole_number.h"
 #include "settings/MRegistry.h"
 
@@ -61,16 +60,6 @@ bool storeFolders(platform::SettingsStore& store, const std::vector<std::string>
         set(number, "");
     }
     return store.commit();
-}
-
-std::optional<std::string> systemFolder(platform::SettingsStore& store, const std::string& directory) {
-    constexpr std::size_t driveLength = 2;
-    const std::string folder =
-        settings::MRegistry::GetRegistryValue(store, keyOf("Laufwerke"), directory.substr(0, 1), "");
-    if (folder.empty()) {
-        return std::nullopt;
-    }
-    return runtime::AddBackslash(folder) + directory.substr(driveLength + 1);
 }
 
 }  // namespace messenger

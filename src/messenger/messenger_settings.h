@@ -3,7 +3,6 @@
 
 #include <chrono>
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,9 +22,5 @@ MessengerSettings readSettings(platform::SettingsStore& store);
 
 // Replaces the list of folders; false where that is known to have failed.
 bool storeFolders(platform::SettingsStore& store, const std::vector<std::string>& folders);
-
-// The folder of the system that a directory of the host ("C:\FIRMA") is, by the drives of the user's settings: the
-// value "C" of the key "Laufwerke". Nothing where that drive is not set.
-std::optional<std::string> systemFolder(platform::SettingsStore& store, const std::string& directory);
 
 }  // namespace messenger

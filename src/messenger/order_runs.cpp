@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "messenger/file_in.h"
 #include "runtime/error.h"
 #include "runtime/program.h"
 #include "runtime/text.h"
@@ -32,11 +33,8 @@ std::string OrderRuns::programFile() const {
     if (!desk_.settings.program.empty()) {
         return desk_.settings.program;
     }
-    const std::string folder = desk_.system.programDirectory();
     const bool isExe = runtime::upperCase(desk_.system.programFileName()).ends_with(".EXE");
-    const char separator = isExe ? '\\' : '/';
-    return folder + (folder.ends_with(separator) ? "" : std::string(1, separator)) + runtime::programName +
-           (isExe ? ".exe" : "");
+    return fileIn(desk_.system.programDirectory(), std::string(runtime::programName) + (isExe ? ".exe" : ""));
 }
 
 bool OrderRuns::begin(const std::string& orderName, const Order& order) {

@@ -5,6 +5,8 @@
 
 #include <csignal>
 
+#include "platform/linux/argument_pointers.h"
+
 namespace platform_linux {
 
 DetachedStart::DetachedStart() {
@@ -27,12 +29,7 @@ DetachedStart::~DetachedStart() {
 }
 
 bool DetachedStart::start(std::vector<std::string> command) const {
-    std::vector<char*> arguments;
-    arguments.reserve(command.size() + 1);
-    for (std::string& part : command) {
-        arguments.push_back(part.data());
-    }
-    arguments.push_back(nullptr);
+    const std::vector<char*> arguments = pointersTo(command);
     pid_t child = 0;
     return ::posix_spawnp(&child, arguments.front(), &files_, &attributes_, arguments.data(), environ) == 0;
 }

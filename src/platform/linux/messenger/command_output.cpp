@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 
+#include "platform/linux/argument_pointers.h"
 #include "platform/linux/file_descriptor.h"
 #include "platform/linux/messenger/spawn_surroundings.h"
 

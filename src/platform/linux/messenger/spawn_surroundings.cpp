@@ -35,14 +35,4 @@ void SpawnSurroundings::descriptor(int descriptor, int number) {
 
 void SpawnSurroundings::noneFrom(int number) { ::posix_spawn_file_actions_addclosefrom_np(&files_, number); }
 
-std::vector<char*> pointersTo(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (std::string& text : texts) {
-        pointers.push_back(text.data());
-    }
-    pointers.push_back(nullptr);
-    return pointers;
-}
-
 }  // namespace platform_linux::messenger

@@ -4,7 +4,6 @@
 #include <spawn.h>
 
 #include <string>
-#include <vector>
 
 namespace platform_linux::messenger {
 
@@ -30,8 +29,5 @@ private:
     posix_spawn_file_actions_t files_{};
     posix_spawnattr_t attributes_{};
 };
-
-// Ended by a null pointer. The texts must outlive it.
-std::vector<char*> pointersTo(std::vector<std::string>& texts);
 
 }  // namespace platform_linux::messenger

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <utility>
 
+#include "platform/linux/argument_pointers.h"
 #include "platform/linux/linux_error.h"
 #include "platform/linux/messenger/command_arguments.h"
 #include "platform/linux/messenger/spawn_surroundings.h"
