@@ -43,6 +43,7 @@ MessengerSettings readSettings(platform::SettingsStore& store) {
     settings.oldestOrder = within<std::int64_t>(valueOf(store, "Alter"), 0, eightDays, settings.oldestOrder);
     settings.lookEvery = std::chrono::milliseconds(
         within<int>(valueOf(store, "Abfrage"), leastPause, mostPause, static_cast<int>(settings.lookEvery.count())));
+    settings.trustsReports = valueOf(store, "Ereignisse") != "0";
     settings.program = valueOf(store, "Programm");
     return settings;
 }

@@ -8,8 +8,8 @@
 #include <climits>
 #include <optional>
 #include <utility>
-#include <variant>
 
+#include "messenger/messenger_settings.h"
 #include "platform/linux/c_string.h"
 #include "platform/linux/file_calls.h"
 #include "platform/linux/linux_error.h"
@@ -23,8 +23,6 @@ namespace platform_linux::messenger {
 
 namespace {
 
-using platform::SettingsRoot;
-
 // Without a separator at its end, but for the root.
 std::string absolute(const std::string& path) {
     std::string result = path;
@@ -35,11 +33,6 @@ std::string absolute(const std::string& path) {
     return result.substr(0, std::max<std::size_t>(result.find_last_not_of('/') + 1, 1));
 }
 
-bool wantsReports(platform::SettingsStore& settings) {
-    const auto value = settings.value(SettingsRoot::currentUser, R"(Software\Velmora\KRVWinPr\3.0\Bote)", "Ereignisse");
-    return value != platform::SettingsValue("0") && value != platform::SettingsValue(std::uint32_t{0});
-}
-
 }  // namespace
 
 std::unique_ptr<platform::OrderFolder> LinuxMessengerSystem::open(const std::string& path) {
@@ -47,7 +40,7 @@ std::unique_ptr<platform::OrderFolder> LinuxMessengerSystem::open(const std::str
     if (folder->watchError() != 0) {
         noteUnwatched(folder->watchError());
     }
-    if (isShared(folder->path()) || !wantsReports(*settings())) {
+    if (isShared(folder->path()) || !::messenger::readSettings(*settings()).trustsReports) {
         folder->distrustReports();
     }
     return folder;

@@ -4,6 +4,7 @@
 #include <exception>
 #include <utility>
 
+#include "messenger/messenger_settings.h"
 #include "platform/windows/files.h"
 #include "platform/windows/messenger/caller.h"
 #include "platform/windows/messenger/folder_watch.h"
@@ -22,11 +23,9 @@ namespace {
 
 using platform::MessengerEvent;
 
-WindowsOrderFolder::Watching userWantsWatching() {
-    const auto value = WindowsSettingsStore().value(platform::SettingsRoot::currentUser,
-                                                    R"(Software\Velmora\KRVWinPr\3.0\Bote)", "Ereignisse");
-    const auto* text = value ? std::get_if<std::string>(&*value) : nullptr;
-    return text != nullptr && *text == "0" ? WindowsOrderFolder::Watching::no : WindowsOrderFolder::Watching::yes;
+WindowsOrderFolder::Watching watchingWanted(platform::SettingsStore& settings) {
+    return ::messenger::readSettings(settings).trustsReports ? WindowsOrderFolder::Watching::yes
+                                                             : WindowsOrderFolder::Watching::no;
 }
 
 bool isAbout(const MessengerEvent& event, const platform::OrderFolder* folder) {
@@ -36,7 +35,7 @@ bool isAbout(const MessengerEvent& event, const platform::OrderFolder* folder) {
 }  // namespace
 
 std::unique_ptr<platform::OrderFolder> WindowsMessengerSystem::open(const std::string& path) {
-    return std::make_unique<WindowsOrderFolder>(path, port_, farFolders_, userWantsWatching());
+    return std::make_unique<WindowsOrderFolder>(path, port_, farFolders_, watchingWanted(*settings()));
 }
 
 std::vector<MessengerEvent> WindowsMessengerSystem::wait(std::chrono::milliseconds atMost) {
