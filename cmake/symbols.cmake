@@ -1,6 +1,5 @@
 # What the procedure traces of error reports are read with: the names of a file's own routines, in the file itself.
 find_program(KRV_PYTHON python3 REQUIRED)
-option(KRV_DEBUG_FILES "Strip program and modules, and keep what finds lines beside them in the folder debug" OFF)
 
 # krv_names_routines(target): links a program or module with a table of the names of its routines, "krvwinpr_symbols".
 function(krv_names_routines target)
@@ -9,6 +8,8 @@ function(krv_names_routines target)
     if(KRV_DEBUG_FILES)
         file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/debug)
         list(APPEND launcher ${CMAKE_BINARY_DIR}/debug/${target}.debug)
+        # Which libraries' parts are in the file (packaging/contents.py).
+        target_link_options(${target} PRIVATE -Wl,-Map=${CMAKE_BINARY_DIR}/debug/${target}.map)
     endif()
     list(APPEND launcher --)
     set_target_properties(${target} PROPERTIES
