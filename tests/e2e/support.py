@@ -16,7 +16,9 @@ from typing import NamedTuple
 
 PROGRAM = pathlib.Path(os.environ["KRVWINPR"]).resolve()
 SLOW = os.environ.get("KRVWINPR_SLOW") == "1"
-SAMPLES = pathlib.Path(__file__).resolve().parents[2] / "samples"
+PROJECT = pathlib.Path(__file__).resolve().parents[2]
+SAMPLES = PROJECT / "samples"
+VERSION = re.search(r"^project\(KRVWinPr VERSION (\S+)", (PROJECT / "CMakeLists.txt").read_text(), re.MULTILINE)[1]
 
 OK_TEXT = "Alles OK, Korvano kann weitermachen!\r\n".encode()
 PRINTER = "Korvano PDF"

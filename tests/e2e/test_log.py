@@ -4,7 +4,7 @@ import os
 import unittest
 
 from page_picture import RED, bmp
-from support import OK_TEXT, PRINTER_KEY, PROGRAM, JobTest
+from support import OK_TEXT, PRINTER_KEY, PROGRAM, VERSION, JobTest
 
 TEXT = "^TR2Eins ^FEfett^FA^XY\r\n^BC1.5,2,AB,12\\^GR3^GR\f^TR7Zwei"
 
@@ -17,7 +17,7 @@ BEGIN = """
 > Registrydaten gesetzt
 > RunPath: {folder}
 > EXEPath: {program}
-> EXEVersion: 3.0.0
+> EXEVersion: {version}
 > LOGPixelsX: 96
 > LOGPixelsY: 96
 > TwoPass: {two_pass}
@@ -139,9 +139,9 @@ class DebugLog(JobTest):
         """The lines of one start, an empty one above and below; each page is what differs from a plain one."""
         plain = dict(tray=NO_TRAY, background="", body="")
         parts = [BEGIN, *(PAGE.format(**plain | dict(page=number) | page) for number, page in enumerate(pages, 1)), END]
-        defaults = dict(level=0, two_pass="Nein", file="EINE.OUT", graphic="", printer="", wait="Falsch", graphics="",
-                        handshake="ausgegeben", folder=self.job.folder, program=f"{PROGRAM.parent}\\{PROGRAM.name}",
-                        key=PRINTER_KEY, waited="")
+        defaults = dict(version=VERSION, level=0, two_pass="Nein", file="EINE.OUT", graphic="", printer="", wait="Falsch",
+                        graphics="", handshake="ausgegeben", folder=self.job.folder,
+                        program=f"{PROGRAM.parent}\\{PROGRAM.name}", key=PRINTER_KEY, waited="")
         lines = [line for part in parts for line in part.strip("\n").format(**defaults | values).split("\n")]
         self.assertEqual(self.job.log(), ["", *lines, ""])
 

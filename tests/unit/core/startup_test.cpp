@@ -1,4 +1,5 @@
 #include "graphics/MGrafikdruck.h"
+#include "runtime/program.h"
 #include "startup/arguments/clsArguments.h"
 #include "unit/support/core_test.h"
 
@@ -32,10 +33,10 @@ TEST(Arguments, AreReadAndRemovedByPositionAndName) {
 
 TEST_F(StartUpTest, WithoutArgumentsTheUsageIsShown) {
     start("/DEBUG");
-    EXPECT_EQ(lastBox(),
-              "KRVWinPr V. 3.0.0 - Druckertreiber für Korvano\r\n\r\n"
-              "Parameter: KRVWinPr [/DRUCKERAUSWAHL| [/INVERT] [/PRINTGRAPHIC <Druckertreiber>] <Datei> "
-              "[<Grafikdatei>|KEINEGRAFIK] [<Druckertreiber>]] [/WAIT] [/TWOPASS]");
+    EXPECT_EQ(lastBox(), "KRVWinPr V. " + std::string(runtime::programVersion) +
+                             " - Druckertreiber für Korvano\r\n\r\n"
+                             "Parameter: KRVWinPr [/DRUCKERAUSWAHL| [/INVERT] [/PRINTGRAPHIC <Druckertreiber>] <Datei> "
+                             "[<Grafikdatei>|KEINEGRAFIK] [<Druckertreiber>]] [/WAIT] [/TWOPASS]");
     EXPECT_EQ(host.dialogs.boxes.at(0).title, "KRVWinPr");
     EXPECT_TRUE(host.logged("> keine Argumente"));
     EXPECT_FALSE(host.system.files.contains("KRVWINPR.OK"));
@@ -44,8 +45,9 @@ TEST_F(StartUpTest, WithoutArgumentsTheUsageIsShown) {
 TEST_F(StartUpTest, EveryStartRecordsTheProgramAndASilentOneTouchesNoFile) {
     start("fehlt.out");
     EXPECT_EQ(host.settings.keys.at("SOFTWARE\\VELMORA\\KRVWINPR\\3.0"),
-              (std::map<std::string, platform::SettingsValue>{
-                  {"RUNPATH", "C:\\KORVANO"}, {"EXEPATH", "C:\\Programme\\KRVWinPr"}, {"EXEVERSION", "3.0.0"}}));
+              (std::map<std::string, platform::SettingsValue>{{"RUNPATH", "C:\\KORVANO"},
+                                                              {"EXEPATH", "C:\\Programme\\KRVWinPr"},
+                                                              {"EXEVERSION", runtime::programVersion}}));
     EXPECT_TRUE(host.system.files.empty());
 }
 
