@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$0")"
 . scripts/packages.sh
 # shellcheck disable=SC2086
-need_packages $build_packages $test_packages $windows_packages
+need_packages $build_packages $test_packages $windows_packages $packaging_packages $handbook_packages
 
 presets="asan tsan fuzz windows32 windows linux"
 for preset in $presets; do

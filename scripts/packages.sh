@@ -9,6 +9,12 @@ clang-format clang-tidy zbar-tools zxing-cpp-tools libzint-dev imagemagick netpb
 # The Windows program is cross-built, and tested under Wine.
 windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-win32 googletest wine wine64 locales xauth"
 
+# What makes the packages of a release, and looks at them.
+packaging_packages="debhelper fakeroot lintian nsis"
+
+# What makes the handbook.
+handbook_packages="weasyprint python3-markdown poppler-utils xvfb xauth fonts-liberation"
+
 # What the programs of bench/ are built with.
 bench_packages="libzint-dev libxcb1-dev libxtst-dev libpoppler-cpp-dev"
 
