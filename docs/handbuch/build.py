@@ -79,7 +79,10 @@ def main():
         return
     wanted = set().union(*(chapter.windows() for chapter in made))
     windows = {} if options.without_windows else pictures_of_windows(wanted, options.program)
-    bodies = [chapter.to_html(number, windows) for number, chapter in enumerate(made, 1)]
+    bodies, number = [], 1
+    for chapter in made:
+        bodies.append(chapter.to_html(number, windows))
+        number += sum(heading.level == 1 for heading in chapter.headings)
     page = assemble(made, bodies, version(), source_date().strftime("%Y-%m-%d"), whole=not options.chapters)
     options.out.mkdir(parents=True, exist_ok=True)
     (options.out / "KRVWinPr-Handbuch.html").write_text(page, encoding="utf-8")

@@ -10,10 +10,11 @@ import markdown
 
 from blocks import Block, Mistake, split
 from examples import Workshop, arguments
-from sheet import png
+from sheet import CENTIMETRE, png
 
 EXTENSIONS = ["tables", "attr_list", "def_list", "sane_lists", "admonition"]
-MACRO = re.compile(r"(\^BC[^\\\n]*\\?|\^[A-Z0-9]{2}(?:(?<=\^[LTP][RL]).)?|[\u2400-\u241f])")
+MACRO = re.compile(r"\^BC[^\\\n]*\\?|\^(?:LR|TR|PL).?|\^[GA-Z][A-Z1-9]|\^[12][0257]")
+CONTROLS = {9: "TAB", 12: "FF", 13: "CR", 27: "ESC"}
 HEADING = re.compile(r'<h([1-4])(?: id="([^"]+)")?>(.*?)</h\1>')
 PICTURE = re.compile(r'(?:<p>)?<img alt="([^"]*)" src="([^"]+)" ?/?>(?:</p>)?')
 
@@ -53,30 +54,36 @@ class Chapter:
             self.shown.append(show(block, workshop, shown))
 
     def to_html(self, number: int, windows: dict[str, bytes]) -> str:
+        """number: of its first heading."""
         page = markdown.markdown("\n".join(self.lines), extensions=EXTENSIONS)
         page = PICTURE.sub(lambda found: self.picture(found[1], found[2], windows), page)
         page = self.numbered(page, number)
-        return re.sub(r"(?:<p>)?@@(\d+)@@(?:</p>)?", lambda found: self.shown[int(found[1])], page)
+        page = re.sub(r"(?:<p>)?@@(\d+)@@(?:</p>)?", lambda found: self.shown[int(found[1])], page)
+        return re.sub("[\u2400-\u241f]", lambda found: control(ord(found[0]) - 0x2400), page)
 
     def picture(self, text, source, windows) -> str:
         if source.startswith("bild:"):
             name = source.removeprefix("bild:")
             if name not in windows:
                 return f'<p class="fehlt">[Bild: {text}]</p>'
-            return figure(windows[name], text, "fenster", half=True)
+            # These have two pixels for one.
+            return figure(windows[name], text, "fenster", f"{int.from_bytes(windows[name][16:20], 'big') / 2:g}px")
         raise Mistake(self.path.name, 1, f"Das Bild {source} beginnt nicht mit »bild:«.")
 
     def numbered(self, page, number) -> str:
-        counts = [number, 0]
+        counts = [number - 1, 0]
 
         def count(found) -> str:
             level, anchor, title = int(found[1]), found[2], found[3]
+            if level > 2 and not anchor:
+                return f"<h{level + 1}>{title}</h{level + 1}>"
             if level > 2:
-                return f"<h{level + 1}{f' id={chr(34)}{anchor}{chr(34)}' if anchor else ''}>{title}</h{level + 1}>"
+                self.headings.append(Heading(level, anchor, title, ""))
+                return f'<h{level + 1} id="{anchor}">{title}</h{level + 1}>'
             if not anchor:
                 raise Mistake(self.path.name, 1, f"Die Überschrift »{title}« hat keinen Anker {{#name}}.")
-            if level == 2:
-                counts[1] += 1
+            counts[level - 1] += 1
+            counts[level:] = [0] * (2 - level)
             shown = ".".join(map(str, counts[:level]))
             self.headings.append(Heading(level, anchor, title, shown))
             return (f'<h{level + 1} id="{anchor}"><a class="nummer" href="#{anchor}">{shown}</a> {title}</h{level + 1}>')
@@ -102,6 +109,10 @@ def show(block: Block, workshop: Workshop, pictured: bool) -> str:
     return "" if "verborgen" in block.options else code(block)
 
 
+def control(code) -> str:
+    return f'<kbd>{CONTROLS.get(code, code)}</kbd>'
+
+
 def code(block: Block, text=None, title=None) -> str:
     title = block.name if title is None else title
     caption = f'<figcaption>{html.escape(title, quote=False)}</figcaption>' if title else ""
@@ -115,20 +126,17 @@ def print_file(block: Block, sheet) -> str:
     shown = "" if "verborgen" in block.options else code(block, text, " ".join([block.name, *extra]))
     if sheet is None or not block.options.keys() & {"bild", "ausschnitt"}:
         return shown
-    if block.options.get("bild") == "seite":
-        picture, width = sheet.whole(), float(block.options.get("breite", 8))
-    elif "ausschnitt" in block.options:
-        picture = sheet.part(*(float(edge) for edge in block.options["ausschnitt"].split(",")))
-        width = float(block.options.get("breite", picture.width / 200 * 2.54))
+    whole = block.options.get("bild") == "seite"
+    if whole:
+        picture, width = sheet.whole(), "7"
     else:
-        picture = sheet.printed()
-        width = float(block.options.get("breite", picture.width / 200 * 2.54))
+        picture = sheet.part(*map(float, block.options["ausschnitt"].split(","))) if "ausschnitt" in block.options else sheet.printed()
+        width = f"{picture.width / CENTIMETRE:.2f}"
     text = f"So wird {html.escape(block.name)} gedruckt" + (f" (Seite {sheet.number})" if sheet.number > 1 else "")
-    return shown + figure(png(picture), text, "blatt", width=f"{width:.2f}cm")
+    picture = figure(png(picture), text, "blatt", block.options.get("breite", width) + "cm")
+    return f'<div class="beispiel{" daneben" if whole else ""}">{shown}{picture}</div>'
 
 
-def figure(picture: bytes, text, kind, width="", half=False) -> str:
-    if half:  # pictures of windows have two pixels for one
-        width = f"{int.from_bytes(picture[16:20], 'big') // 2}px"
+def figure(picture: bytes, text, kind, width) -> str:
     return (f'<figure class="{kind}"><img alt="{text}" style="width:{width}" '
             f'src="data:image/png;base64,{b64encode(picture).decode()}"></figure>')

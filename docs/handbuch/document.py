@@ -22,7 +22,7 @@ def contents(chapters: list[Chapter]) -> str:
         if part_of(chapter) != part:
             part = part_of(chapter)
             lines.append(f'<li class="teil">{part}</li>')
-        for heading in chapter.headings:
+        for heading in (heading for heading in chapter.headings if heading.level <= 2):
             lines.append(f'<li class="stufe{heading.level}"><a href="#{heading.anchor}">'
                          f'<span>{heading.number}</span> {re.sub("<.*?>", "", heading.title)}</a></li>')
     return "<ul>" + "\n".join(lines) + "</ul>"

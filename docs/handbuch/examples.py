@@ -92,9 +92,7 @@ class Workshop:
 
     def command(self, block: Block):
         folder = self.folder(block)
-        self.output = ""
-        for line in block.text.splitlines():
-            self.output += self.run(block, ["sh", "-c", line])
+        self.output = self.run(block, ["sh", "-ec", block.text])
         if "meldung" in block.options or not self.output_follows:
             self.compare_messages(block, self.output)
         for name in filter(None, block.options.get("ergibt", "").split(",")):
