@@ -26,7 +26,9 @@ from examples import Workshop
 
 def source_date() -> datetime.datetime:
     seconds = os.environ.get("SOURCE_DATE_EPOCH") or subprocess.run(
-        ["git", "log", "-1", "--format=%ct"], cwd=TOP, stdout=subprocess.PIPE, check=True, text=True).stdout
+        ["git", "log", "-1", "--format=%ct"], cwd=TOP, stdout=subprocess.PIPE, text=True).stdout
+    if not seconds:
+        sys.exit("SOURCE_DATE_EPOCH is not set, and there is no commit to take the date from.")
     return datetime.datetime.fromtimestamp(int(seconds), datetime.timezone.utc)
 
 
