@@ -13,7 +13,8 @@ windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-win32 googletest
 packaging_packages="debhelper fakeroot lintian nsis"
 
 # What makes the handbook.
-handbook_packages="weasyprint python3-markdown python3-pil poppler-utils xvfb xauth fonts-liberation fonts-lato fonts-dejavu-core"
+handbook_packages="weasyprint python3-markdown python3-pil poppler-utils xvfb xauth fonts-liberation fonts-lato fonts-dejavu-core
+cups-daemon cups-client cups-filters xdotool imagemagick faketime"
 
 # What the programs of bench/ are built with.
 bench_packages="libzint-dev libxcb1-dev libxtst-dev libpoppler-cpp-dev"
