@@ -6,6 +6,7 @@
 #include "graphics/picture_cache.h"
 #include "printer/Printer.h"
 #include "printer/printer_choice.h"
+#include "printer/remarks.h"
 #include "runtime/numbers.h"
 #include "runtime/text.h"
 #include "runtime/utf8.h"
@@ -52,6 +53,7 @@ void PrintGraphic(session::Session& session, const std::string& sDateiname, cons
     printer->Print(" ");
     printer->Canvas().drawPicture(picture, 0, 0, size.width, size.height);
     printer->EndDoc();
+    printer::logRemarks(session, *printer);
 }
 
 }  // namespace graphics::MGrafikdruck

@@ -55,6 +55,9 @@ public:
     // with this path, "PATH.pdf". Returns the files; none where pages cannot be kept, and then nothing is left behind.
     virtual std::vector<std::string> saveRest(const std::string& /*path*/) { return {}; }
 
+    // What support should know of the pages handed over, in sentences for the log.
+    virtual std::vector<std::string> remarks() const { return {}; }
+
     // Drops what has not been handed over yet and leaves nothing half-written behind. Never throws.
     virtual void abort() noexcept = 0;
 };

@@ -5,6 +5,7 @@
 
 #include "preview/quiet_session.h"
 #include "printer/Printer.h"
+#include "printer/remarks.h"
 #include "report/page_cutter.h"
 #include "report/page_passing.h"
 #include "report/page_printer.h"
@@ -152,6 +153,7 @@ void PreviewPrint::Implementation::printPage() {
 void PreviewPrint::Implementation::handOver() {
     quiet.session().log.line(">   Druckende");
     printer->EndDoc();
+    printer::logRemarks(quiet.session(), *printer);
     next = Next::nothing;
 }
 

@@ -98,6 +98,7 @@ void Printer::attempt(Step step) {
 void Printer::drop() {
     pagesHandedOver_ = PagesHandedOver();
     perhapsHandedOver_ = PerhapsHandedOver();
+    remarks_ = Remarks();
     document_.reset();
     pageOpen_ = false;
     pagesEnded_ = 0;
@@ -170,6 +171,15 @@ void Printer::Release() {
 int Printer::PagesHandedOver() const { return pagesHandedOver_ + (document_ ? document_->pagesHandedOver() : 0); }
 
 bool Printer::PerhapsHandedOver() const { return perhapsHandedOver_ || (document_ && document_->perhapsHandedOver()); }
+
+std::vector<std::string> Printer::Remarks() const {
+    std::vector<std::string> all = remarks_;
+    if (document_) {
+        const std::vector<std::string> last = document_->remarks();
+        all.insert(all.end(), last.begin(), last.end());
+    }
+    return all;
+}
 
 std::vector<std::string> Printer::SaveRest(const std::string& path) {
     return document_ ? document_->saveRest(path) : std::vector<std::string>();

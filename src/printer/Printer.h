@@ -93,6 +93,9 @@ public:
     int PagesHandedOver() const;
     bool PerhapsHandedOver() const;
 
+    // What the documents say of themselves; see platform::PrintDocument::remarks().
+    std::vector<std::string> Remarks() const;
+
     // Keeps what could not be handed over; see platform::PrintDocument::saveRest().
     std::vector<std::string> SaveRest(const std::string& path);
 
@@ -110,9 +113,10 @@ private:
     OpenDocument openDocument_;
     Patience patience_;
     std::unique_ptr<platform::PrintDocument> document_;
-    bool refused_ = false;            // handing the document over failed
-    int pagesHandedOver_ = 0;         // of documents that are gone
-    bool perhapsHandedOver_ = false;  // likewise
+    bool refused_ = false;              // handing the document over failed
+    int pagesHandedOver_ = 0;           // of documents that are gone
+    bool perhapsHandedOver_ = false;    // likewise
+    std::vector<std::string> remarks_;  // likewise
     bool pageOpen_ = false;
     int pagesEnded_ = 0;
     double x_ = 0;

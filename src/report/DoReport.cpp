@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "printer/printer_choice.h"
+#include "printer/remarks.h"
 #include "report/completion.h"
 #include "report/job_failure.h"
 #include "report/kept_job.h"
@@ -219,6 +220,7 @@ void ReportJob::loadUnfinishedSettings() {
 void ReportJob::handOver() {
     log_.line(">   Druckende");
     printer_->EndDoc();
+    printer::logRemarks(session_, *printer_);
     printed_ = true;
     kept_.discard();
 }
@@ -252,6 +254,7 @@ void ReportJob::report(const Error& error) {
     attempt([this] {
         if (printer_) {
             printer_->Release();
+            printer::logRemarks(session_, *printer_);
         }
     });
     attempt([&] {

@@ -27,24 +27,28 @@ TEST(PdfDocument, HoldsManyPagesOfSeveralSizes) {
     auto turned = a4Page();
     std::swap(turned.widthPoints, turned.heightPoints);
     std::swap(turned.device.horzRes, turned.device.vertRes);
-    const TemporaryFile file;
-    Document document(pdf_support::settings(), file.descriptor());
-    document.setPage(a4Page());
-    for (int page = 1; page <= pages; ++page) {
-        document.beginPage();
-        document.surface().setFont(fontOf("Courier New", page % 2 == 0));
-        document.surface().drawText(0, 0, "Seite " + std::to_string(page), {}, TextRole::content);
-        document.setPage(page == 150 ? turned : a4Page());  // for the page after this one
-        EXPECT_EQ(document.surface().capabilities().horzRes, page == 151 ? 6816 : 4761);
-        document.endPage();
+    for (const bool archive : {false, true}) {
+        const TemporaryFile file;
+        auto settings = pdf_support::settings();
+        settings.archive = archive;
+        Document document(settings, file.descriptor());
+        document.setPage(a4Page());
+        for (int page = 1; page <= pages; ++page) {
+            document.beginPage();
+            document.surface().setFont(fontOf("Courier New", page % 2 == 0));
+            document.surface().drawText(0, 0, "Seite " + std::to_string(page), {}, TextRole::content);
+            document.setPage(page == 150 ? turned : a4Page());  // for the page after this one
+            EXPECT_EQ(document.surface().capabilities().horzRes, page == 151 ? 6816 : 4761);
+            document.endPage();
+        }
+        document.beginPage();  // left open, left out
+        document.finish();
+        EXPECT_NE(run("qpdf --check " + file.path()).find("No syntax or stream encoding errors"), std::string::npos);
+        EXPECT_EQ(run("qpdf --show-npages " + file.path()), "300\n");
+        EXPECT_EQ(run("pdfinfo -f 150 -l 152 " + file.path() + " | grep -o 'size: .*pts'"),
+                  "size:  595.276 x 841.89 pts\nsize:  841.89 x 595.276 pts\nsize:  595.276 x 841.89 pts\n");
+        EXPECT_EQ(run("pdftotext -f 299 " + file.path() + " -"), "Seite 299\n\n\fSeite 300\n\n\f");
     }
-    document.beginPage();  // left open, left out
-    document.finish();
-    EXPECT_NE(run("qpdf --check " + file.path()).find("No syntax or stream encoding errors"), std::string::npos);
-    EXPECT_EQ(run("qpdf --show-npages " + file.path()), "300\n");
-    EXPECT_EQ(run("pdfinfo -f 150 -l 152 " + file.path() + " | grep -o 'size: .*pts'"),
-              "size:  595.276 x 841.89 pts\nsize:  841.89 x 595.276 pts\nsize:  595.276 x 841.89 pts\n");
-    EXPECT_EQ(run("pdftotext -f 299 " + file.path() + " -"), "Seite 299\n\n\fSeite 300\n\n\f");
 }
 
 std::string lineOf(int page, int number) {
@@ -85,6 +89,7 @@ TEST(PdfDocument, IsTheSameWithAnyNumberOfWorkers) {
         const TemporaryFile file;
         auto settings = pdf_support::settings();
         settings.workers = workers;
+        settings.archive = true;
         Document document(settings, file.descriptor());
         drawBook(document, 250);
         EXPECT_EQ(document.pageCount(), 250);
@@ -128,6 +133,7 @@ TEST(PdfDocument, KeepsTheWidthOfCharactersThatTheFontLacks) {
     auto settings = pdf_support::settings();
     settings.codePage['X'] = 0x4E00;
     settings.codePage['Y'] = 0;
+    settings.archive = true;
     const TemporaryFile file;
     const auto draw = [](platform::Surface& surface) {
         EXPECT_EQ(surface.setFont(fontOf("Courier New")).charset, platform::charsetOem);  // one missing of many
@@ -137,7 +143,8 @@ TEST(PdfDocument, KeepsTheWidthOfCharactersThatTheFontLacks) {
     onePage(file.descriptor(), draw, a4Page(), settings);
     const std::string sheet = run("pdftoppm -r 50 -gray " + file.path());
     EXPECT_EQ(sheet.find_first_not_of('\xFF', sheet.find("255\n") + 4), std::string::npos);
-    EXPECT_NE(run("pdftotext " + file.path() + " -").find("\u4E00"), std::string::npos);
+    EXPECT_NE(run("pdftotext " + file.path() + " -").find("\u4E00\uFFFD"), std::string::npos);
+    EXPECT_EQ(run("grep -ac pdfaid:part " + file.path()), "1\n");
 
     std::fill_n(&settings.codePage[128], 32, 0x4E00);
     Document many(settings, file.descriptor());

@@ -14,6 +14,8 @@ DocumentFactory pdfDocuments(PdfOrigin origin, PdfFactory makePdf) {
         pdf::PdfSettings settings;
         settings.title = documentName(title);
         settings.producer = origin.producer;
+        settings.creator = origin.creator;
+        settings.archive = target->isArchive();
         settings.created = creationTime();
         settings.codePage = origin.codePage();
         return std::make_unique<PdfPrintDocument>(std::move(target), std::move(settings), makePdf);

@@ -22,6 +22,7 @@ using PdfFactory = std::function<std::unique_ptr<pdf::PdfDocument>(const pdf::Pd
 struct PdfOrigin {
     std::function<std::array<char32_t, 256>()> codePage;  // of the documents' texts, asked for when one is made
     std::string producer;                                 // the program as a PDF names it
+    std::string creator = "Korvano";                      // whose print files it prints
 };
 
 DocumentFactory pdfDocuments(PdfOrigin origin, PdfFactory makePdf);

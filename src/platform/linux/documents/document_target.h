@@ -42,6 +42,8 @@ public:
     virtual pdf::PdfPage page(const PageOptions& options) const = 0;
     // Whether a page needs a PDF of its own because of what was set for it and for the page before.
     virtual bool separates(const PageOptions& previous, const PageOptions& next) const = 0;
+    // Whether its PDFs are kept, not printed.
+    virtual bool isArchive() const { return false; }
     virtual std::unique_ptr<PdfOutput> open() = 0;
 };
 

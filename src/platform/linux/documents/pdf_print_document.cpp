@@ -127,6 +127,9 @@ void PdfPrintDocument::finishPdf() {
     } catch (const runtime::Error& error) {
         throw output_->failure(error);
     }
+    for (const std::string& flaw : pdf_->flaws()) {
+        remarks_.push_back("Die PDF-Datei ist kein PDF/A: " + flaw);
+    }
     finished_.push_back({std::move(output_), first_, pdf_->pageCount()});
 }
 

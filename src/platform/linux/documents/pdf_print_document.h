@@ -27,6 +27,7 @@ public:
     void end() override;
     int pagesHandedOver() const override { return pagesHandedOver_; }
     bool perhapsHandedOver() const override;
+    std::vector<std::string> remarks() const override { return remarks_; }
     std::vector<std::string> saveRest(const std::string& path) override;
     void abort() noexcept override;
 
@@ -55,6 +56,7 @@ private:
     ForwardingSurface surface_;
     platform::drawing::DocumentState state_;
     int pagesHandedOver_ = 0;
+    std::vector<std::string> remarks_;
 };
 
 }  // namespace platform_linux::documents

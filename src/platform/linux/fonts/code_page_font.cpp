@@ -24,12 +24,14 @@ platform::drawing::FontUnits unitsOf(const FontMeasures& measures) {
 
 CodePageFont::CodePageFont(FontFile file, const CodePage& codePage)
     : file_(std::move(file)), units_(unitsOf(file_.measures())) {
+    const unsigned blank = file_.glyph(U' ');
     int missing = 0;
     for (std::size_t byte = 0; byte < glyphs_.size(); ++byte) {
-        glyphs_[byte] = file_.glyph(codePage[byte]);
+        const unsigned glyph = file_.glyph(codePage[byte]);
+        glyphs_[byte] = glyph != 0 ? glyph : blank;
         units_.advance[byte] = std::max(0, file_.advance(glyphs_[byte]));
         const bool expected = byte >= firstPrintable && codePage[byte] != 0;
-        missing += expected && glyphs_[byte] == 0 ? 1 : 0;
+        missing += expected && glyph == 0 ? 1 : 0;
     }
     coversCodePage_ = missing <= missingAllowed;
 }

@@ -11,7 +11,7 @@ namespace platform_linux::fonts {
 // The character of each byte; 0 for none.
 using CodePage = std::array<char32_t, 256>;
 
-// The glyph that each byte shows; 0 for nothing.
+// The glyph that each byte shows; 0 for none, and nothing is shown.
 using ByteGlyphs = std::array<unsigned, 256>;
 
 class CodePageFont {
@@ -19,6 +19,7 @@ public:
     CodePageFont(FontFile file, const CodePage& codePage);
 
     const FontFile& file() const noexcept { return file_; }
+    // A byte without a glyph of its own has the blank's.
     const ByteGlyphs& glyphs() const noexcept { return glyphs_; }
     const platform::drawing::FontUnits& units() const noexcept { return units_; }
 

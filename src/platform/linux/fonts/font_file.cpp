@@ -114,6 +114,14 @@ void FontFile::outline(unsigned glyph, OutlinePen& pen) const {
 #endif
 }
 
+bool FontFile::mayBeEmbedded() const {
+    constexpr int permissions = 0x000E;
+    constexpr int restricted = 0x0002;  // where nothing more is permitted
+    constexpr int noPartsOrBitmapsOnly = 0x0300;
+    const int type = Table(face_.get(), tableTag("OS/2")).unsigned16(8);
+    return (type & permissions) != restricted && (type & noPartsOrBitmapsOnly) == 0;
+}
+
 std::string FontFile::postScriptName() const {
     std::array<char, 64> buffer{};
     auto size = static_cast<unsigned>(buffer.size());

@@ -51,6 +51,8 @@ public:
     unsigned glyph(char32_t character) const;
     int advance(unsigned glyph) const;
     void outline(unsigned glyph, OutlinePen& pen) const;
+    // Whether its maker allows parts of it in files that anybody may read, as "fsType" of the OpenType table OS/2 says.
+    bool mayBeEmbedded() const;
     // The font's PostScript name, letters, digits and hyphens only; "Font" where it has none.
     std::string postScriptName() const;
 

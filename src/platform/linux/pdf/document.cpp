@@ -1,6 +1,6 @@
 #include "platform/linux/pdf/document.h"
 
-#include "platform/linux/pdf/text_string.h"
+#include "platform/linux/pdf/output_intent.h"
 #include "runtime/crash_on_purpose.h"
 #include "runtime/error.h"
 
@@ -17,12 +17,11 @@ void require(bool condition) {
 }  // namespace
 
 Document::Document(const PdfSettings& settings, int fileDescriptor)
-    : title_(settings.title),
-      producer_(settings.producer),
-      created_(settings.created),
+    : archive_(settings.archive),
+      information_(settings),
       output_(fileDescriptor),
-      writer_(output_),
-      pages_(writer_),
+      writer_(output_, archive_ ? FileLayout::packed : FileLayout::plain),
+      pages_(writer_, archive_ ? ResourcesOf::page : ResourcesOf::tree),
       fonts_(settings.codePage),
       surface_(fonts_, pictures_),
       queue_(settings.workers, [this](std::string_view content, const PageSize& size) { writePage(content, size); }) {}
@@ -63,16 +62,27 @@ void Document::finish() {
     require(!finished_);
     finished_ = true;
     queue_.drain();
-    pages_.finish(writeResources());
-    const int catalog = writer_.allocate();
+    writeResources();
+    pages_.finish();
     std::string text = "<</Type/Catalog/Pages ";
     appendReference(text, pages_.root());
+    if (archive_) {
+        appendArchiveEntries(text);
+    }
     // The page is drawn to the printer's pixel already: a viewer that scaled it to its margins would spoil that.
-    text += "/ViewerPreferences<</PrintScaling/None>>>>";
+    text.append("/ViewerPreferences<</PrintScaling/None").append(archive_ ? "/DisplayDocTitle true>>>>" : ">>>>");
+    const int catalog = writer_.allocate();
     writer_.object(catalog, text);
-    const int information = writer_.allocate();
-    writeInformation(information);
-    writer_.finish(catalog, information);
+    const int information = information_.write(writer_);
+    writer_.finish(catalog, information, archive_ ? information_.identifier(writer_) : std::string());
+}
+
+// What makes a document PDF/A-2u besides what every document has. One whose fonts do not allow it lacks the mark only.
+void Document::appendArchiveEntries(std::string& catalog) {
+    flaws_ = fonts_.flaws();
+    catalog += "/Metadata ";
+    appendReference(catalog, information_.writeMetadata(writer_, flaws_.empty()));
+    appendOutputIntent(writer_, catalog);
 }
 
 void Document::writePage(std::string_view compressed, const PageSize& size) {
@@ -81,26 +91,12 @@ void Document::writePage(std::string_view compressed, const PageSize& size) {
     pages_.addPage(size.widthPoints, size.heightPoints, content);
 }
 
-int Document::writeResources() {
-    const int number = writer_.allocate();
+void Document::writeResources() {
     std::string text = "<<";
     fonts_.write(writer_, text);
     pictures_.appendResources(text);
     text += ">>";
-    writer_.object(number, text);
-    return number;
-}
-
-void Document::writeInformation(int number) {
-    std::string text = "<<";
-    if (!title_.empty()) {
-        text += "/Title" + textString(title_);
-    }
-    if (!producer_.empty()) {
-        text += "/Producer" + textString(producer_);
-    }
-    text += "/CreationDate" + dateString(created_) + ">>";
-    writer_.object(number, text);
+    writer_.object(pages_.resources(), text);
 }
 
 }  // namespace platform_linux::pdf

@@ -4,7 +4,10 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
+#include "platform/linux/pdf/document_information.h"
 #include "platform/linux/pdf/file_output.h"
 #include "platform/linux/pdf/font_collection.h"
 #include "platform/linux/pdf/object_writer.h"
@@ -31,15 +34,15 @@ public:
     void endPage() override;
     int pageCount() const override { return pageCount_; }
     void finish() override;
+    std::vector<std::string> flaws() const override { return flaws_; }
 
 private:
     void writePage(std::string_view compressed, const PageSize& size);
-    int writeResources();
-    void writeInformation(int number);
+    void writeResources();
+    void appendArchiveEntries(std::string& catalog);
 
-    std::string title_;
-    std::string producer_;
-    std::time_t created_;
+    bool archive_;
+    DocumentInformation information_;
     FileOutput output_;
     ObjectWriter writer_;
     PageTree pages_;
@@ -48,6 +51,7 @@ private:
     PageSurface surface_;
     PageQueue queue_;
     std::optional<PdfPage> nextPage_;
+    std::vector<std::string> flaws_;
     int pageCount_ = 0;
     bool pageSet_ = false;
     bool pageOpen_ = false;

@@ -4,8 +4,10 @@
 #include <cmath>
 #include <cstdint>
 
+#include "platform/linux/pdf/fingerprint.h"
 #include "platform/linux/pdf/number_text.h"
 #include "platform/linux/pdf/text_string.h"
+#include "runtime/utf8.h"
 
 namespace platform_linux::pdf {
 
@@ -37,6 +39,20 @@ FontSize EmbeddedFont::atSize(int em, platform::drawing::TextScale scale,
         size.even = size.even && std::abs(size.spacing[byte] - size.spacing[0]) < 1e-9;
     }
     return size;
+}
+
+std::string EmbeddedFont::flaw() const {
+    if (!font_.file().mayBeEmbedded()) {
+        return "Der Zeichensatz „" + font_.file().postScriptName() +
+               "“ darf nach seinem Hersteller nicht in Dateien eingebettet werden.";
+    }
+    for (std::size_t byte = 0; byte < used_.size(); ++byte) {
+        if (used_[byte] && font_.glyphs()[byte] == 0) {
+            return "Dem Zeichensatz „" + font_.file().postScriptName() + "“ fehlt das Zeichen " + std::to_string(byte) +
+                   " und das Leerzeichen, das dafür stehen könnte.";
+        }
+    }
+    return {};
 }
 
 void EmbeddedFont::use(std::string_view bytes) {
@@ -72,12 +88,13 @@ int EmbeddedFont::write(ObjectWriter& writer) const {
     return number;
 }
 
-// A tag that differs where the subset differs, as ISO 32000-1, 9.6.4 wants it: the 64-bit FNV-1a hash of what is used.
+// A tag that differs where the subset differs, as ISO 32000-1, 9.6.4 wants it.
 std::string EmbeddedFont::baseName() const {
-    std::uint64_t hash = 0xCBF29CE484222325U;
+    Fingerprint fingerprint;
     for (std::size_t byte = 0; byte < used_.size(); ++byte) {
-        hash = (hash ^ (used_[byte] ? codePage_[byte] + 1U : 0U)) * 0x100000001B3U;
+        fingerprint.add(used_[byte] ? codePage_[byte] + 1U : 0U);
     }
+    std::uint64_t hash = fingerprint.value();
     std::string name;
     for (int letter = 0; letter < 6; ++letter, hash /= 26) {
         name += static_cast<char>('A' + hash % 26);
@@ -130,7 +147,7 @@ int EmbeddedFont::writeDescriptor(ObjectWriter& writer) const {
 int EmbeddedFont::writeUnicodeMap(ObjectWriter& writer) const {
     std::vector<std::size_t> bytes;
     for (std::size_t byte = 0; byte < used_.size(); ++byte) {
-        if (used_[byte] && codePage_[byte] != 0) {
+        if (used_[byte]) {
             bytes.push_back(byte);
         }
     }
@@ -149,7 +166,7 @@ int EmbeddedFont::writeUnicodeMap(ObjectWriter& writer) const {
             appendHexByte(map, static_cast<unsigned>(bytes[index]));
             map += '>';
             map += '<';
-            appendUtf16Hex(map, codePage_[bytes[index]]);
+            appendUtf16Hex(map, characterOf(bytes[index]));
             map += ">\n";
         }
         map += "endbfchar\n";
@@ -158,6 +175,12 @@ int EmbeddedFont::writeUnicodeMap(ObjectWriter& writer) const {
     const int number = writer.allocate();
     writer.stream(number, {}, map);
     return number;
+}
+
+// What a reader gets for a byte, also where the code page has no character: 0 is a blank, as on the screen of DOS.
+char32_t EmbeddedFont::characterOf(std::size_t byte) const {
+    const char32_t character = codePage_[byte];
+    return character != 0 ? character : byte == 0 ? U' ' : runtime::replacementCharacter;
 }
 
 int EmbeddedFont::perMille(double units) const {

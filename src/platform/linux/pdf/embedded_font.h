@@ -27,6 +27,9 @@ public:
     void use(std::string_view bytes);
     bool used() const noexcept { return anyUsed_; }
 
+    // Why a document for the archive may not show what was used; empty where it may.
+    std::string flaw() const;
+
     // Writes the font as far as it was used; returns the number of its object.
     int write(ObjectWriter& writer) const;
 
@@ -35,6 +38,7 @@ private:
     int writeProgram(ObjectWriter& writer) const;
     int writeDescriptor(ObjectWriter& writer) const;
     int writeUnicodeMap(ObjectWriter& writer) const;
+    char32_t characterOf(std::size_t byte) const;
     int perMille(double units) const;
 
     const fonts::CodePageFont& font_;

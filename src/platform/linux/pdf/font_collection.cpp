@@ -1,5 +1,7 @@
 #include "platform/linux/pdf/font_collection.h"
 
+#include <utility>
+
 #include "platform/linux/files.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/memory_room.h"
@@ -50,6 +52,16 @@ void FontCollection::write(ObjectWriter& writer, std::string& resources) const {
         }
     }
     resources += ">>";
+}
+
+std::vector<std::string> FontCollection::flaws() const {
+    std::vector<std::string> flaws;
+    for (const EmbeddedFont& font : fonts_) {
+        if (std::string flaw = font.used() ? font.flaw() : std::string(); !flaw.empty()) {
+            flaws.push_back(std::move(flaw));
+        }
+    }
+    return flaws;
 }
 
 }  // namespace platform_linux::pdf

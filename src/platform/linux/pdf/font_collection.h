@@ -3,6 +3,7 @@
 
 #include <deque>
 #include <string>
+#include <vector>
 
 #include "platform/linux/fonts/font_catalog.h"
 #include "platform/linux/pdf/embedded_font.h"
@@ -23,6 +24,9 @@ public:
 
     // Writes the fonts used and appends the entry of the resource dictionary.
     void write(ObjectWriter& writer, std::string& resources) const;
+
+    // Of the fonts used, what each has.
+    std::vector<std::string> flaws() const;
 
 private:
     fonts::FontCatalog catalog_;

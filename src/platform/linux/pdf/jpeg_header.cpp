@@ -24,7 +24,7 @@ std::optional<JpegHeader> readFrame(const JpegSegment& segment, const Markers& m
     if (segment.marker > pictures::SOF2 || !frame || frame->precision != 8) {
         return std::nullopt;
     }
-    if (frame->components != 1 && frame->components != 3 && frame->components != 4) {
+    if (frame->components != 1 && frame->components != 3) {
         return std::nullopt;
     }
     if (segment.content.size() < frameFields + frame->components * componentFields) {
@@ -41,7 +41,6 @@ std::optional<JpegHeader> readFrame(const JpegSegment& segment, const Markers& m
     header.height = static_cast<int>(frame->height);
     header.width = static_cast<int>(frame->width);
     header.components = static_cast<int>(frame->components);
-    header.inverted = frame->components == 4 && markers.adobe;
     return header;
 }
 

@@ -11,11 +11,16 @@
 
 namespace platform_linux::pdf {
 
+enum class FileLayout {
+    plain,   // each object by itself and a table of them, which the oldest readers know, those in printers too
+    packed,  // objects without a stream in streams of many (7.5.7), and the table a stream, too (7.5.8)
+};
+
 // Objects may be numbered long before they are written, and written in any order. Throws what FileOutput throws.
 class ObjectWriter {
 public:
     // Writes the header.
-    explicit ObjectWriter(FileOutput& output);
+    ObjectWriter(FileOutput& output, FileLayout layout);
 
     // A number for an object to be written later.
     int allocate();
@@ -28,17 +33,40 @@ public:
     // A stream as it is; of the entries only the length is missing.
     void storedStream(int number, std::string_view entries, std::string_view content);
 
-    // Cross-reference table and trailer, through to the descriptor. Numbers never written count as free.
-    void finish(int catalog, int info);
+    // Tells documents apart: over all that streams hold so far, in the packed layout.
+    std::uint32_t checksum() const noexcept { return checksum_; }
+    // Bytes written so far.
+    std::uint64_t position() const noexcept { return output_.position(); }
+
+    // Cross-reference table and trailer, through to the descriptor. Numbers never written count as free. The
+    // identifier is in hexadecimal digits; empty for none.
+    void finish(int catalog, int info, std::string_view identifier);
 
 private:
+    // Where an object is: at a byte of the file, or in the stream of that number.
+    struct Place {
+        std::uint64_t at = 0;  // 0 while it is not written
+        int index = -1;        // in the stream
+    };
+
+    Place& placeOf(int number) { return places_.at(static_cast<std::size_t>(number) - 1); }
     void begin(int number);
+    void pack(int number, std::string_view body);
+    void writePacked();
+    void writeTable(std::string_view trailer);
+    void writeTableStream(int number, std::string_view trailer);
 
     FileOutput& output_;
+    FileLayout layout_;
     Deflater deflater_;
-    std::string line_;                    // reused
-    std::string entries_;                 // reused
-    std::vector<std::uint64_t> offsets_;  // of object n at n - 1; 0 while it is not written
+    std::string line_;           // reused
+    std::string entries_;        // reused
+    std::vector<Place> places_;  // of object n at n - 1
+    std::uint32_t checksum_ = 0;
+    int packedIn_ = 0;  // the stream being gathered
+    int packedCount_ = 0;
+    std::string packedNumbers_;  // and where each begins
+    std::string packedObjects_;
 };
 
 // "12 0 R"

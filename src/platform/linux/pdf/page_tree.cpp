@@ -22,7 +22,12 @@ void appendKids(std::string& text, const std::vector<int>& kids) {
 
 }  // namespace
 
-PageTree::PageTree(ObjectWriter& writer) : writer_(writer), root_(writer.allocate()) {}
+PageTree::PageTree(ObjectWriter& writer, ResourcesOf owner)
+    : writer_(writer), root_(writer.allocate()), resources_(writer.allocate()) {
+    std::string& entry = owner == ResourcesOf::page ? pageResources_ : treeResources_;
+    entry = "/Resources ";
+    appendReference(entry, resources_);
+}
 
 void PageTree::addPage(double widthPoints, double heightPoints, int content) {
     pageBox_ = "/MediaBox[0 0 ";
@@ -41,6 +46,7 @@ void PageTree::addPage(double widthPoints, double heightPoints, int content) {
     if (pageBox_ != mediaBox_) {
         text_ += pageBox_;
     }
+    text_ += pageResources_;
     text_ += "/Contents ";
     appendReference(text_, content);
     text_ += ">>";
@@ -63,14 +69,13 @@ void PageTree::writeBranch() {
     leaves_.clear();
 }
 
-void PageTree::finish(int resources) {
+void PageTree::finish() {
     if (!leaves_.empty()) {
         writeBranch();
     }
     text_ = "<</Type/Pages/Count ";
     appendInteger(text_, pageCount_);
-    text_ += mediaBox_ + "/Resources ";
-    appendReference(text_, resources);
+    text_ += mediaBox_ + treeResources_;
     appendKids(text_, branches_);
     text_ += ">>";
     writer_.object(root_, text_);

@@ -8,23 +8,32 @@
 
 namespace platform_linux::pdf {
 
+// Whose the resources are that all pages have: the tree's, or each page's own, as archives want it (ISO
+// 19005-2, 6.2.2).
+enum class ResourcesOf { tree, page };
+
 class PageTree {
 public:
-    explicit PageTree(ObjectWriter& writer);
+    PageTree(ObjectWriter& writer, ResourcesOf owner);
 
     int root() const noexcept { return root_; }
+    // The number of the resources, for whoever writes them.
+    int resources() const noexcept { return resources_; }
 
     // Writes a page object. Most pages of a document share one size: it is written once, at the root.
     void addPage(double widthPoints, double heightPoints, int content);
 
-    // Writes what is left of the tree; every page has these resources.
-    void finish(int resources);
+    // Writes what is left of the tree.
+    void finish();
 
 private:
     void writeBranch();
 
     ObjectWriter& writer_;
     int root_;
+    int resources_;
+    std::string treeResources_;  // the entry, of the root or of each page
+    std::string pageResources_;
     int pageCount_ = 0;
     std::string mediaBox_;       // of the first page
     std::string text_;           // reused

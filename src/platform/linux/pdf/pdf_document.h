@@ -5,6 +5,7 @@
 #include <ctime>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/surface.h"
 
@@ -14,6 +15,10 @@ struct PdfSettings {
     std::string title;     // UTF-8
     std::string producer;  // UTF-8
     std::time_t created = 0;
+    // A document to be kept, not printed: PDF/A-2u (ISO 19005-2) where its fonts allow it. Otherwise a PDF as lean as
+    // can be, for a printer.
+    bool archive = false;
+    std::string creator;  // UTF-8: who made what is shown; of documents for the archive
     // The Unicode character of each byte of the DOS code page, control codes as their glyphs; 0 for none.
     std::array<char32_t, 256> codePage{};
     // Threads that may compress pages beside the caller's; the document is the same with any number. Negative: as many
@@ -44,6 +49,8 @@ public:
     virtual int pageCount() const = 0;
     // Writes fonts, page tree and trailer of the pages ended. The descriptor stays open and belongs to the caller.
     virtual void finish() = 0;
+    // Why a document for the archive does not bear the mark of one, in sentences for the log; after finish().
+    virtual std::vector<std::string> flaws() const { return {}; }
 };
 
 // The module's entry function.

@@ -107,10 +107,7 @@ std::optional<JpegHeader> usableJpeg(const Picture& picture) {
 
 void writeJpeg(ObjectWriter& writer, int number, const Picture& picture, const JpegHeader& header) {
     std::string entries = startOfEntries(picture, 8) + "/ColorSpace/Device";
-    entries += header.components == 1 ? "Gray" : header.components == 3 ? "RGB" : "CMYK";
-    if (header.inverted) {
-        entries += "/Decode[1 0 1 0 1 0 1 0]";
-    }
+    entries += header.components == 1 ? "Gray" : "RGB";
     writer.storedStream(number, entries + "/Filter/DCTDecode", picture.jpeg);
 }
 

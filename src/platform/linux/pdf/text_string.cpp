@@ -27,6 +27,24 @@ void appendPadded(std::string& text, std::int64_t value, std::size_t width) {
     text.append(width - std::min(width, digits.size()), '0').append(digits);
 }
 
+// In UTC, with what stands between the parts of the date, before the time, and between its parts.
+std::string dateAndTime(std::time_t moment, std::string_view inDate, std::string_view between,
+                        std::string_view inTime) {
+    using namespace std::chrono;
+    const sys_seconds time{seconds{moment}};
+    const auto day = floor<days>(time);
+    const year_month_day date{day};
+    const hh_mm_ss clock{time - day};
+    std::string text;
+    appendPadded(text, static_cast<int>(date.year()), 4);
+    appendPadded(text += inDate, static_cast<unsigned>(date.month()), 2);
+    appendPadded(text += inDate, static_cast<unsigned>(date.day()), 2);
+    appendPadded(text += between, clock.hours().count(), 2);
+    appendPadded(text += inTime, clock.minutes().count(), 2);
+    appendPadded(text += inTime, clock.seconds().count(), 2);
+    return text += 'Z';
+}
+
 }  // namespace
 
 void appendHexByte(std::string& text, unsigned byte) {
@@ -67,20 +85,8 @@ std::string textString(std::string_view utf8) {
     return text += '>';
 }
 
-std::string dateString(std::time_t moment) {
-    using namespace std::chrono;
-    const sys_seconds time{seconds{moment}};
-    const auto day = floor<days>(time);
-    const year_month_day date{day};
-    const hh_mm_ss clock{time - day};
-    std::string text = "(D:";
-    appendPadded(text, static_cast<int>(date.year()), 4);
-    appendPadded(text, static_cast<unsigned>(date.month()), 2);
-    appendPadded(text, static_cast<unsigned>(date.day()), 2);
-    appendPadded(text, clock.hours().count(), 2);
-    appendPadded(text, clock.minutes().count(), 2);
-    appendPadded(text, clock.seconds().count(), 2);
-    return text += "Z)";
-}
+std::string dateString(std::time_t moment) { return "(D:" + dateAndTime(moment, {}, {}, {}) + ")"; }
+
+std::string dateOfXml(std::time_t moment) { return dateAndTime(moment, "-", "T", ":"); }
 
 }  // namespace platform_linux::pdf

@@ -22,4 +22,7 @@ std::string textString(std::string_view utf8);
 // A moment as a date object, in UTC.
 std::string dateString(std::time_t moment);
 
+// The same as XML has it: "2026-11-21T13:45:07Z" (ISO 8601).
+std::string dateOfXml(std::time_t moment);
+
 }  // namespace platform_linux::pdf

@@ -24,6 +24,7 @@ public:
     bool accepts(platform::PageOption option, int value) override;
     pdf::PdfPage page(const documents::PageOptions& options) const override;
     bool separates(const documents::PageOptions& previous, const documents::PageOptions& next) const override;
+    bool isArchive() const override { return true; }
     std::unique_ptr<documents::PdfOutput> open() override { return makeOutput_(); }
 
 private:
