@@ -58,7 +58,9 @@ int main(int count, char** arguments) {
 
     const auto start = Clock::now();
     {
-        platform_linux::pdf::Document document(pdf_support::settings(), file);
+        auto settings = pdf_support::settings();
+        settings.archive = true;
+        platform_linux::pdf::Document document(settings, file);
         document.setPage(pdf_support::a4Page());
         platform::FontRequest font;
         font.name = "Courier New";

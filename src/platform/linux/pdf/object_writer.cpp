@@ -11,6 +11,9 @@ namespace {
 // Enough for a good compression, few enough for a reader that wants one of them.
 constexpr int mostPacked = 128;
 
+// Bytes of the table; with fewer, compressing takes a hundredth of a short document's time and saves next to nothing.
+constexpr std::size_t leastCompressed = 512;
+
 void appendBytes(std::string& text, std::uint64_t value, int count) {
     while (count-- > 0) {
         text += static_cast<char>((value >> (8 * count)) & 0xFF);
@@ -173,7 +176,12 @@ void ObjectWriter::writeTableStream(int number, std::string_view trailer) {
     }
     std::string entries = "/Type/XRef/W[1 ";
     appendInteger(entries, width);
-    stream(number, entries.append(" 2]").append(trailer), rows);
+    entries.append(" 2]").append(trailer);
+    if (rows.size() < leastCompressed) {
+        storedStream(number, entries, rows);
+    } else {
+        stream(number, entries, rows);
+    }
 }
 
 void appendReference(std::string& text, int number) {
