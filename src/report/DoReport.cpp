@@ -220,9 +220,9 @@ void ReportJob::loadUnfinishedSettings() {
 void ReportJob::handOver() {
     log_.line(">   Druckende");
     printer_->EndDoc();
-    printer::logRemarks(session_, *printer_);
     printed_ = true;
     kept_.discard();
+    printer::logRemarks(session_, *printer_);
 }
 
 void ReportJob::lateHandshake() {

@@ -119,7 +119,7 @@ class NoArchive(ArchiveTest):
                 self.assertEqual(told, [])
                 self.assert_archive(path)
                 continue
-            self.assertRegex("".join(told), "^>   .*kein PDF/A: .*LiberationMono.* nicht in Dateien eingebettet")
+            self.assertRegex("".join(told), "^>   .*kein PDF/A: .*LiberationMono.* nicht, ihn in Dateien einzubetten")
             self.assertEqual(set(findings(path.read_bytes())), {"6.6.4"})
             self.assertEqual(self.job.lines("A.pdf"), [["Hallo"]])
 

@@ -43,8 +43,8 @@ FontSize EmbeddedFont::atSize(int em, platform::drawing::TextScale scale,
 
 std::string EmbeddedFont::flaw() const {
     if (!font_.file().mayBeEmbedded()) {
-        return "Der Zeichensatz „" + font_.file().postScriptName() +
-               "“ darf nach seinem Hersteller nicht in Dateien eingebettet werden.";
+        return "Der Hersteller des Zeichensatzes „" + font_.file().postScriptName() +
+               "“ erlaubt nicht, ihn in Dateien einzubetten; bitte einen freien installieren, etwa Liberation.";
     }
     for (std::size_t byte = 0; byte < used_.size(); ++byte) {
         if (used_[byte] && font_.glyphs()[byte] == 0) {
