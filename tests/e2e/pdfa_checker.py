@@ -1,3 +1,4 @@
+#!/usr/bin/env python3
 """Whether a PDF file is PDF/A-2u: the clauses of ISO 19005-2:2011 as far as they concern what our files hold, one function
 for each. What a clause allows and our files never have (annotations, forms, transparency ...) is a finding, too.
 
