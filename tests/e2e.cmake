@@ -42,6 +42,13 @@ add_custom_command(OUTPUT ${host} DEPENDS ${source} VERBATIM
     COMMAND ${KRV_NASM} -f bin -w+all -w+error -o ${host} ${source})
 add_custom_target(krv-dos-host ALL DEPENDS ${host})
 
+# The handbook's examples are those of the other tests in one way or another, so the sanitizers would find nothing new.
+if(NOT KRV_SANITIZE)
+    add_test(NAME e2e.handbook WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+             COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_handbook.py)
+    set_tests_properties(e2e.handbook PROPERTIES TIMEOUT 300 ENVIRONMENT "KRVWINPR=$<TARGET_FILE:KRVWinPr>")
+endif()
+
 # Symbols for the readers of the barcode tests.
 add_executable(barcode_sheet e2e/barcode_sheet.cpp)
 target_include_directories(barcode_sheet PRIVATE ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR})

@@ -56,6 +56,7 @@ class Chapter:
     def to_html(self, number: int, windows: dict[str, bytes]) -> str:
         """number: of its first heading."""
         page = markdown.markdown("\n".join(self.lines), extensions=EXTENSIONS)
+        page = re.sub(r"<code>([^<\s]{1,20})</code>", r'<code class="kurz">\1</code>', page)
         page = PICTURE.sub(lambda found: self.picture(found[1], found[2], windows), page)
         page = self.numbered(page, number)
         page = re.sub(r"(?:<p>)?@@(\d+)@@(?:</p>)?", lambda found: self.shown[int(found[1])], page)
