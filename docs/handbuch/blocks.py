@@ -33,7 +33,7 @@ OPTIONS = {
     "druckdatei": {"ordner", "grafik", "schalter", "einstellung", "bild", "seite", "ausschnitt", "breite", "seiten", "meldung",
                    "erwartet", "verborgen"},
     "dateien": {"ordner"},
-    "befehl": {"ordner", "ergibt", "meldung"},
+    "befehl": {"ordner", "ergibt", "meldung", "verborgen"},
     "ausgabe": {"ordner", "datei"},
     "inhalt": {"ordner", "zeilen"},
 }

@@ -57,6 +57,7 @@ class Chapter:
         """number: of its first heading."""
         page = markdown.markdown("\n".join(self.lines), extensions=EXTENSIONS)
         page = re.sub(r"<code>([^<\s]{1,20})</code>", r'<code class="kurz">\1</code>', page)
+        page = re.sub(r"<p>((?:(?!</p>).)*:)</p>(?=\s*<p>@@)", r'<p class="davor">\1</p>', page, flags=re.DOTALL)
         page = PICTURE.sub(lambda found: self.picture(found[1], found[2], windows), page)
         page = self.numbered(page, number)
         page = re.sub(r"(?:<p>)?@@(\d+)@@(?:</p>)?", lambda found: self.shown[int(found[1])], page)
@@ -95,7 +96,7 @@ def show(block: Block, workshop: Workshop, pictured: bool) -> str:
     match block.kind:
         case "druckdatei":
             sheet = workshop.print(block)
-            return print_file(block, sheet if pictured else None)
+            return print_file(block, sheet if pictured else None) + message(workshop.said)
         case "dateien":
             workshop.fetch(block)
             return ""
@@ -119,6 +120,10 @@ def code(block: Block, text=None, title=None) -> str:
     caption = f'<figcaption>{html.escape(title, quote=False)}</figcaption>' if title else ""
     return (f'<figure class="code {block.kind or "text"}">{caption}'
             f'<pre><code>{text or html.escape(block.text, quote=False)}</code></pre></figure>')
+
+
+def message(said) -> str:
+    return code(Block("ausgabe", "", 0, text=said)) if said else ""
 
 
 def print_file(block: Block, sheet) -> str:

@@ -31,6 +31,7 @@ class Workshop:
         self.build, self.place, self.stamp = Path(build).resolve(), Path(place), stamp
         self.sheets: list[Sheet] = []
         self.output = ""  # of the last command
+        self.said = ""  # by the last job
         self.environment = {
             "PATH": f"{self.build}:{os.environ['PATH']}", "HOME": str(self.place), "LANG": "de_DE.UTF-8",
             "XDG_CONFIG_HOME": str(self.place / "config"), "CUPS_SERVER": str(self.place / "kein-cups.sock"),
@@ -69,8 +70,8 @@ class Workshop:
         self.settle(block)
         pdf = folder / (Path(block.name).stem + ".pdf")
         pdf.unlink(missing_ok=True)
-        said = self.run(block, [str(self.build / "KRVWinPr"), *arguments(block)])
-        self.compare_messages(block, said)
+        self.said = self.run(block, [str(self.build / "KRVWinPr"), *arguments(block)])
+        self.compare_messages(block, self.said)
         if not (folder / "KRVWINPR.OK").exists():
             raise block.mistake("KRVWINPR.OK fehlt.")
         sheet = Sheet(pdf, int(block.options.get("seite", 1))) if pdf.exists() else None
