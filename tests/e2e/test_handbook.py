@@ -82,8 +82,10 @@ class Handbook(unittest.TestCase):
 
     def test_two_builds_give_the_same_bytes(self):
         self.assertEqual(build("--out", self.folder / "again").returncode, 0)
-        for name in ("KRVWinPr-Handbuch.html", "KRVWinPr-Handbuch.pdf"):
-            self.assertTrue((self.folder / name).read_bytes() == (self.folder / "again" / name).read_bytes(), name)
+        again = (self.folder / "again/KRVWinPr-Handbuch.html").read_text(encoding="utf-8")
+        parts = zip(re.split("(<img[^>]*>)", self.text), re.split("(<img[^>]*>)", again), strict=True)
+        self.assertEqual([(one[:300], other[:300]) for one, other in parts if one != other], [])
+        self.assertTrue(self.pdf.read_bytes() == (self.folder / "again" / self.pdf.name).read_bytes(), "the PDF")
 
     def test_is_whole_in_itself(self):
         local = [link[1:] for link in self.page.links if not link.startswith("https://")]
