@@ -161,6 +161,9 @@ Function InstallAsAdministrator
   Call RunAsAdministrator
   ${If} $0 == 0
     Return
+  ${ElseIf} $0 == ${HOST_REFUSED}  ; which was said; all else is in place
+    SetErrorLevel $0
+    Return
   ${ElseIf} $0 == ""
     StrCpy $0 ${NO_RIGHTS}
     StrCpy $Problem "Windows hat die Rechte eines Administrators nicht gegeben. Es bleibt alles, wie es war."
