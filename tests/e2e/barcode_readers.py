@@ -26,6 +26,9 @@ def zbar(*pictures) -> list[list[tuple[str, int, str]]]:
 def zxing(*pictures) -> list[list[tuple[str, str]]]:
     """The symbols in each picture: kind, data."""
     symbol = re.compile(r"^Bytes: *(.*)\n(?:.*\n)*?Format: *(.*)$", re.MULTILINE)
-    sources = dict(record.strip().split("\n", 1) for record in output_of(ZXING, pictures).split("File:")[1:])
+    sources = {}
+    for record in output_of(ZXING, pictures).split("File:")[1:]:  # one for each symbol
+        source, text = record.strip().split("\n", 1)
+        sources[source] = sources.get(source, "") + text + "\n"
     found = [symbol.findall(sources.get(str(picture), "")) for picture in pictures]
     return [[(kind, bytes.fromhex(data).decode("latin-1")) for data, kind in symbols] for symbols in found]
