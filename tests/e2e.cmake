@@ -2,7 +2,7 @@
 # and qpdf; queues are those of a private cupsd.
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
-foreach(name pdf archive log faults queues print_jobs desktop selection preview joblist graphics barcodes everywhere crash messenger dosbox)
+foreach(name pdf archive log usage faults queues print_jobs desktop selection preview joblist graphics barcodes everywhere crash messenger dosbox)
     add_test(NAME e2e.${name} WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
              COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_${name}.py)
     set_tests_properties(e2e.${name} PROPERTIES

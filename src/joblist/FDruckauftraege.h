@@ -18,9 +18,10 @@
 
 namespace joblist {
 
-// Prints a kept job again: why that was not possible, empty where it was. Calls the function as often as windows want
-// to be painted, and oftener.
-using PrintAgain = std::function<std::string(const report::KeptEntry& job, const report::LetEventsRun& letEventsRun)>;
+// Prints a kept job again: why that was not possible, empty where it was. Tells the progress, and calls the function as
+// often as windows want to be painted, and oftener.
+using PrintAgain = std::function<std::string(const report::KeptEntry& job, report::JobProgress& progress,
+                                             const report::LetEventsRun& letEventsRun)>;
 
 // Reads the queue anew by itself. Rows of one of the two tables are selected, never of both; those of the queue stay
 // selected by their jobs' numbers.
@@ -75,8 +76,6 @@ private:
     Kept selectedKept() const;
     bool mayPrintAgain(Kept& jobs);
     std::string printAllAgain(const Kept& jobs);
-    // To be called while a job prints: keeps the form painted, and tells a user who waits that it goes on.
-    report::LetEventsRun progress(const std::string& name);
     void readKept();
 
     // Lets the form show what is the case now.

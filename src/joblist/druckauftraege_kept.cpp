@@ -4,6 +4,7 @@
 
 #include "joblist/FDruckauftraege.h"
 #include "joblist/druckauftraege_cells.h"
+#include "report/FFortschritt.h"
 #include "runtime/text.h"
 #include "runtime/utf8.h"
 
@@ -93,11 +94,13 @@ bool FDruckauftraege::mayPrintAgain(Kept& jobs) {
 std::string FDruckauftraege::printAllAgain(const Kept& jobs) {
     std::string failure;
     busy_ = true;
+    report::FFortschritt fortschritt(session_, *form_);
     for (std::size_t i = 0; i < jobs.size() && failure.empty(); ++i) {
         const std::string name = keptName(jobs[i]);
         show("lblStatus", "„" + name + "“ wird gedruckt …");
         form_->repaint();
-        const std::string reason = printAgain_(jobs[i], progress(name));
+        fortschritt.begin(name);
+        const std::string reason = printAgain_(jobs[i], fortschritt.progress(), [&] { fortschritt.look(); });
         if (!reason.empty()) {
             const std::size_t left = jobs.size() - i - 1;
             failure = "„" + name + "“ wurde nicht gedruckt und bleibt aufbewahrt.\r\n\r\n";
@@ -107,20 +110,6 @@ std::string FDruckauftraege::printAllAgain(const Kept& jobs) {
     }
     busy_ = false;
     return failure;
-}
-
-report::LetEventsRun FDruckauftraege::progress(const std::string& name) {
-    constexpr std::int64_t pause = 100;  // milliseconds
-    constexpr std::int64_t second = 1000;
-    const std::int64_t start = session_.platform.system.elapsedMilliseconds();
-    return [this, name, start, painted = start]() mutable {
-        const std::int64_t now = session_.platform.system.elapsedMilliseconds();
-        if (now - painted >= pause) {
-            painted = now;
-            show("lblStatus", "„" + name + "“ wird gedruckt … (" + std::to_string((now - start) / second) + " s)");
-            form_->repaint();
-        }
-    };
 }
 
 void FDruckauftraege::cmdLoeschen_Click() {

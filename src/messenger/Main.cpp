@@ -58,6 +58,9 @@ std::optional<std::string> obey(platform::System& system, platform::MessengerSys
     if (command == "/?" || command == "-H" || command == "--HELP") {
         return usage();
     }
+    if (command == "--VERSION") {
+        return version();
+    }
     if (isNoFolder(messengerSystem, arguments)) {
         throw runtime::Error(runtime::errInvalidCall, runtime::shown(arguments.front()) +
                                                           " ist weder ein Befehl noch ein Ordner.\n\n" + usage());

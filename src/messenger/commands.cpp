@@ -134,15 +134,19 @@ std::string status(platform::MessengerSystem& messengerSystem) {
     return said;
 }
 
+std::string version() { return std::string(runtime::programName) + "Bote " + runtime::programVersion; }
+
 std::string usage() {
-    return std::string(runtime::programName) + "Bote " + runtime::programVersion +
+    return version() +
            " führt Aufträge von Hosts aus, die in einem DOS-Emulator laufen.\n\n"
            "KRVWinPrBote                  führt die Aufträge der genannten Ordner aus\n"
            "KRVWinPrBote Ordner...        nur die dieser Ordner\n"
            "KRVWinPrBote /EIN Ordner...   nennt Ordner, legt KRVWINPR.COM hinein, startet mit der Anmeldung\n"
            "KRVWinPrBote /AUS Ordner...   diese Ordner nicht mehr\n"
            "KRVWinPrBote /AUS             startet nicht mehr mit der Anmeldung und endet\n"
-           "KRVWinPrBote /STATUS          welche Ordner genannt sind, und wer dort ist";
+           "KRVWinPrBote /STATUS          welche Ordner genannt sind, und wer dort ist\n"
+           "KRVWinPrBote --help           dieser Text; auch -h und /?\n"
+           "KRVWinPrBote --version        nur Name und Fassung";
 }
 
 }  // namespace messenger

@@ -22,5 +22,6 @@ std::string switchOff(platform::System& system, platform::MessengerSystem& messe
 std::string status(platform::MessengerSystem& messengerSystem);
 
 std::string usage();
+std::string version();
 
 }  // namespace messenger

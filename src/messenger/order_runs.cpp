@@ -15,10 +15,10 @@ namespace {
 
 using startup::Mode;
 
-Mode modeOf(const std::string& tail) {
+Mode modeOf(const std::string& tail, platform::System& system, const std::string& folder) {
     startup::clsArguments arguments(tail);
     startup::takeSwitches(arguments);
-    return startup::modeOf(arguments);
+    return startup::modeOf(arguments, [&](const std::string& name) { return system.fileExists(fileIn(folder, name)); });
 }
 
 // A graphic may be meant for the report behind it; a form stays open for as long as somebody looks at it.
@@ -39,7 +39,7 @@ std::string OrderRuns::programFile() const {
 
 bool OrderRuns::begin(const std::string& orderName, const Order& order) {
     const std::string tail = desk_.system.fromDosCodePage(order.tail);
-    const Mode mode = modeOf(tail);
+    const Mode mode = modeOf(tail, desk_.system, desk_.folder().path());
     Run run;
     run.orderName = orderName;
     run.mark = order.mark;

@@ -28,6 +28,17 @@ public:
     // One line for whoever started the program from a shell; dropped where there is no such place. Never throws.
     virtual void diagnostic(const std::string& line) = 0;
 
+    // Answers whoever asked something at a shell, with lines ended by LF: on standard output, or the console of the
+    // caller. False, and nothing is said, where the program was not started at one. Never throws.
+    virtual bool answerCaller(const std::string& text) = 0;
+
+    // Whether somebody at a terminal waits for the program, and no other program has the screen.
+    virtual bool watched() = 0;
+
+    // Writes a line at that terminal over the one before; an empty one takes it away, which any other message does as
+    // well, and one that ends with LF stays. Without waiting; nothing where nobody watches. Never throws.
+    virtual void statusLine(const std::string& line) = 0;
+
     // Shows a short message, plain text, on the user's desktop, without a box and without waiting for anybody; dropped
     // where there is no desktop. Never throws.
     virtual void notify(const std::string& text) = 0;

@@ -148,6 +148,10 @@ public:
     // them all and comes out here.
     virtual void run() = 0;
 
+    // Serves them with what has come meanwhile, and does not wait; for a form that shows how far something is, while
+    // an event of another one is under way. What an event throws comes out of run().
+    virtual void serve() = 0;
+
     // Closes every form that is open.
     virtual void closeAll() = 0;
 

@@ -6,6 +6,7 @@
 #include "preview/vorschau_design.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
+#include "runtime/utf8.h"
 #include "runtime/whole_number.h"
 
 namespace preview {
@@ -64,13 +65,7 @@ void FDrucken::SavePdf(platform::Form& owner) {
         const auto file =
             platform.forms.askFileToWrite(owner, "Als PDF speichern", suggestedFile(), "PDF-Dateien", ".pdf");
         if (file) {
-            savesPdf_ = true;
-            create(owner);
-            form_->setTitle("Als PDF speichern");
-            form_->setItems("cboDrucker", {"PDF-Datei"});
-            form_->select("cboDrucker", 0);
-            form_->show();
-            start({"", *file, 1, pages_.pageCount()});
+            savePdfAs(owner, *file);
         }
     } else if (const std::string printer = platform.spooler.pdfPrinter(); !printer.empty()) {
         Show(owner, printer);
@@ -80,6 +75,23 @@ void FDrucken::SavePdf(platform::Form& owner) {
             "Unter Windows 10 und 11 gehört „Microsoft Print to PDF“ zum System: Einstellungen, Optionale Features, "
             "Weitere Windows-Features. Für ältere Fassungen gibt es PDF-Drucker zum Nachinstallieren.",
             platform::Buttons::ok, platform::Icon::information, session_.program.title);
+    }
+}
+
+// The form appears where that takes longer than one notices.
+void FDrucken::savePdfAs(platform::Form& owner, const std::string& file) {
+    constexpr std::int64_t delay = 500;  // milliseconds
+    platform::System& system = session_.platform.system;
+    savesPdf_ = true;
+    form_ = session_.platform.forms.create(report::designOfFortschritt("Als PDF speichern"), *this, &owner);
+    form_->setText("lblAuftrag", runtime::shown(runtime::fileNameOf(file)));
+    const std::int64_t begun = system.elapsedMilliseconds();
+    start({"", file, 1, pages_.pageCount()});
+    while (print_ && system.elapsedMilliseconds() - begun < delay) {
+        idle();
+    }
+    if (print_) {
+        form_->show();
     }
 }
 
@@ -96,8 +108,10 @@ std::string FDrucken::suggestedFile() const {
 void FDrucken::clicked(const std::string& control) {
     if (control == "cmdAbbrechen") {
         cancelled_ = true;
-        if (!working_) {
+        if (!print_) {
             form_->close();
+        } else if (!working_) {
+            endCancelled();
         }
         return;
     }
@@ -143,9 +157,9 @@ bool FDrucken::accepts(const std::string& control, const std::string& /*text*/, 
 
 void FDrucken::start(PrintRequest request) {
     cancelled_ = false;
+    form_->setText("cmdAbbrechen", "Abbrechen");
     try {
-        print_ = std::make_unique<PreviewPrint>(session_, pages_, std::move(request),
-                                                [this] { session_.platform.dialogs.processEvents(); });
+        print_ = std::make_unique<PreviewPrint>(session_, pages_, std::move(request), [this] { lookWhileWaiting(); });
         enableChoice(false);
         showProgress();
         form_->wantIdle(true);
@@ -163,10 +177,23 @@ void FDrucken::idle() {
     try {
         work();
         working_ = false;
+    } catch (const platform::SpoolerError& error) {
+        working_ = false;
+        error.cancelled() ? endCancelled() : fail(error);
     } catch (const runtime::Error& error) {
         working_ = false;
         fail(error);
     }
+    waiting_.reset();
+}
+
+// The form itself gets no events while a step of it is under way.
+void FDrucken::lookWhileWaiting() {
+    if (!waiting_) {
+        waiting_.emplace(session_, *form_);
+        waiting_->begin("Der Drucker antwortet noch nicht.");
+    }
+    waiting_->look();
 }
 
 void FDrucken::work() {
@@ -180,13 +207,24 @@ void FDrucken::work() {
             break;  // what is left is to hand the document over: that is said first
         }
     }
-    if (done || cancelled_) {
+    if (cancelled_) {
+        endCancelled();
+    } else if (done) {
         print_.reset();
         form_->wantIdle(false);
         form_->close();
     } else {
         showProgress();
     }
+}
+
+void FDrucken::endCancelled() {
+    print_.reset();
+    form_->wantIdle(false);
+    form_->setText("lblFortschritt",
+                   savesPdf_ ? "Abgebrochen. Es wurde keine Datei geschrieben." : "Der Druck wurde abgebrochen.");
+    form_->setText("cmdAbbrechen", "Schließen");
+    enableChoice(true);
 }
 
 void FDrucken::fail(const runtime::Error& error) {
@@ -216,6 +254,9 @@ void FDrucken::showProgress() {
 }
 
 void FDrucken::enableChoice(bool enabled) {
+    if (savesPdf_) {
+        return;
+    }
     for (const char* control : choice) {
         form_->setEnabled(control, enabled);
     }

@@ -12,6 +12,7 @@
 #include "platform/forms.h"
 #include "preview/preview_pages.h"
 #include "preview/preview_print.h"
+#include "report/FFortschritt.h"
 #include "session/session.h"
 
 namespace preview {
@@ -42,12 +43,15 @@ public:
 private:
     void create(platform::Form& owner);
     void fillPrinters(const std::string& printer);
+    void savePdfAs(platform::Form& owner, const std::string& file);
     std::string suggestedFile() const;
     std::optional<std::pair<std::size_t, std::size_t>> chosenPages() const;
     void start(PrintRequest request);
     void work();
     void fail(const runtime::Error& error);
     void showProgress();
+    void endCancelled();
+    void lookWhileWaiting();
     void enableChoice(bool enabled);
 
     session::Session& session_;
@@ -56,6 +60,7 @@ private:
     std::unique_ptr<platform::Form> form_;
     std::vector<std::string> printers_;
     std::unique_ptr<PreviewPrint> print_;
+    std::optional<report::FFortschritt> waiting_;  // for a printer that does not answer
     bool savesPdf_ = false;
     bool working_ = false;  // a step is under way
     bool cancelled_ = false;

@@ -17,6 +17,9 @@ public:
     void processEvents() override { real_.processEvents(); }
     void showTextFile(const std::string& /*path*/) override {}
     void diagnostic(const std::string& line) override { add(line); }
+    bool answerCaller(const std::string& /*text*/) override { return false; }
+    bool watched() override { return false; }
+    void statusLine(const std::string& /*line*/) override {}
     void notify(const std::string& text) override { add(text); }
     void outOfMemory() noexcept override { real_.outOfMemory(); }
 

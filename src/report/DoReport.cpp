@@ -39,7 +39,8 @@ public:
           shownFile_(runtime::shown(order.sDateiname)),
           letEventsRun_(letEventsRun),
           failure_(session, order.sDateiname, order.sGrafikname, order.kept != nullptr),
-          kept_(session, order) {}
+          kept_(session, order),
+          progress_(order.progress != nullptr ? *order.progress : ownProgress_) {}
 
     std::string run() noexcept;
 
@@ -57,6 +58,7 @@ private:
 
     void report(const Error& error);
     void cancel();
+    Error withQuestion(const Error& error) const;
     JobEnd endBy(const Error& error) const;
     std::string keep(const JobEnd& end);
     void commonEnd() noexcept;
@@ -71,7 +73,8 @@ private:
     const LetEventsRun& letEventsRun_;
     JobFailure failure_;
     KeptJob kept_;
-    JobProgress progress_{session_.activity()};
+    JobProgress ownProgress_{session_.activity()};
+    JobProgress& progress_;
 
     bool accepted_ = false;  // the host goes on, or will as soon as the job has ended, and the file has been read
     bool printed_ = false;
@@ -178,6 +181,7 @@ void ReportJob::loadPrintFile() {
 void ReportJob::readPrintFile() {
     loadPrintFile();
     accepted_ = accepted_ || order_.blnWait;
+    progress_.prints(printText_);
     log_.line(">   ", shownFile_, " gelesen");
 }
 
@@ -220,6 +224,7 @@ void ReportJob::loadUnfinishedSettings() {
 void ReportJob::handOver() {
     log_.line(">   Druckende");
     printer_->EndDoc();
+    progress_.handedOver(printer_->PagesHandedOver());
     printed_ = true;
     kept_.discard();
     printer::logRemarks(session_, *printer_);
@@ -258,10 +263,11 @@ void ReportJob::report(const Error& error) {
         }
     });
     attempt([&] {
-        const JobEnd end = endBy(error);
+        const Error told = withQuestion(error);
+        const JobEnd end = endBy(told);
         whyNot_ = end.reason;
         const std::string whereabouts = keep(end);
-        failure_.report(progress_.stretch(), error, end, whereabouts);
+        failure_.report(progress_.stretch(), told, end, whereabouts);
     });
     commonEnd();
 }
@@ -276,6 +282,15 @@ void ReportJob::cancel() {
     }
     attempt([this] { failure_.reportCancel(); });
     letHostGo();
+}
+
+// A file that is not there may be a switch that was not written as such.
+Error ReportJob::withQuestion(const Error& error) const {
+    const std::string& question =
+        progress_.stretch() == Stretch::background ? order_.otherThanGraphic : order_.otherThanFile;
+    const bool isMissing =
+        error.number() == runtime::errFileNotFound && (progress_.stretch() == Stretch::background || !accepted_);
+    return isMissing && !question.empty() ? error.at("(" + question + ")") : error;
 }
 
 JobEnd ReportJob::endBy(const Error& error) const {

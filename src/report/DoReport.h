@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "report/job_progress.h"
 #include "report/kept_jobs.h"
 #include "report/let_events_run.h"
 #include "session/session.h"
@@ -19,6 +20,11 @@ struct JobOrder {
     // Of a kept job that is printed again: it is read instead of the print file, and goes where it has been printed.
     // The host waits for nothing then, and whoever started the job tells its user.
     const KeptEntry* kept = nullptr;
+    // Asked in the message where there is no such file: what else may have been meant. Mostly empty.
+    std::string otherThanFile{};
+    std::string otherThanGraphic{};
+    // Told how far the job is, for whoever shows it while events run; borrowed, may be null.
+    JobProgress* progress = nullptr;
 };
 
 // Says why the job was not printed; empty where it was. Failures are reported to the log and the user as they belong

@@ -86,7 +86,8 @@ void removeKeptJob(session::Session& session, const KeptEntry& job) noexcept {
     }
 }
 
-std::string printKeptJob(session::Session& session, const KeptEntry& job, const LetEventsRun& letEventsRun) {
+std::string printKeptJob(session::Session& session, const KeptEntry& job, JobProgress& progress,
+                         const LetEventsRun& letEventsRun) {
     if (job.text.folder.empty()) {
         return "Der Text neben der Druckdatei sagt nicht, aus welchem Ordner sie gedruckt wurde.";
     }
@@ -98,6 +99,7 @@ std::string printKeptJob(session::Session& session, const KeptEntry& job, const 
         order.sDruckerTreiber = job.text.printer;
         order.blnTwoPass = job.text.switches == "/TWOPASS";
         order.kept = &job;
+        order.progress = &progress;
         return MPrint::DoReport(session, order, letEventsRun);
     } catch (const runtime::Error& error) {
         return "Der Ordner, aus dem der Auftrag gedruckt wurde, ist nicht zu erreichen: " + error.message();

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "report/job_progress.h"
 #include "report/kept_text.h"
 #include "report/let_events_run.h"
 #include "session/session.h"
@@ -31,7 +32,8 @@ std::vector<KeptEntry> keptJobs(session::Session& session);
 void removeKeptJob(session::Session& session, const KeptEntry& job) noexcept;
 
 // Prints a job again, from the folder that the host printed it from. Empty where that went well; the job is gone then.
-// Otherwise why it did not, and the job is kept.
-std::string printKeptJob(session::Session& session, const KeptEntry& job, const LetEventsRun& letEventsRun);
+// Otherwise why it did not, and the job is kept. The progress is told how far it is.
+std::string printKeptJob(session::Session& session, const KeptEntry& job, JobProgress& progress,
+                         const LetEventsRun& letEventsRun);
 
 }  // namespace report

@@ -48,6 +48,17 @@ std::optional<std::string_view> PageCutter::nextPage() {
     return page;
 }
 
+std::size_t pagesIn(std::string_view printText) {
+    PageCutter cutter(printText);
+    std::size_t count = 0;
+    bool printed = true;
+    while (const auto page = cutter.nextPage()) {
+        printed = page->find_first_not_of("\r\n") != std::string_view::npos;
+        ++count;
+    }
+    return printed ? count : count - 1;
+}
+
 void requestTray(std::string_view page, std::string& tray) {
     const std::size_t macro = lastTrayMacro(page);
     if (macro == std::string_view::npos) {

@@ -23,6 +23,9 @@ private:
     std::string_view remaining_;
 };
 
+// How many pages of a text are printed: those that the cutter finds, but for a last one that has line ends only.
+std::size_t pagesIn(std::string_view printText);
+
 // The tray that a page asks for: "1", "2" or "3" by the last "^TR" on the page; any other character behind it keeps the
 // tray so far, or is "1" where there was none. A page without "^TR" keeps the tray so far, which is empty before any
 // was chosen.

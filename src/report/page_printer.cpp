@@ -43,15 +43,15 @@ void PagePrinter::begin() {
 
 void PagePrinter::print(std::string_view page) {
     run_.progress.during(Stretch::page, [&] {
-        if (!blnTwoPass_) {
-            pass(page, true, true);
-            return;
+        if (blnTwoPass_) {
+            run_.session.log.line(">       DoPage Phase 1, nur Grafiken ausgeben");
+            pass(page, true, false);
+            run_.session.log.line(">       DoPage Phase 2, nur Text ausgeben");
+            toPageStart();
         }
-        run_.session.log.line(">       DoPage Phase 1, nur Grafiken ausgeben");
-        pass(page, true, false);
-        run_.session.log.line(">       DoPage Phase 2, nur Text ausgeben");
-        toPageStart();
-        pass(page, false, true);
+        pass(page, !blnTwoPass_, true);
+        // A page without text is one as well.
+        run_.letEventsRun();
     });
 }
 

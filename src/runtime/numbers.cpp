@@ -296,6 +296,15 @@ std::string sizeText(std::uint64_t bytes, const Locale& locale) {
     return kilobytes < kilo ? withOneDecimal(kilobytes) + " KB" : withOneDecimal(kilobytes / kilo) + " MB";
 }
 
+std::string groupedText(std::uint64_t value, const Locale& locale) {
+    constexpr std::size_t group = 3;
+    std::string text = std::to_string(value);
+    for (std::size_t end = text.size(); end > group; end -= group) {
+        text.insert(end - group, locale.decimalSeparator == "," ? "." : ",");
+    }
+    return text;
+}
+
 const std::string& booleanText(bool value, const Locale& locale) { return value ? locale.trueText : locale.falseText; }
 
 std::string hexText(std::uint32_t value) {

@@ -43,6 +43,9 @@ std::string doubleText(double value, const Locale& locale);
 // A number of bytes: "873 Byte", "12,5 KB", "3,1 MB".
 std::string sizeText(std::uint64_t bytes, const Locale& locale);
 
+// Digits in groups of three: "12.345" where decimals have a comma.
+std::string groupedText(std::uint64_t value, const Locale& locale);
+
 // "Wahr" or "Falsch" in German.
 const std::string& booleanText(bool value, const Locale& locale);
 

@@ -23,6 +23,9 @@
 #include "settings/FDruckerAuswahl.h"
 #include "settings/MRegistry.h"
 #include "startup/arguments/command_line.h"
+#include "startup/arguments/suggestion.h"
+#include "startup/help_text.h"
+#include "startup/progress_line.h"
 
 namespace startup::MMain {
 
@@ -41,9 +44,7 @@ void startLog(session::DebugLog& log, const Switches& switches) {
 }
 
 // Whether somebody does not go on before there is a completion file.
-bool hostWaits(const clsArguments& arguments, const Switches& switches) {
-    return switches.blnWait && modeOf(arguments) == Mode::report;
-}
+bool hostWaits(Mode mode, const Switches& switches) { return switches.blnWait && mode == Mode::report; }
 
 class StartUp {
 public:
@@ -59,9 +60,11 @@ private:
     void writeHeader();
     void recordProgram();
     void logEnvironment(const Switches& switches);
-    void dispatch(const clsArguments& arguments, const Switches& switches, bool& reportBegun);
+    Mode modeFor(const clsArguments& arguments);
+    void dispatch(Mode mode, const clsArguments& arguments, const Switches& switches, bool& reportBegun);
+    void printReport(const clsArguments& arguments, const Switches& switches);
     void offerReport();
-    void showUsage();
+    void answer(const std::string& atShell, const std::string& inBox);
     std::string twoOfOneName();
     void selectPrinter();
     void showPreview(const clsArguments& arguments, const Switches& switches);
@@ -91,12 +94,13 @@ void StartUp::run(bool& reportBegun) {
     clsArguments arguments(system().commandTail());
     const Switches switches = takeSwitches(arguments);
     startLog(log_, switches);
-    session_.activity().hostWaits = hostWaits(arguments, switches);
+    const Mode mode = modeFor(arguments);
+    session_.activity().hostWaits = hostWaits(mode, switches);
     runtime::crashOnPurpose("start");
     writeHeader();
     recordProgram();
     logEnvironment(switches);
-    dispatch(arguments, switches, reportBegun);
+    dispatch(mode, arguments, switches, reportBegun);
     session_.storeSettings();
     log_.line("> Programm regulär beendet!");
     log_.write("");
@@ -107,7 +111,7 @@ void StartUp::giveUpReport() {
     clsArguments arguments(system().commandTail());
     const Switches switches = takeSwitches(arguments);
     startLog(log_, switches);
-    if (hostWaits(arguments, switches)) {
+    if (hostWaits(modeFor(arguments), switches)) {
         report::MPrint::WriteOKFile(session_);
     }
 }
@@ -150,11 +154,23 @@ void StartUp::logEnvironment(const Switches& switches) {
     log_.line("> TwoPass: ", switches.blnTwoPass ? "Ja" : "Nein");
 }
 
-void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, bool& reportBegun) {
-    switch (modeOf(arguments)) {
+Mode StartUp::modeFor(const clsArguments& arguments) {
+    return modeOf(arguments, [this](const std::string& name) { return system().fileExists(name); });
+}
+
+void StartUp::dispatch(Mode mode, const clsArguments& arguments, const Switches& switches, bool& reportBegun) {
+    switch (mode) {
         case Mode::usage:
             log_.line("> keine Argumente");
-            showUsage();
+            show(usageText(session_.program));
+            break;
+        case Mode::help:
+            log_.line("> Hilfe");
+            answer(helpText(session_), usageText(session_.program));
+            break;
+        case Mode::version:
+            log_.line("> Versionsangabe");
+            answer(versionText(session_.program) + "\n", versionText(session_.program));
             break;
         case Mode::printerSelection:
             session_.activity().mode = "Druckerauswahl";
@@ -186,10 +202,7 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, 
             session_.activity().mode = "Bericht";
             log_.line("> Reportbeginn");
             reportBegun = true;
-            report::MPrint::DoReport(
-                session_,
-                {arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait, switches.blnTwoPass},
-                [this] { session_.platform.dialogs.processEvents(); });
+            printReport(arguments, switches);
             log_.line("> Reportende");
             if (const std::string warning = twoOfOneName(); !warning.empty()) {
                 session_.platform.dialogs.diagnostic(warning);
@@ -201,11 +214,24 @@ void StartUp::dispatch(const clsArguments& arguments, const Switches& switches, 
 // That of a crash before, in front of the form that was asked for.
 void StartUp::offerReport() { fehlerbericht_ = errorreport::offerReport(session_); }
 
-void StartUp::showUsage() {
-    show(session_.program.title + " V. " + session_.program.version + " - " + session_.program.description +
-         "\r\n\r\n"
-         "Parameter: KRVWinPr [/DRUCKERAUSWAHL| [/INVERT] [/PRINTGRAPHIC <Druckertreiber>] <Datei> "
-         "[<Grafikdatei>|KEINEGRAFIK] [<Druckertreiber>]] [/WAIT] [/TWOPASS]");
+void StartUp::answer(const std::string& atShell, const std::string& inBox) {
+    if (!session_.platform.dialogs.answerCaller(atShell)) {
+        show(inBox);
+    }
+}
+
+void StartUp::printReport(const clsArguments& arguments, const Switches& switches) {
+    ProgressLine line(session_);
+    report::MPrint::JobOrder order{arguments.Item(1), arguments.Item(2), arguments.Item(3), switches.blnWait,
+                                   switches.blnTwoPass};
+    order.otherThanFile = askWhatWasMeant(order.sDateiname, 1);
+    order.otherThanGraphic = askWhatWasMeant(order.sGrafikname, 2);
+    order.progress = &line.progress();
+    const std::string whyNot = report::MPrint::DoReport(session_, order, [&] {
+        session_.platform.dialogs.processEvents();
+        line.look();
+    });
+    line.end(whyNot.empty());
 }
 
 // What is wrong where the host's program for an emulator lies beside this one, of which Windows then takes the other.
@@ -256,8 +282,8 @@ void StartUp::showJobList(const std::string& sDruckerTreiber) {
     log_.line("> Auftragslistebeginn");
     if (!refusesWithoutPrinters() || !report::keptJobs(session_).empty()) {
         druckauftraege_ = std::make_unique<joblist::FDruckauftraege>(
-            session_, [this](const report::KeptEntry& job, const auto& letEventsRun) {
-                return report::printKeptJob(session_, job, letEventsRun);
+            session_, [this](const report::KeptEntry& job, report::JobProgress& progress, const auto& letEventsRun) {
+                return report::printKeptJob(session_, job, progress, letEventsRun);
             });
         druckauftraege_->Show(sDruckerTreiber);
         offerReport();

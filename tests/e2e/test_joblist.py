@@ -130,6 +130,22 @@ class JobListTest(JobTest):
         lines = [line for line in self.job.log() if "Auftragsliste" in line]
         self.assertEqual([line.strip(" >") for line in lines], ["Auftragslistebeginn", "Auftragslisteende"])
 
+    def test_printing_again_is_given_up_where_the_printer_does_not_answer(self):
+        self.job.write_settings("Wartezeit=0", key=PRODUCT_KEY)
+        self.job.write("A.OUT", "eins\f")
+        self.job.run("A.OUT", "KEINEGRAFIK", "archiv")  # without the print server
+        self.job.write_settings("Wartezeit=60", key=PRODUCT_KEY)
+        self.open("archiv")
+        self.cups.stop()
+        self.screen.press("alt+i", "Down", "alt+e")
+        self.screen.height("^Drucken$")
+        self.screen.press("Escape")
+        self.answer("Return")
+        self.wait_for(lambda: self.rows(self.kept, KEPT_COLUMNS, 0), [("A.OUT",)])
+        self.screen.press("Escape")
+        self.job.check(self.program.finish(20))
+        self.assertIn(">     Druckauftrag vom Benutzer abgebrochen", self.job.log())
+
 
 if __name__ == "__main__":
     unittest.main()

@@ -16,7 +16,7 @@ from pathlib import Path
 from barcode_readers import zbar
 from page_picture import BLACK, BLUE, CYAN, GREEN, GREY, MAGENTA, RED, YELLOW, PagePicture, bmp
 from private_cups import PPD, PrivateCups
-from support import OK_TEXT, PRINTER, PRODUCT_KEY, TENTH_OF_A_MILLIMETRE, Job, JobTest, output_of, words_of
+from support import OK_TEXT, PRINTER, PRODUCT_KEY, TENTH_OF_A_MILLIMETRE, VERSION, Job, JobTest, output_of, words_of
 
 TESTS = Path(__file__).resolve().parents[1]
 PREFIX = os.environ["KRVWINPR_PREFIX"]
@@ -251,6 +251,14 @@ class Program(WindowsTest):
         self.job.write("LASER/KRVWin.M1", bmp(9, 9, RED))
         self.assertEqual(self.run_windows("/INVERT", r"laser\krvwin.m1"), [])
         self.assertEqual((self.job.read("LASER/KRVWin.M1"), self.job.names()), (bmp(9, 9, CYAN), ["LASER"]))
+
+    def test_who_asks_is_answered(self):
+        self.assertEqual(self.wine(PROGRAM, "--version"), f"KRVWinPr {VERSION}\r\n")
+        self.assertIn("\r\nParameter: KRVWinPr [/DRUCKERAUSWAHL|", self.wine(PROGRAM, "/?", "/DEBUG"))
+        self.run_windows("fehlt.out")
+        subprocess.run([*WINE, PROGRAM, "--version"], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, check=True,
+                       stderr=subprocess.DEVNULL, timeout=120, env=self.cups.environment())
+        self.assertTrue(any(f"KRVWinPr {VERSION}" in line for line in self.shown()), self.shown())
 
     def test_messages_are_boxes(self):
         self.job.write("A.PCX", b"kein Bild")

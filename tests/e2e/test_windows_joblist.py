@@ -13,10 +13,10 @@ class WindowsJobListTest(WindowsScreenTest):
     def set_tray(self, number):
         self.wine("reg", "add", KEY, "/v", "Schacht3", "/d", number, "/f")
 
-    def fail_to_print(self, name):
+    def fail_to_print(self, name, more=""):
         """Into a tray that the printer does not have, behind its first page."""
         self.set_tray("99")
-        self.job.write(name, "eins\f^TR3zwei\f")
+        self.job.write(name, "eins\f^TR3zwei\f" + more)
         self.start(name, "KEINEGRAFIK", QUEUE)
         self.assertEqual(self.program.wait(60), 0)
         self.set_tray("258")
@@ -52,6 +52,21 @@ class WindowsJobListTest(WindowsScreenTest):
         log = self.job.log()
         self.assertLess(log.index("> Auftragslistebeginn"), log.index("> Auftragslisteende"))
         self.assertIn("Breite", self.wine("reg", "query", KEY.split(r"\Drucker")[0] + r"\Druckauftraege"))
+
+    def test_printing_again_ends_when_the_user_wants_that(self):
+        self.fail_to_print("LISTE.OUT", ("Zeile\r\n" * 60 + "\f") * 8000)
+        self.start("/AUFTRAEGE", QUEUE, "/DEBUG")
+        form = self.program
+        self.screen.height("Korvano - Druckauftr")
+        jobs = len(self.cups.jobs(QUEUE))
+        self.screen.press("alt+i", "Home", "alt+e")
+        self.screen.height("^Drucken$")
+        self.screen.press("Escape")
+        self.screen.height("^KRVWinPr$")
+        self.screen.press("Return", "Escape")
+        self.assertEqual(form.wait(20), 0)
+        self.assertEqual((self.kept_names(), len(self.cups.jobs(QUEUE))), (["LISTE (1).OUT"], jobs))
+        self.assertIn(">     Druckauftrag vom Benutzer abgebrochen", self.job.log())
 
 
 if __name__ == "__main__":

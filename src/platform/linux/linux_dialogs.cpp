@@ -1,18 +1,23 @@
 #include "platform/linux/linux_dialogs.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <string_view>
+#include <utility>
 
 #include "platform/linux/c_string.h"
 #include "platform/linux/desktop.h"
 #include "platform/linux/detached_start.h"
+#include "platform/linux/file_calls.h"
 #include "platform/linux/forked_call.h"
 #include "platform/linux/module.h"
 #include "platform/linux/notification/notification.h"
 #include "platform/linux/paths.h"
 #include "platform/linux/standard_error.h"
+#include "platform/linux/terminal.h"
 #include "platform/messages/unseen_box.h"
 #include "runtime/program.h"
 
@@ -22,8 +27,6 @@ namespace {
 
 using platform::Answer;
 using platform::Buttons;
-
-void tell(const std::string& text) { writeToStandardError(std::string(runtime::programName) + ": " + text + "\n"); }
 
 // The user's own choice of a program first, then the editors that desktops come with.
 bool openInEditor(const std::string& file) {
@@ -54,11 +57,23 @@ void LinuxDialogs::withMemory(Function function) noexcept {
     }
 }
 
+void LinuxDialogs::tell(const std::string& text) {
+    takeStatusLineAway();
+    writeToStandardError(std::string(runtime::programName) + ": " + text + "\n");
+}
+
+void LinuxDialogs::takeStatusLineAway() noexcept {
+    if (std::exchange(statusShown_, false)) {
+        writeOverTerminalLine({});
+    }
+}
+
 Answer LinuxDialogs::messageBox(const std::string& text, Buttons buttons, platform::Icon icon,
                                 const std::string& title) {
     Answer answer = platform::messages::unseenAnswer(buttons);
     withMemory([&] {
         if (qt::Desktop* windows = desktop_.get()) {
+            takeStatusLineAway();
             answer =
                 windows->messageBox(text, buttons, icon, title.empty() ? std::string(runtime::programName) : title);
         } else {
@@ -90,6 +105,19 @@ void LinuxDialogs::diagnostic(const std::string& line) {
     withMemory([&] { tell(platform::messages::oneLine(line)); });
 }
 
+bool LinuxDialogs::answerCaller(const std::string& text) {
+    return isShellsOutput() && writeAll(STDOUT_FILENO, text).error == 0;
+}
+
+bool LinuxDialogs::watched() { return terminalIsWatched(); }
+
+void LinuxDialogs::statusLine(const std::string& line) {
+    if (terminalIsWatched() && (statusShown_ || !line.empty())) {
+        withMemory([&] { writeOverTerminalLine(line); });
+        statusShown_ = !line.empty() && !line.ends_with('\n');
+    }
+}
+
 void LinuxDialogs::notify(const std::string& text) {
     constexpr std::chrono::seconds limit{30};
     if (!sessionNamed()) {
@@ -103,6 +131,9 @@ void LinuxDialogs::notify(const std::string& text) {
         limit);
 }
 
-void LinuxDialogs::outOfMemory() noexcept { writeToStandardError("KRVWinPr: Nicht genügend Speicher\n"); }
+void LinuxDialogs::outOfMemory() noexcept {
+    takeStatusLineAway();
+    writeToStandardError("KRVWinPr: Nicht genügend Speicher\n");
+}
 
 }  // namespace platform_linux

@@ -20,13 +20,19 @@ public:
     void processEvents() override;
     void showTextFile(const std::string& path) override;
     void diagnostic(const std::string& line) override;
+    bool answerCaller(const std::string& text) override;
+    bool watched() override;
+    void statusLine(const std::string& line) override;
     void notify(const std::string& text) override;
     void outOfMemory() noexcept override;
 
 private:
     template <typename Function>
     void withMemory(Function function) noexcept;
+    void tell(const std::string& text);
+    void takeStatusLineAway() noexcept;
 
+    bool statusShown_ = false;
     LoadedDesktop& desktop_;
 };
 

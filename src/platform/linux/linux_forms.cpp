@@ -24,6 +24,12 @@ void LinuxForms::run() {
     }
 }
 
+void LinuxForms::serve() {
+    if (qt::Desktop* desktop = desktop_.ifLoaded()) {
+        desktop->processEvents();
+    }
+}
+
 void LinuxForms::closeAll() {
     if (qt::Desktop* desktop = desktop_.ifLoaded()) {
         desktop->closeForms();

@@ -14,6 +14,7 @@ public:
     std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events,
                                            platform::Form* owner) override;
     void run() override;
+    void serve() override;
     void closeAll() override;
     void copyText(const std::string& text) override;
     std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,

@@ -30,12 +30,11 @@ private:
 
 }  // namespace
 
-void writeToStandardError(std::string_view text) noexcept {
-    constexpr int patience = 1000;  // milliseconds
+void writeToStandardError(std::string_view text, int patienceMilliseconds) noexcept {
     const NoBrokenPipeSignal quiet;
     while (!text.empty()) {
         pollfd output{STDERR_FILENO, POLLOUT, 0};
-        if (::poll(&output, 1, patience) <= 0 || (output.revents & POLLOUT) == 0) {
+        if (::poll(&output, 1, patienceMilliseconds) <= 0 || (output.revents & POLLOUT) == 0) {
             return;
         }
         const ssize_t count = ::write(STDERR_FILENO, text.data(), std::min<std::size_t>(text.size(), PIPE_BUF));

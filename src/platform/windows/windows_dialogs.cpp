@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "platform/messages/unseen_box.h"
+#include "platform/windows/caller.h"
 #include "platform/windows/files.h"
 #include "platform/windows/handle.h"
 #include "platform/windows/newer_functions.h"
@@ -148,6 +149,15 @@ void WindowsDialogs::diagnostic(const std::string& line) {
         tell(platform::messages::oneLine(line));
     } catch (const std::exception&) {
         sayOutOfMemory();
+    }
+}
+
+bool WindowsDialogs::answerCaller(const std::string& text) {
+    try {
+        return tellCaller(text);
+    } catch (const std::exception&) {
+        sayOutOfMemory();
+        return true;
     }
 }
 

@@ -20,6 +20,10 @@ public:
     void processEvents() override;
     void showTextFile(const std::string& path) override;
     void diagnostic(const std::string& line) override;
+    bool answerCaller(const std::string& text) override;
+    // Nobody: a shell does not wait for a program with windows, and the console of a host that does is its own screen.
+    bool watched() override { return false; }
+    void statusLine(const std::string& /*line*/) override {}
     void notify(const std::string& text) override;
     void outOfMemory() noexcept override;
 

@@ -10,7 +10,13 @@
 
 namespace startup {
 
-Mode modeOf(const clsArguments& arguments) {
+Mode modeOf(const clsArguments& arguments, const IsFile& isFile) {
+    static constexpr std::array<std::pair<std::string_view, Mode>, 4> words{{
+        {"/?", Mode::help},
+        {"-H", Mode::help},
+        {"--HELP", Mode::help},
+        {"--VERSION", Mode::version},
+    }};
     static constexpr std::array<std::pair<std::string_view, Mode>, 5> modes{{
         {"/DRUCKERAUSWAHL", Mode::printerSelection},
         {"/VORSCHAU", Mode::preview},
@@ -24,6 +30,11 @@ Mode modeOf(const clsArguments& arguments) {
     const std::string first = runtime::upperCase(arguments.Item(1));
     for (const auto& [name, mode] : modes) {
         if (first == name) {
+            return mode;
+        }
+    }
+    for (const auto& [word, mode] : words) {
+        if (first == word && arguments.Count() == 1 && !isFile(arguments.Item(1))) {
             return mode;
         }
     }

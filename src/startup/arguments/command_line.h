@@ -1,14 +1,21 @@
 // What a command line asks for.
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "startup/arguments/clsArguments.h"
 
 namespace startup {
 
-enum class Mode { usage, printerSelection, preview, jobList, invert, printGraphic, report };
+enum class Mode { usage, help, version, printerSelection, preview, jobList, invert, printGraphic, report };
 
-// By the first argument, a mode's name in any case; without one the usage is shown. The switches must be out already.
-Mode modeOf(const clsArguments& arguments);
+// Whether there is a file of that name.
+using IsFile = std::function<bool(const std::string& name)>;
+
+// By the first argument, a mode's name in any case; without one the usage is shown. The words that ask for help or for
+// the version count alone, and only where no file has that name. The switches must be out already.
+Mode modeOf(const clsArguments& arguments, const IsFile& isFile);
 
 struct Switches {
     bool blnWait = false;

@@ -216,6 +216,36 @@ TEST_F(JobList, AKeptJobIsPrintedAgainAsTheHostWantedItOrStaysWithTheNewReason) 
     });
 }
 
+TEST_F(JobList, PrintingAgainTellsHowFarItIsAndEndsWhenTheUserWantsThat) {
+    keep("1\f2\f3\f");
+    host.system.looksTake = 300;
+    FormState& dialog = host.forms.dialog;
+    Lines told;
+    open([&] {
+        form.chooseRows("tblAufbewahrt", {0});
+        host.forms.atServe = [&] {
+            form.press("cmdNochEinmal");  // it is printing
+            told.push_back(dialog.controls.at("lblFortschritt").text);
+            if (told.back().starts_with("Seite 3")) {
+                dialog.press("cmdAbbrechen");
+            }
+        };
+        form.press("cmdNochEinmal");
+        EXPECT_EQ(lastBox(), "„A.OUT“ wurde nicht gedruckt und bleibt aufbewahrt.\r\n\r\nDer Druck wurde abgebrochen.");
+        EXPECT_EQ(dialog.controls.at("lblAuftrag").text, "A.OUT");
+        EXPECT_EQ(told.back(), "Seite 3 von 3 wird gedruckt …");
+        EXPECT_FALSE(host.spooler.device.documents.back()->delivered);
+        host.forms.atServe = [&] { told.push_back(dialog.controls.at("lblFortschritt").text); };
+        host.spooler.device.onEnd = [&] {
+            if (!told.back().starts_with("Warte auf den Drucker … (")) {
+                throw platform::SpoolerError(1, "antwortet nicht", platform::Recovery::possible);
+            }
+        };
+        form.press("cmdNochEinmal");
+        EXPECT_TRUE(host.userFiles.files.empty() && form.repaints > 0);
+    });
+}
+
 TEST_F(JobList, WhatLiesInTheFolderIsShownAsFarAsItIsKnownAndDeletedWhenAskedFor) {
     host.userFiles.files = {{std::string(keptFolder) + "B (1).OUT", "x"},
                             {std::string(keptFolder) + "C (1).OUT", "x"},

@@ -1,6 +1,8 @@
 #include "graphics/MGrafikdruck.h"
 #include "runtime/program.h"
+#include "runtime/utf8.h"
 #include "startup/arguments/clsArguments.h"
+#include "startup/arguments/suggestion.h"
 #include "unit/support/core_test.h"
 
 namespace {
@@ -40,6 +42,93 @@ TEST_F(StartUpTest, WithoutArgumentsTheUsageIsShown) {
     EXPECT_EQ(host.dialogs.boxes.at(0).title, "KRVWinPr");
     EXPECT_TRUE(host.logged("> keine Argumente"));
     EXPECT_FALSE(host.system.files.contains("KRVWINPR.OK"));
+}
+
+TEST_F(StartUpTest, WordsAskForHelpWhereNoFileHasTheirName) {
+    host.dialogs.atShell = true;
+    for (const char* word : {"/?", "-h /DEBUG", "--help"}) {
+        start(word);
+        const std::string& help = host.dialogs.answered;
+        EXPECT_TRUE(help.starts_with("KRVWinPr V. 3.0.0 - Druckertreiber für Korvano\n\nParameter: KRVWinPr [/DRUCK"));
+        EXPECT_NE(help.find("\n  C:\\Daten\\Nicht gedruckt\\\n"), std::string::npos);
+        std::istringstream lines(help);
+        for (std::string line; std::getline(lines, line);) {
+            const auto characters = std::ranges::count_if(line, [](char byte) { return (byte & 0xC0) != 0x80; });
+            EXPECT_LT(characters, 80) << line;
+        }
+    }
+    start("--VERSION");
+    EXPECT_EQ(host.dialogs.answered, "KRVWinPr 3.0.0\n");
+    EXPECT_TRUE(host.dialogs.boxes.empty() && host.dialogs.diagnostics.empty());
+    host.dialogs.atShell = false;
+    start("--help");
+    EXPECT_TRUE(lastBox().ends_with("[/WAIT] [/TWOPASS]"));
+    host.system.files["-h"] = "1";
+    start("-h");
+    start("--help KEINEGRAFIK");
+    EXPECT_EQ(host.spooler.device.documents.size(), 1U);
+    EXPECT_EQ(host.dialogs.boxes.size(), 1U);
+}
+
+TEST(Suggestion, NamesWhatLooksLikeASwitchOrAModeAndNothingElse) {
+    using Row = std::array<const char*, 3>;
+    for (const auto& [first, second, expected] :
+         {Row{"/wait", "/Wait", "/WAIT“ gemeint? Er gilt nur in Großbuchstaben."},
+          Row{"-DEBUG2", "/debug2", "/DEBUG2“ gemeint? Er gilt nur in Großbuchstaben."},
+          Row{"/TWOPAS", "/WTOPASS", "Ist der Schalter „/TWOPASS“ gemeint?"},
+          Row{"/DEBGU", "/DEBU", "„/DEBUG“ gemeint?"},
+          Row{"/DRUKERAUSWAHL", "/Druckersauswahl", "Ist „/DRUCKERAUSWAHL“ gemeint?"},
+          Row{"/aufträge", "/AUFTRAG", "„/AUFTRAEGE“ gemeint?"}, Row{"-help", "--hlep", "Ist „--help“ gemeint?"},
+          Row{"-?", "--?", "„/?“ gemeint?"}, Row{"-v", "/version", "„--version“ gemeint?"}}) {
+        EXPECT_NE(startup::askWhatWasMeant(first, 1).find(expected), std::string::npos) << first;
+        EXPECT_NE(startup::askWhatWasMeant(second, 1).find(expected), std::string::npos) << second;
+    }
+    for (const char* name : {"", "/", "-", "wait", "/wait/x", "/tmp/a.out", "/wait.out", "/tmp", "/home", "/mnt", "-x",
+                             "\\wait", "/INVOICE", "/RECHNUNGEN-2026", "/WAR T"}) {
+        EXPECT_EQ(startup::askWhatWasMeant(name, 1), "") << name;
+    }
+    EXPECT_EQ(startup::askWhatWasMeant("/vorschau", 2), "Ist „/VORSCHAU“ gemeint? Das gilt nur als erstes Argument.");
+    EXPECT_EQ(startup::askWhatWasMeant("-h", 1), "Ist „-h“ gemeint? Das gilt nur allein.");
+}
+
+TEST_F(StartUpTest, AMissingFileThatLooksLikeASwitchIsAskedAbout) {
+    host.system.files["a.out"] = "1";
+    start("/wait a.out");
+    EXPECT_TRUE(host.dialogs.diagnostics.back().ends_with(
+        "Datei nicht gefunden: /wait (Ist der Schalter „/WAIT“ gemeint? Er gilt nur in Großbuchstaben.)"));
+    start("a.out /twopass");
+    EXPECT_NE(host.dialogs.diagnostics.back().find("(Ist der Schalter „/TWOPASS“ gemeint?"), std::string::npos);
+    EXPECT_EQ(lastBox().find("gemeint"), std::string::npos) << lastBox();
+    start("fehlt.out");
+    EXPECT_EQ(host.dialogs.diagnostics.back().find("gemeint"), std::string::npos);
+}
+
+TEST_F(StartUpTest, WhoWatchesALongJobSeesHowFarItIs) {
+    host.system.files["a.out"] = "1\f2\f3\f4\f\r\n";
+    host.system.looksTake = 400;
+    start("a.out");
+    EXPECT_TRUE(host.dialogs.statusLines.empty());
+    host.dialogs.isWatched = true;
+    start("a.out");
+    const Lines& lines = host.dialogs.statusLines;
+    ASSERT_GT(lines.size(), 3U);
+    EXPECT_EQ(lines[0], "Seite 2 von 4, 2 Seiten/s");
+    EXPECT_TRUE(lines[lines.size() - 2].starts_with("Seite 4 von 4, 1 Seiten/s"))
+        << "nothing lies behind the last page";
+    EXPECT_TRUE(lines.back().starts_with("4 Seiten in ") && lines.back().ends_with(" s\n")) << lines.back();
+    host.spooler.device.onBeginPage = [](std::size_t page) {
+        if (page == 3) {
+            throw runtime::Error(runtime::errPrinter);
+        }
+    };
+    start("a.out");
+    EXPECT_EQ(lines.back(), "") << "it did not print";
+    host.system.files["a.out"] = "1";
+    host.spooler.device.onBeginPage = nullptr;
+    host.system.looksTake = 20;
+    host.dialogs.statusLines.clear();
+    start("a.out");
+    EXPECT_TRUE(lines.empty());
 }
 
 TEST_F(StartUpTest, EveryStartRecordsTheProgramAndASilentOneTouchesNoFile) {

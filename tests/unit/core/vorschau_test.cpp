@@ -511,9 +511,27 @@ TEST_F(VorschauTest, PrintingFailsInOneBoxAndIsCancelledBetweenPages) {
     host.spooler.device.onBeginPage = [this](std::size_t) { dialog.press("cmdAbbrechen"); };
     dialog.press("cmdDrucken");
     dialog.rest();
-    EXPECT_TRUE(dialog.closed);
     EXPECT_FALSE(host.spooler.device.documents.back()->delivered);
     EXPECT_EQ(host.dialogs.boxes.size(), 1U);
+    EXPECT_EQ(dialog.controls["lblFortschritt"].text, "Der Druck wurde abgebrochen.");
+    EXPECT_TRUE(!dialog.closed && dialog.controls["cmdDrucken"].enabled);
+    dialog.press("cmdAbbrechen");
+    EXPECT_TRUE(dialog.closed);
+}
+
+TEST_F(VorschauTest, SavingThatTakesItsTimeCanBeCancelled) {
+    open(numbered(3));
+    host.forms.fileToWrite = "D:\\B.pdf";
+    host.system.looksTake = 200;
+    form.pressKey(Key::letterS, true);
+    EXPECT_TRUE(dialog.shown && dialog.wantsIdle && dialog.title == "Als PDF speichern");
+    form.press("cmdDrucken");
+    dialog.press("cmdAbbrechen");
+    EXPECT_EQ(dialog.controls["lblAuftrag"].text + ": " + dialog.controls["lblFortschritt"].text,
+              "B.pdf: Abgebrochen. Es wurde keine Datei geschrieben.");
+    EXPECT_FALSE(host.spooler.device.documents.back()->delivered || dialog.closed || dialog.wantsIdle);
+    dialog.press("cmdAbbrechen");
+    EXPECT_TRUE(dialog.closed && !form.closed);
 }
 
 TEST_F(VorschauTest, SavesAPdfOrSaysHowToGetAPrinterForIt) {

@@ -240,6 +240,16 @@ public:
     void processEvents() override {}
     void showTextFile(const std::string& path) override { shownFiles.push_back(path); }
     void diagnostic(const std::string& line) override { diagnostics.push_back(line); }
+    bool atShell = false;
+    std::string answered;
+    bool answerCaller(const std::string& text) override {
+        answered = atShell ? text : "";
+        return atShell;
+    }
+    bool isWatched = false;
+    std::vector<std::string> statusLines;
+    bool watched() override { return isWatched; }
+    void statusLine(const std::string& line) override { statusLines.push_back(line); }
     void notify(const std::string& text) override { notifications.push_back(text); }
     void outOfMemory() noexcept override { ++timesOutOfMemory; }
 };

@@ -156,6 +156,11 @@ public:
             atRun();
         }
     }
+    void serve() override {
+        if (atServe) {
+            atServe();
+        }
+    }
     void closeAll() override {
         form.closed = true;
         dialog.closed = true;
@@ -180,7 +185,8 @@ public:
         return remedy;
     }
 
-    std::function<void()> atRun;  // what the user does while forms are served
+    std::function<void()> atRun;    // what the user does while forms are served
+    std::function<void()> atServe;  // likewise, while an event is under way
 
 private:
     class Handle : public platform::Form {

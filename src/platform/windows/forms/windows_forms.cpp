@@ -36,15 +36,28 @@ std::unique_ptr<platform::Form> WindowsForms::create(const platform::FormDesign&
 void WindowsForms::run() {
     MSG message{};
     while (!open_.empty() && receive(message)) {
-        const bool taken =
-            std::any_of(open_.begin(), open_.end(), [&](WindowsForm* form) { return form->takes(message); });
-        if (!taken) {
-            ::TranslateMessage(&message);
-            ::DispatchMessageW(&message);
-        }
+        handle(message);
     }
     if (failure_) {
         std::rethrow_exception(std::exchange(failure_, nullptr));
+    }
+}
+
+void WindowsForms::serve() {
+    MSG message{};
+    while (::PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+        if (message.message == WM_QUIT) {
+            ::PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        handle(message);
+    }
+}
+
+void WindowsForms::handle(MSG& message) {
+    if (std::none_of(open_.begin(), open_.end(), [&](WindowsForm* form) { return form->takes(message); })) {
+        ::TranslateMessage(&message);
+        ::DispatchMessageW(&message);
     }
 }
 

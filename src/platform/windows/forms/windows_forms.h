@@ -17,6 +17,7 @@ public:
     std::unique_ptr<platform::Form> create(const platform::FormDesign& design, platform::FormEvents& events,
                                            platform::Form* owner) override;
     void run() override;
+    void serve() override;
     void closeAll() override;
     void copyText(const std::string& text) override;
     std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
@@ -28,6 +29,7 @@ public:
 
 private:
     bool receive(MSG& message);
+    void handle(MSG& message);
     void gone(WindowsForm& form) noexcept override;
     void failed() noexcept override;
 

@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "messenger/messenger_settings.h"
+#include "platform/windows/caller.h"
 #include "platform/windows/files.h"
-#include "platform/windows/messenger/caller.h"
 #include "platform/windows/messenger/folder_watch.h"
 #include "platform/windows/messenger/program_name.h"
 #include "platform/windows/messenger/session_start.h"
@@ -126,7 +126,11 @@ void WindowsMessengerSystem::notify(const std::string& text) noexcept {
     }
 }
 
-void WindowsMessengerSystem::tell(const std::string& text) { tellCaller(text); }
+void WindowsMessengerSystem::tell(const std::string& text) {
+    if (!tellCaller(text)) {
+        WindowsDialogs().messageBox(text, platform::Buttons::ok, platform::Icon::none, programName);
+    }
+}
 
 std::string WindowsMessengerSystem::identity() { return identityOfProcess(); }
 

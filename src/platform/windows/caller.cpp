@@ -1,13 +1,12 @@
-#include "platform/windows/messenger/caller.h"
+#include "platform/windows/caller.h"
 
 #include <windows.h>
 
 #include "platform/windows/file_calls.h"
-#include "platform/windows/messenger/program_name.h"
+#include "platform/windows/handle.h"
 #include "platform/windows/wide_text.h"
-#include "platform/windows/windows_dialogs.h"
 
-namespace platform_windows::messenger {
+namespace platform_windows {
 
 namespace {
 
@@ -38,12 +37,10 @@ bool writeToConsole(const std::wstring& text) {
 
 }  // namespace
 
-void tellCaller(const std::string& text) {
+bool tellCaller(const std::string& text) {
     const std::string lines = withLineEnds(text.ends_with('\n') ? text : text + '\n');
     // A console's shell has gone on already; its prompt stands in the line.
-    if (!writeToOutput(lines) && !writeToConsole(L"\r\n" + widen(lines))) {
-        WindowsDialogs().messageBox(text, platform::Buttons::ok, platform::Icon::none, programName);
-    }
+    return writeToOutput(lines) || writeToConsole(L"\r\n" + widen(lines));
 }
 
-}  // namespace platform_windows::messenger
+}  // namespace platform_windows
