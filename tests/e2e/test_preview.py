@@ -4,6 +4,7 @@ import shutil
 import time
 import unittest
 
+from pdfa_checker import findings
 from preview_picture import differences, page_of, sheet_in
 from private_bus import PrivateBus
 from private_cups import PrivateCups
@@ -138,6 +139,7 @@ class PreviewTest(JobTest):
         self.screen.press(*"neu", "Return")
         self.wait_for(lambda: self.job.pdfs(), ["A.pdf", "neu.pdf"])
         self.assertEqual(self.job.lines("neu.pdf"), self.job.lines("A.pdf"))
+        self.assertEqual(findings(self.job.read("neu.pdf")), {})
         self.screen.tool("xdotool", "search", "--sync", "--name", "Vorschau: A.OUT", "windowfocus", "--sync")
         self.close()
         self.assertEqual(len(self.cups.jobs(TRAYS)), 2)
