@@ -118,8 +118,7 @@ std::string DocumentInformation::identifier(const ObjectWriter& writer) const {
         information.add(text.size());
     }
     information.add(static_cast<std::uint64_t>(created_));
-    Fingerprint content = information;
-    content.add(writer.checksum());
+    Fingerprint content = writer.fingerprint();
     content.add(writer.position());
     std::string digits;
     appendHex(digits, information.value());

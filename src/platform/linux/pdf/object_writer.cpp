@@ -1,6 +1,6 @@
 #include "platform/linux/pdf/object_writer.h"
 
-#include <libdeflate.h>
+#include <algorithm>
 
 #include "platform/linux/pdf/number_text.h"
 
@@ -70,9 +70,8 @@ void ObjectWriter::compressedStream(int number, std::string_view entries, std::s
 }
 
 void ObjectWriter::storedStream(int number, std::string_view entries, std::string_view content) {
-    if (layout_ == FileLayout::packed) {
-        checksum_ = libdeflate_crc32(checksum_, content.data(), content.size());
-    }
+    // What is compressed ends in a checksum of four bytes (RFC 1950, 2.2).
+    fingerprint_.add(content.substr(content.size() - std::min<std::size_t>(content.size(), 4)));
     begin(number);
     line_ += "<<";
     line_ += entries;

@@ -8,6 +8,7 @@
 
 #include "platform/linux/pdf/deflater.h"
 #include "platform/linux/pdf/file_output.h"
+#include "platform/linux/pdf/fingerprint.h"
 
 namespace platform_linux::pdf {
 
@@ -33,8 +34,8 @@ public:
     // A stream as it is; of the entries only the length is missing.
     void storedStream(int number, std::string_view entries, std::string_view content);
 
-    // Tells documents apart: over all that streams hold so far, in the packed layout.
-    std::uint32_t checksum() const noexcept { return checksum_; }
+    // Tells documents apart: of all that streams hold so far.
+    const Fingerprint& fingerprint() const noexcept { return fingerprint_; }
     // Bytes written so far.
     std::uint64_t position() const noexcept { return output_.position(); }
 
@@ -62,7 +63,7 @@ private:
     std::string line_;           // reused
     std::string entries_;        // reused
     std::vector<Place> places_;  // of object n at n - 1
-    std::uint32_t checksum_ = 0;
+    Fingerprint fingerprint_;
     int packedIn_ = 0;  // the stream being gathered
     int packedCount_ = 0;
     std::string packedNumbers_;  // and where each begins
