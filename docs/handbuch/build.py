@@ -41,7 +41,7 @@ def tried(paths, workshop, shown) -> list[Chapter]:
     mistakes, done = [], []
     for path in paths:
         try:
-            chapter = Chapter(path).read()
+            chapter = Chapter(path).read(version())
             chapter.try_blocks(workshop, shown)
             done.append(chapter)
         except Mistake as mistake:

@@ -33,8 +33,8 @@ class Chapter:
     blocks: list[Block] = field(default_factory=list)
     headings: list[Heading] = field(default_factory=list)
 
-    def read(self):
-        self.source = self.path.read_text(encoding="utf-8")
+    def read(self, version):
+        self.source = self.path.read_text(encoding="utf-8").replace("@VERSION@", version)
 
         def take(block):
             self.blocks.append(block)
