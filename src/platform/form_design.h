@@ -76,6 +76,7 @@ enum class Key {
     letterC,
     letterF,
     letterG,
+    letterO,
     letterP,
     letterS,
 };

@@ -165,6 +165,10 @@ public:
                                                       const std::string& suggestion, const std::string& kindOfFile,
                                                       const std::string& ending) = 0;
 
+    // Asks the user for a file that is there, beginning in this folder. Nothing where the user does not want any.
+    virtual std::optional<std::string> askFileToRead(Form& owner, const std::string& title,
+                                                     const std::string& folder) = 0;
+
     // Opens the folder of a file in the system's file manager, with the file marked where that can do so, and does not
     // wait. Whether there is a file manager.
     virtual bool showInFolder(const std::string& path) = 0;

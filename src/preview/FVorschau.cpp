@@ -40,7 +40,7 @@ FVorschau::FVorschau(session::Session& session, PreviewOrder order)
 void FVorschau::Show() {
     platform::Platform& platform = session_.platform;
     form_ = platform.forms.create(designOfVorschau(), *this);
-    form_->setTitle(titleOfVorschau + runtime::shown(runtime::fileNameOf(order_.sDateiname)));
+    setTitle();
     form_->setItems("cboZoom", zoomChoices());
     const KeptView kept = readKeptView(session_);
     if (kept.window) {
@@ -54,8 +54,15 @@ void FVorschau::Show() {
 }
 
 void FVorschau::DoVorschau() {
-    pages_ = std::make_unique<PreviewPages>(session_, order_);
-    load(1, Start::top);
+    if (order_.sDateiname.empty()) {
+        openFile();
+    } else {
+        startReading();
+    }
+}
+
+void FVorschau::setTitle() {
+    form_->setTitle(titleOfVorschau + runtime::shown(runtime::fileNameOf(order_.sDateiname)));
 }
 
 const PreviewPage* FVorschau::pageShown() { return shown_ == 0 ? nullptr : &pages_->page(shown_); }
@@ -144,6 +151,7 @@ void FVorschau::clicked(const std::string& control) {
         Row{"cmdZurueck", [](FVorschau& form) { form.find(FindRun::Direction::previous); }},
         Row{"kopieren", [](FVorschau& form) { form.copySelection(); }},
         Row{"alles", [](FVorschau& form) { form.pane_->selectAll(); }},
+        Row{"cmdOeffnen", [](FVorschau& form) { form.openFile(); }},
         Row{"cmdDrucken", [](FVorschau& form) { form.print(); }},
         Row{"cmdPDF", [](FVorschau& form) { form.savePdf(); }},
         Row{"neu lesen", [](FVorschau& form) { form.readAgain(); }},
@@ -269,7 +277,11 @@ void FVorschau::savePdf() {
     }
 }
 
-void FVorschau::readAgain() { load(target_, Start::unchanged); }
+void FVorschau::readAgain() {
+    if (pages_) {
+        load(target_, Start::unchanged);
+    }
+}
 
 void FVorschau::close() {
     storeKeptView(session_, pane_->zoom(), form_->windowPlace());

@@ -27,7 +27,8 @@ public:
     // Shows the form, still without a page, and does not wait. runtime::Error where there is no desktop.
     void Show();
 
-    // Reads the file, prepares the printer and shows the first page. What fails is shown.
+    // Reads the file, prepares the printer and shows the first page. What fails is shown. Where no file was ordered,
+    // the user is asked for one.
     void DoVorschau();
 
     void clicked(const std::string& control) override;
@@ -48,6 +49,9 @@ private:
 
     static constexpr PreviewPages::Milliseconds slice{10};
 
+    void setTitle();
+    void openFile();
+    void startReading();
     void load(std::size_t page, Start start);
     void showAnew(std::size_t page, Start start);
     bool read();

@@ -14,7 +14,7 @@ using platform::Sizing;
 constexpr int side = 14;  // of a tool
 constexpr int top = 3;
 constexpr int toolBarHeight = 20;
-constexpr int width = 543;
+constexpr int width = 558;
 constexpr int height = 270;
 constexpr int statusHeight = 12;
 
@@ -59,9 +59,10 @@ platform::FormDesign designOfVorschau() {
                      symbols::previousHit()),
                 tool(391, "cmdWeiter", "Nächster Treffer", "Nächster Treffer (F3)", symbols::nextHit()),
                 text(408, 80, "lblTreffer", ""),
-                tool(490, "cmdDrucken", "Drucken", "Drucken (Strg+P)", symbols::print()),
-                tool(505, "cmdPDF", "Als PDF speichern", "Als PDF speichern (Strg+S)", symbols::savePdf()),
-                tool(525, "cmdSchliessen", "Schließen", "Schließen (Esc)", symbols::close()),
+                tool(490, "cmdOeffnen", "Druckdatei öffnen", "Druckdatei öffnen (Strg+O)", symbols::openFile()),
+                tool(505, "cmdDrucken", "Drucken", "Drucken (Strg+P)", symbols::print()),
+                tool(520, "cmdPDF", "Als PDF speichern", "Als PDF speichern (Strg+S)", symbols::savePdf()),
+                tool(540, "cmdSchliessen", "Schließen", "Schließen (Esc)", symbols::close()),
                 {label,
                  "lblStatus",
                  "",
@@ -86,6 +87,7 @@ platform::FormDesign designOfVorschau() {
                 {Key::letterG, true, false, "gehe zu"},         {Key::letterP, true, false, "cmdDrucken"},
                 {Key::letterS, true, false, "cmdPDF"},          {Key::f5, false, false, "neu lesen"},
                 {Key::letterC, true, false, "kopieren", false}, {Key::letterA, true, false, "alles", false},
+                {Key::letterO, true, false, "cmdOeffnen"},
             },
     };
 }

@@ -1,5 +1,6 @@
 // How the preview reads its file: the first page at once, the rest while that is looked at or when it is needed.
 #include "preview/FVorschau.h"
+#include "preview/vorschau_settings.h"
 #include "printer/printer_choice.h"
 #include "runtime/error.h"
 #include "runtime/text.h"
@@ -16,6 +17,41 @@ std::string unreadable(const PreviewOrder& order) {
 }
 
 }  // namespace
+
+// Its folder becomes the current one, as the host's is: there lie the graphics.
+void FVorschau::openFile() {
+    platform::System& system = session_.platform.system;
+    const std::string kept = order_.sDateiname.empty() ? readKeptFolder(session_) : "";
+    const auto file = session_.platform.forms.askFileToRead(*form_, "Druckdatei öffnen",
+                                                            kept.empty() ? system.currentDirectory() : kept);
+    if (!file) {
+        if (!pages_) {
+            pane_->say(PageMessage{"Es ist keine Druckdatei gewählt.", "", "Mit Strg+O wird eine gewählt."});
+        }
+        refresh();
+        return;
+    }
+    order_.sDateiname = *file;
+    const std::string folder = file->substr(0, file->size() - runtime::fileNameOf(*file).size());
+    try {
+        system.changeDirectory(folder);
+        storeKeptFolder(session_, folder);
+    } catch (const runtime::Error&) {
+        // Then the file cannot be read either, which is said in the place of its page.
+    }
+    setTitle();
+    startReading();
+}
+
+void FVorschau::startReading() {
+    find_.end();
+    drucken_.reset();
+    ready_ = false;
+    shown_ = 0;
+    target_ = 0;
+    pages_ = std::make_unique<PreviewPages>(session_, order_);
+    load(1, Start::top);
+}
 
 void FVorschau::load(std::size_t page, Start start) {
     if (!read()) {

@@ -11,6 +11,7 @@ namespace MRegistry = settings::MRegistry;
 
 constexpr const char* form = "Vorschau";
 constexpr const char* zoomName = "Zoom";
+constexpr const char* folderName = "Ordner";
 
 }  // namespace
 
@@ -26,6 +27,15 @@ void storeKeptView(session::Session& session, const Zoom& zoom, const platform::
                                 zoomText(zoom, session.locale()), MRegistry::noDefault);
     settings::keepWindowPlace(session, form, window);
     session.storeSettings();
+}
+
+std::string readKeptFolder(session::Session& session) {
+    return MRegistry::GetRegistryValue(session.platform.settings, settings::formKey(form), folderName, "");
+}
+
+void storeKeptFolder(session::Session& session, const std::string& folder) {
+    MRegistry::SetRegistryValue(session.platform.settings, settings::formKey(form), folderName, folder,
+                                MRegistry::noDefault);
 }
 
 }  // namespace preview

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 
 #include "platform/form_design.h"
 #include "preview/zoom.h"
@@ -18,5 +19,9 @@ struct KeptView {
 KeptView readKeptView(session::Session& session);
 
 void storeKeptView(session::Session& session, const Zoom& zoom, const platform::WindowPlace& window);
+
+// The folder of the file that the user has chosen last; empty where there is none.
+std::string readKeptFolder(session::Session& session);
+void storeKeptFolder(session::Session& session, const std::string& folder);
 
 }  // namespace preview

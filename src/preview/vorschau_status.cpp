@@ -62,7 +62,7 @@ std::string FVorschau::printerText() const {
 
 std::string FVorschau::statusText() {
     constexpr const char* between = "   |   ";
-    if (!pages_) {
+    if (!pages_ && !order_.sDateiname.empty()) {
         return "Die Druckdatei wird gelesen …";
     }
     if (!ready_) {

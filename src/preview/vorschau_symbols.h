@@ -15,6 +15,7 @@ platform::Symbol wholePage();
 platform::Symbol pageWidth();
 platform::Symbol previousHit();
 platform::Symbol nextHit();
+platform::Symbol openFile();
 platform::Symbol print();
 platform::Symbol savePdf();
 platform::Symbol close();

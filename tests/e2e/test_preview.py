@@ -4,6 +4,7 @@ import shutil
 import time
 import unittest
 
+from page_picture import RED, bmp
 from pdfa_checker import findings
 from preview_picture import differences, page_of, sheet_in
 from private_bus import PrivateBus
@@ -35,7 +36,7 @@ class PreviewTest(JobTest):
         self.program = self.job.start("/VORSCHAU", *arguments, CUPS_SERVER=str(self.cups.socket),
                                       **self.screen.environment)
         self.addCleanup(lambda: self.program.poll() is None and self.program.end())
-        self.screen.height("Korvano - Vorschau: " + arguments[0])
+        self.screen.height("Korvano - Vorschau: " + "".join(arguments[:1]))
         window = self.wait_for(lambda: self.screen.children(self.screen.children(
             ("org.a11y.atspi.Registry", "/org/a11y/atspi/accessible/root"))[-1]), bool)[0]
         self.canvas, *controls = self.screen.children(window)
@@ -143,6 +144,18 @@ class PreviewTest(JobTest):
         self.screen.tool("xdotool", "search", "--sync", "--name", "Vorschau: A.OUT", "windowfocus", "--sync")
         self.close()
         self.assertEqual(len(self.cups.jobs(TRAYS)), 2)
+
+    def test_without_a_file_one_is_chosen(self):
+        self.job.write("firma/brief.out", "^GR")
+        self.job.write("firma/HPLASER.INI", "[Grafik]\nGrafik1=1,1,1\n")
+        self.job.write("firma/LASER/KRVWin.M1", bmp(900, 900, RED))
+        self.open()
+        self.screen.height("Druckdatei")
+        self.screen.press(*"firma", "slash", *"brief", "period", *"out", "Return")
+        self.shows(1)
+        self.screen.tool("xdotool", "search", "--sync", "--name", "Vorschau: brief.out", "windowfocus", "--sync")
+        self.wait_for(lambda: RED * 20 in self.screen.picture().rgb, True)
+        self.close()
 
     def test_what_cannot_be_shown_is_said(self):
         self.job.write("A.OUT", "eins\f^BC1,1,käse\\\fdrei\f")

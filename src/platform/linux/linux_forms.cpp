@@ -49,6 +49,12 @@ std::optional<std::string> LinuxForms::askFileToWrite(platform::Form& owner, con
     return desktop != nullptr ? desktop->askFileToWrite(owner, title, suggestion, kindOfFile, ending) : std::nullopt;
 }
 
+std::optional<std::string> LinuxForms::askFileToRead(platform::Form& owner, const std::string& title,
+                                                     const std::string& folder) {
+    qt::Desktop* desktop = desktop_.ifLoaded();
+    return desktop != nullptr ? desktop->askFileToRead(owner, title, folder) : std::nullopt;
+}
+
 // Where no file manager says on the message bus that it is there, the folder alone is opened, without the file marked.
 bool LinuxForms::showInFolder(const std::string& path) {
     const auto openFolder = [folder = path.substr(0, path.rfind('/') + 1)] {

@@ -20,6 +20,8 @@ public:
     std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
                                               const std::string& suggestion, const std::string& kindOfFile,
                                               const std::string& ending) override;
+    std::optional<std::string> askFileToRead(platform::Form& owner, const std::string& title,
+                                             const std::string& folder) override;
     bool showInFolder(const std::string& path) override;
     bool composeMail(const std::string& subject, const std::string& text) override;
     std::string showPrinterFolder() override;

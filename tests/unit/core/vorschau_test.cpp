@@ -134,8 +134,9 @@ protected:
         write(pages);
         open();
     }
-    void open() {
-        vorschau.emplace(session, preview::PreviewOrder{"A.OUT", "", "", false});
+    void open() { openFile("A.OUT"); }
+    void openFile(const std::string& file) {
+        vorschau.emplace(session, preview::PreviewOrder{file, "", "", false});
         vorschau->Show();
         vorschau->DoVorschau();
         form.rest();
@@ -555,6 +556,27 @@ TEST_F(VorschauTest, SavesAPdfOrSaysHowToGetAPrinterForIt) {
     dialog.press("cmdAbbrechen");
     form.pressKey(Key::letterS, true);
     EXPECT_NE(lastBox().find("PDF"), std::string::npos);
+}
+
+// As from the desktop's menu; graphics are looked for beside the file that is chosen.
+TEST_F(VorschauTest, AsksForAFileAndGoesIntoItsFolder) {
+    host.system.files["D:\\FIRMA\\B.OUT"] = "eins";
+    openFile("");
+    EXPECT_TRUE(form.title == "Korvano - Vorschau: " && form.controls["cmdOeffnen"].enabled && !form.closed);
+    EXPECT_EQ(host.forms.suggested + shown("lblStatus"), "C:\\KORVANO");
+    form.pressKey(Key::f5);
+    host.forms.fileToRead = "D:\\FIRMA\\B.OUT";
+    form.pressKey(Key::letterO, true);
+    EXPECT_EQ(form.title, "Korvano - Vorschau: B.OUT");
+    EXPECT_EQ(shown("txtSeite") + shown("lblSeiten") + host.system.directory, "1von 1D:\\FIRMA\\");
+
+    host.forms.fileToRead = "C:\\FEHLT.OUT";
+    form.press("cmdOeffnen");
+    EXPECT_EQ(host.forms.suggested + shown("txtSeite"), "D:\\FIRMA\\");
+    EXPECT_FALSE(form.controls["cmdDrucken"].enabled);
+    host.forms.fileToRead.reset();
+    openFile("");
+    EXPECT_EQ(host.forms.suggested, "C:\\") << "where the last one was";
 }
 
 TEST_F(VorschauTest, KeepsZoomAndPlaceFromCallToCall) {

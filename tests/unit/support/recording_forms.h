@@ -129,6 +129,7 @@ public:
     FormState dialog;  // the last one in front of it
     std::string copied;
     std::optional<std::string> fileToWrite;  // what the user answers
+    std::optional<std::string> fileToRead;
     std::string suggested;
     bool hasDesktop = true;
     int folders = 0;
@@ -170,6 +171,10 @@ public:
                                               const std::string&, const std::string&) override {
         suggested = suggestion;
         return fileToWrite;
+    }
+    std::optional<std::string> askFileToRead(platform::Form&, const std::string&, const std::string& folder) override {
+        suggested = folder;
+        return fileToRead;
     }
     std::string shownInFolder;
     bool showInFolder(const std::string& path) override {

@@ -23,6 +23,16 @@ bool mayBeReplaced(QWidget& owner, const QString& title, const QString& file) {
     return box.clickedButton() == replace;
 }
 
+// German wherever it runs.
+void setLabels(QFileDialog& dialog, const char* accept) {
+    for (const auto& [label, text] :
+         {std::pair(QFileDialog::LookIn, "Ordner:"), std::pair(QFileDialog::FileName, "Datei&name:"),
+          std::pair(QFileDialog::FileType, "Dateityp:"), std::pair(QFileDialog::Accept, accept),
+          std::pair(QFileDialog::Reject, "Abbrechen")}) {
+        dialog.setLabelText(label, text);
+    }
+}
+
 }  // namespace
 
 std::optional<std::string> askFileToWrite(QWidget& owner, const std::string& title, const std::string& suggestion,
@@ -34,12 +44,7 @@ std::optional<std::string> askFileToWrite(QWidget& owner, const std::string& tit
     dialog.setFileMode(QFileDialog::AnyFile);
     dialog.setNameFilter(QString::fromStdString(kindOfFile) + " (*" + suffix + ")");
     dialog.setDefaultSuffix(suffix);
-    for (const auto& [label, text] :
-         {std::pair(QFileDialog::LookIn, "Ordner:"), std::pair(QFileDialog::FileName, "Datei&name:"),
-          std::pair(QFileDialog::FileType, "Dateityp:"), std::pair(QFileDialog::Accept, "&Speichern"),
-          std::pair(QFileDialog::Reject, "Abbrechen")}) {
-        dialog.setLabelText(label, text);
-    }
+    setLabels(dialog, "&Speichern");
     // Asked here instead, in German wherever it runs.
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
     dialog.setDirectory(QFileInfo(QString::fromStdString(suggestion)).path());
@@ -51,6 +56,14 @@ std::optional<std::string> askFileToWrite(QWidget& owner, const std::string& tit
         }
     }
     return std::nullopt;
+}
+
+std::optional<std::string> askFileToRead(QWidget& owner, const std::string& title, const std::string& folder) {
+    QFileDialog dialog(&owner, QString::fromStdString(title), QString::fromStdString(folder), "Alle Dateien (*)");
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    setLabels(dialog, "Ö&ffnen");
+    const bool chosen = dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty();
+    return chosen ? std::optional(dialog.selectedFiles().constFirst().toStdString()) : std::nullopt;
 }
 
 }  // namespace platform_linux::qt

@@ -103,6 +103,8 @@ class QtDesktop : public platform_linux::qt::Desktop {
 public:
     explicit QtDesktop(platform_linux::qt::CodePageSource codePage) : sheet_(std::move(codePage)) {
         QCoreApplication::setApplicationName(runtime::programName);
+        // The desktop entry, by which desktops group windows and know their icon.
+        QGuiApplication::setDesktopFileName("krvwinpr");
         QGuiApplication::setQuitOnLastWindowClosed(false);
         QGuiApplication::setWindowIcon(QIcon(":/krvwinpr.ico"));
         // What Qt does only in its own main loop; without it screen readers meet no window.
@@ -158,6 +160,12 @@ public:
                                               const std::string& ending) override {
         return platform_linux::qt::askFileToWrite(static_cast<platform_linux::qt::QtForm&>(owner).window(), title,
                                                   suggestion, kindOfFile, ending);
+    }
+
+    std::optional<std::string> askFileToRead(platform::Form& owner, const std::string& title,
+                                             const std::string& folder) override {
+        return platform_linux::qt::askFileToRead(static_cast<platform_linux::qt::QtForm&>(owner).window(), title,
+                                                 folder);
     }
 
     bool markInFileManager(const std::string& path, std::function<void()> otherwise) override {

@@ -31,6 +31,8 @@ public:
     virtual std::optional<std::string> askFileToWrite(platform::Form& owner, const std::string& title,
                                                       const std::string& suggestion, const std::string& kindOfFile,
                                                       const std::string& ending) = 0;
+    virtual std::optional<std::string> askFileToRead(platform::Form& owner, const std::string& title,
+                                                     const std::string& folder) = 0;
     // Asks the desktop's file manager to show a file in its folder, and does not wait; whether there is one on the
     // message bus. Where it refuses or does not answer in time, "otherwise" is called later.
     virtual bool markInFileManager(const std::string& path, std::function<void()> otherwise) = 0;

@@ -47,6 +47,8 @@ int codeOf(Key key) {
             return Qt::Key_F;
         case Key::letterG:
             return Qt::Key_G;
+        case Key::letterO:
+            return Qt::Key_O;
         case Key::letterP:
             return Qt::Key_P;
         case Key::letterS:

@@ -1,4 +1,4 @@
-// The system's dialog for the name of a file to be written.
+// The system's dialogs for the name of a file to be written, or of one that is there.
 #pragma once
 
 #include "platform/windows/gdi/system_headers.h"
@@ -8,8 +8,10 @@
 
 namespace platform_windows::forms {
 
-// As Forms::askFileToWrite() says.
+// As Forms::askFileToWrite() and askFileToRead() say.
 std::optional<std::string> chooseFileToWrite(HWND owner, const std::string& title, const std::string& suggestion,
                                              const std::string& kindOfFile, const std::string& ending);
+
+std::optional<std::string> chooseFileToRead(HWND owner, const std::string& title, const std::string& folder);
 
 }  // namespace platform_windows::forms

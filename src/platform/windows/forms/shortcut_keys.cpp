@@ -54,6 +54,8 @@ Codes codesOf(Key key) {
             return single('F');
         case Key::letterG:
             return single('G');
+        case Key::letterO:
+            return single('O');
         case Key::letterP:
             return single('P');
         case Key::letterS:

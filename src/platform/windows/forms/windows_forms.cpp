@@ -93,6 +93,11 @@ std::optional<std::string> WindowsForms::askFileToWrite(platform::Form& owner, c
     return chooseFileToWrite(windowOf(&owner), title, suggestion, kindOfFile, ending);
 }
 
+std::optional<std::string> WindowsForms::askFileToRead(platform::Form& owner, const std::string& title,
+                                                       const std::string& folder) {
+    return chooseFileToRead(windowOf(&owner), title, folder);
+}
+
 bool WindowsForms::showInFolder(const std::string& path) { return openFolderOf(path); }
 
 bool WindowsForms::composeMail(const std::string& subject, const std::string& text) { return openMail(subject, text); }
