@@ -1,7 +1,9 @@
 #include "platform/linux/linux_forms.h"
 
+#include "platform/linux/desktop.h"
 #include "platform/linux/detached_start.h"
 #include "platform/linux/mail_program.h"
+#include "platform/linux/module.h"
 #include "platform/linux/printer_folder.h"
 #include "runtime/error.h"
 
@@ -12,10 +14,18 @@ std::unique_ptr<platform::Form> LinuxForms::create(const platform::FormDesign& d
     if (qt::Desktop* desktop = desktop_.get(Trial::displayOnly)) {
         return desktop->createForm(design, events, owner);
     }
-    throw runtime::Error(runtime::errPermissionDenied,
-                         "Das Fenster „" + design.title +
-                             "“ braucht einen Bildschirm, und hier antwortet keiner. Bitte in einem Fenster der "
-                             "Arbeitsoberfläche starten; über SSH mit „ssh -X“, damit DISPLAY gesetzt ist");
+    const std::string package = packageToInstall("qt");
+    const std::string install = package.empty() ? "" : "Bitte das Paket " + package + " installieren";
+    if (!package.empty() && desktopNamed()) {
+        throw runtime::Error(runtime::errPermissionDenied,
+                             install + "; es enthält, was das Fenster „" + design.title + "“ braucht");
+    }
+    throw runtime::Error(
+        runtime::errPermissionDenied,
+        "Das Fenster „" + design.title +
+            "“ braucht einen Bildschirm, und hier antwortet keiner. Bitte in einem Fenster der Arbeitsoberfläche "
+            "starten; über SSH mit „ssh -X“, damit DISPLAY gesetzt ist" +
+            (install.empty() ? "" : ". " + install));
 }
 
 void LinuxForms::run() {

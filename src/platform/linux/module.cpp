@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <string_view>
 
 #include "platform/linux/memory_room.h"
 #include "platform/linux/paths.h"
@@ -32,8 +33,33 @@ std::string loaderText() {
     return text != nullptr ? text : "unbekannter Fehler";
 }
 
-[[noreturn]] void refuse(const std::string& reason) {
-    throw runtime::Error(runtime::errFileNotFound, reason + "; KRVWinPr bitte vollständig neu installieren");
+[[noreturn]] void refuse(const std::string& reason,
+                         const std::string& remedy = "KRVWinPr bitte vollständig neu installieren") {
+    throw runtime::Error(runtime::errFileNotFound, reason + "; " + remedy);
+}
+
+// The package of a module that a server does without; empty for the others.
+std::string packageOf(std::string_view module) {
+    return module == "qt" || module == "screen" || module == "notification" ? "krvwinpr-desktop" : "";
+}
+
+// Empty where there is none; the places are those that were looked at.
+std::string fileOf(const std::string& module, std::array<std::string, 2>& places) {
+    const std::string program = programFile();
+    if (program.empty()) {
+        // The loader would look for a relative name wherever the environment and the current directory lead it.
+        refuse("Das Programm findet seinen eigenen Ordner nicht; /proc einhängen oder es mit ganzem Pfad starten");
+    }
+    const std::string folder = program.substr(0, program.rfind('/') + 1);
+    places = {folder, folder + "../lib/krvwinpr/"};
+    const std::string name = "krvwinpr-" + module + ".so";
+    for (const std::string& place : places) {
+        std::string file = place + name;
+        if (::access(file.c_str(), F_OK) == 0) {
+            return file;
+        }
+    }
+    return {};
 }
 
 // Some of the libraries that come with a module end the process where they get no memory.
@@ -69,22 +95,22 @@ std::span<const LoadedModule> loadedModules() noexcept {
 }
 
 void* moduleEntry(const std::string& name) {
-    const std::string program = programFile();
-    if (program.empty()) {
-        // The loader would look for a relative name wherever the environment and the current directory lead it.
-        refuse("Das Programm findet seinen eigenen Ordner nicht; /proc einhängen oder es mit ganzem Pfad starten");
+    std::array<std::string, 2> places;
+    const std::string file = fileOf(name, places);
+    if (!file.empty()) {
+        requireMemory();
+        return entryOf(file, "krvwinpr_" + name);
     }
-    const std::string folder = program.substr(0, program.rfind('/') + 1);
-    const std::array<std::string, 2> places = {folder, folder + "../lib/krvwinpr/"};
-    const std::string fileName = "krvwinpr-" + name + ".so";
-    for (const std::string& place : places) {
-        const std::string file = place + fileName;
-        if (::access(file.c_str(), F_OK) == 0) {
-            requireMemory();
-            return entryOf(file, "krvwinpr_" + name);
-        }
+    const std::string reason = "Das Modul krvwinpr-" + name + ".so fehlt in " + places[0] + " und " + places[1];
+    if (const std::string package = packageOf(name); !package.empty()) {
+        refuse(reason, "bitte das Paket " + package + " installieren");
     }
-    refuse("Das Modul " + fileName + " fehlt in " + places[0] + " und " + places[1]);
+    refuse(reason);
+}
+
+std::string packageToInstall(const std::string& name) {
+    std::array<std::string, 2> places;
+    return fileOf(name, places).empty() ? packageOf(name) : "";
 }
 
 }  // namespace platform_linux
