@@ -1,5 +1,10 @@
 #!/usr/bin/env python3
-"""Draws the program's icon, a printer whose sheet shows a caret: make_icon.py src/platform/windows/program/krvwinpr.ico"""
+"""Draws the program's icon, a printer whose sheet shows a caret, as the ending of each file says (the size of a PNG file
+stands in its name):
+
+    cmake/make_icon.py src/platform/windows/program/krvwinpr.ico packaging/desktop/krvwinpr{.svg,-32.png,-48.png,-256.png}
+"""
+import re
 import struct
 import sys
 import zlib
@@ -16,34 +21,39 @@ CARET = (0xD2, 0x45, 0x1E)
 LAMP = (0x6F, 0xD0, 0x5C)
 
 
-def box(left, top, right, bottom):
-    return lambda x, y: left <= x < right and top <= y < bottom
+class Box:
+    def __init__(self, left, top, right, bottom):
+        self.svg = f'<path fill="{{}}" d="M{left} {top}H{right}V{bottom}H{left}z"/>'
+        self.inside = lambda x, y: left <= x < right and top <= y < bottom
 
 
-def stroke(x0, y0, x1, y1, width):
-    def inside(x, y):
+class Stroke:
+    def __init__(self, x0, y0, x1, y1, width):
+        self.svg = f'<path stroke="{{}}" stroke-width="{width}" stroke-linecap="round" d="M{x0} {y0}L{x1} {y1}"/>'
         dx, dy = x1 - x0, y1 - y0
-        along = max(0.0, min(1.0, ((x - x0) * dx + (y - y0) * dy) / (dx * dx + dy * dy)))
-        return (x - x0 - along * dx) ** 2 + (y - y0 - along * dy) ** 2 <= (width / 2) ** 2
-    return inside
+
+        def inside(x, y):
+            along = max(0.0, min(1.0, ((x - x0) * dx + (y - y0) * dy) / (dx * dx + dy * dy)))
+            return (x - x0 - along * dx) ** 2 + (y - y0 - along * dy) ** 2 <= (width / 2) ** 2
+        self.inside = inside
 
 
 # In a square of 48 units, from back to front.
 SHAPES = (
-    (box(11, 2, 37, 22), INK), (box(13, 4, 35, 22), SHEET),
-    (stroke(18, 16, 24, 8, 3.6), CARET), (stroke(24, 8, 30, 16, 3.6), CARET),
-    (box(3, 19, 45, 40), INK), (box(5, 21, 43, 38), BODY),
-    (box(37, 24, 40, 27), LAMP),
-    (box(9, 29, 39, 33), SLOT),
-    (box(11, 31, 37, 46), INK), (box(13, 31, 35, 44), SHEET),
-    (box(16, 35, 32, 37), INK), (box(16, 39, 27, 41), INK),
+    (Box(11, 2, 37, 22), INK), (Box(13, 4, 35, 22), SHEET),
+    (Stroke(18, 16, 24, 8, 3.6), CARET), (Stroke(24, 8, 30, 16, 3.6), CARET),
+    (Box(3, 19, 45, 40), INK), (Box(5, 21, 43, 38), BODY),
+    (Box(37, 24, 40, 27), LAMP),
+    (Box(9, 29, 39, 33), SLOT),
+    (Box(11, 31, 37, 46), INK), (Box(13, 31, 35, 44), SHEET),
+    (Box(16, 35, 32, 37), INK), (Box(16, 39, 27, 41), INK),
 )
 
 
 def colour_at(x, y):
     found = None
-    for inside, colour in SHAPES:
-        if inside(x, y):
+    for shape, colour in SHAPES:
+        if shape.inside(x, y):
             found = colour
     return found
 
@@ -88,16 +98,29 @@ def png(size):
             + chunk(b'IDAT', zlib.compress(lines, 9)) + chunk(b'IEND', b''))
 
 
-def main(path):
+def svg():
+    lines = (shape.svg.format('#' + bytes(colour).hex()) for shape, colour in SHAPES)
+    return ('<svg xmlns="http://www.w3.org/2000/svg" width="48" height="48" viewBox="0 0 48 48">\n  '
+            + '\n  '.join(lines) + '\n</svg>\n').encode()
+
+
+def ico():
     pictures = [(size, picture(size)) for size in SIZES] + [(LARGE, png(LARGE))]
     offset = 6 + 16 * len(pictures)
     directory = struct.pack('<HHH', 0, 1, len(pictures))
     for size, data in pictures:
         directory += struct.pack('<BBBBHHII', size % 256, size % 256, 0, 0, 1, 32, len(data), offset)
         offset += len(data)
-    with open(path, 'wb') as file:
-        file.write(directory + b''.join(data for _, data in pictures))
+    return directory + b''.join(data for _, data in pictures)
+
+
+def main(paths):
+    for path in paths:
+        size = re.search(r'-(\d+)\.png$', path)
+        data = png(int(size[1])) if size else svg() if path.endswith('.svg') else ico()
+        with open(path, 'wb') as file:
+            file.write(data)
 
 
 if __name__ == '__main__':
-    main(sys.argv[1])
+    main(sys.argv[1:])
