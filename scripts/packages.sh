@@ -10,7 +10,7 @@ clang-format clang-tidy zbar-tools zxing-cpp-tools libzint-dev imagemagick netpb
 windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-win32 googletest wine wine64 locales xauth"
 
 # What makes the packages of a release, and looks at them.
-packaging_packages="debhelper fakeroot lintian nsis zip"
+packaging_packages="debhelper fakeroot lintian nsis zip man-db desktop-file-utils mmdebstrap"
 
 # What makes the handbook.
 handbook_packages="weasyprint python3-markdown python3-pil poppler-utils xvfb xauth fonts-liberation fonts-lato fonts-dejavu-core

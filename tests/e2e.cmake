@@ -23,6 +23,14 @@ if(NOT KRV_SANITIZE)
     set_tests_properties(e2e.hardening PROPERTIES ENVIRONMENT "KRVWINPR_FILES=${files}")
 endif()
 
+# What users get of them on Debian. It makes a Debian of its own.
+if(NOT KRV_SANITIZE)
+    add_test(NAME e2e.debian_packages WORKING_DIRECTORY ${CMAKE_SOURCE_DIR}
+             COMMAND ${Python3_EXECUTABLE} -B tests/e2e/test_debian_packages.py)
+    set_tests_properties(e2e.debian_packages PROPERTIES TIMEOUT 600
+        ENVIRONMENT "KRVWINPR=$<TARGET_FILE:KRVWinPr>;KRVWINPR_DEVELOPED=$<BOOL:${KRV_DEVELOPMENT}>")
+endif()
+
 # What lets the program's memory end, for the tests of faults.
 add_library(krv-no-memory MODULE e2e/faults/no_memory.cpp)
 set_target_properties(krv-no-memory PROPERTIES PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR})

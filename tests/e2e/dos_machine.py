@@ -75,11 +75,11 @@ class Dosbox:
 class Messenger:
     """Carries out the orders in the folders of some jobs, with the settings of the first, until the test ends."""
 
-    def __init__(self, test, *jobs):
+    def __init__(self, test, *jobs, command=(MESSENGER,)):
         self.test = test
         self.log = jobs[0].folder.parent / "bote.log"
         with self.log.open("wb") as errors:
-            self.process = subprocess.Popen([MESSENGER, *(job.folder for job in jobs)], env=jobs[0].environment,
+            self.process = subprocess.Popen([*command, *(job.folder for job in jobs)], env=jobs[0].environment,
                                             cwd=jobs[0].folder.parent, stdin=subprocess.DEVNULL, stderr=errors)
         test.addCleanup(self.stop)
         until(lambda: self.log.read_text().count("wird überwacht") == len(jobs))

@@ -62,6 +62,15 @@ class WindowsPreviewTest(WindowsScreenTest):
             self.assertEqual(self.program.wait(20), 0)
             self.assertEqual(self.job.contents().keys() - {"job.pdf"}, before.keys() - {"job.pdf"})
 
+    def test_without_a_file_one_is_chosen(self):
+        self.job.write("firma/a.out", "eins")
+        self.start("/VORSCHAU")
+        self.screen.height("Druckdatei")
+        self.screen.press(*"firma", "backslash", "a", "period", *"out", "Return")
+        self.screen.height("Vorschau: a.out")
+        self.screen.press("Escape")
+        self.assertEqual(self.program.wait(20), 0)
+
 
 if __name__ == "__main__":
     unittest.main()
