@@ -29,8 +29,9 @@ class FreshDebian:
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="krv-debian-"))
         self.root = self.folder / "root"
         (self.folder / "sources.list").write_text(sources)
-        made = subprocess.run(["mmdebstrap", "--quiet", "--mode=root", "--variant=minbase", "--skip=cleanup/apt", "--dpkgopt=force-unsafe-io",
-                               platform.freedesktop_os_release()["VERSION_CODENAME"], self.root, self.folder / "sources.list"],
+        options = ["--quiet", "--mode=root", "--variant=minbase", "--skip=cleanup/apt", "--dpkgopt=force-unsafe-io"]
+        release = platform.freedesktop_os_release()["VERSION_CODENAME"]
+        made = subprocess.run(["mmdebstrap", *options, release, self.root, self.folder / "sources.list"],
                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
         if made.returncode:
             self.__exit__()
