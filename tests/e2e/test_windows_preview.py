@@ -66,6 +66,7 @@ class WindowsPreviewTest(WindowsScreenTest):
         self.job.write("firma/a.out", "eins")
         self.start("/VORSCHAU")
         self.screen.height("Druckdatei")
+        self.screen.tool("xdotool", "sleep", "2")
         self.screen.press(*"firma", "backslash", "a", "period", *"out", "Return")
         self.screen.height("Vorschau: a.out")
         self.screen.press("Escape")
