@@ -138,7 +138,7 @@ class JobListTest(JobTest):
         self.open("archiv")
         self.cups.stop()
         self.screen.press("alt+i", "Down", "alt+e")
-        self.screen.height("^Drucken$")
+        self.screen.tool("xdotool", "search", "--sync", "--onlyvisible", "--name", "^Drucken$", "windowfocus", "--sync")
         self.screen.press("Escape")
         self.answer("Return")
         self.wait_for(lambda: self.rows(self.kept, KEPT_COLUMNS, 0), [("A.OUT",)])

@@ -25,11 +25,17 @@ class WindowsJobListTest(WindowsScreenTest):
         return sorted(file.name for folder in self.kept() for file in folder.glob("*.OUT"))
 
     def press_until(self, condition, *keys):
-        """The form looks for kept jobs every few seconds."""
+        """The form looks for kept jobs every few seconds, and takes no key before it is in front."""
         def pressed():
             self.screen.press(*keys)
             return condition()
         self.cups.wait_until(pressed, f"what {keys} do")
+
+    def is_seen(self, title):
+        try:
+            return self.screen.tool("xdotool", "search", "--onlyvisible", "--name", title) != ""
+        except subprocess.CalledProcessError:
+            return False
 
     def test_kept_jobs_come_into_the_list_by_themselves_are_printed_again_and_deleted(self):
         self.fail_to_print("A.OUT")
@@ -37,7 +43,7 @@ class WindowsJobListTest(WindowsScreenTest):
         self.start("/AUFTRAEGE", QUEUE, "/DEBUG")
         form = self.program
         self.screen.height("Korvano - Druckauftr")
-        self.screen.press("alt+i", "Home", "alt+e")
+        self.press_until(lambda: len(self.cups.jobs(QUEUE)) > 1, "alt+i", "Home", "alt+e")
         again = self.cups.wait_for_jobs(QUEUE, 2)[1]
         pdf = self.job.folder / "job.pdf"
         subprocess.run(["ps2pdf", again.path, pdf], check=True)
@@ -59,12 +65,9 @@ class WindowsJobListTest(WindowsScreenTest):
         form = self.program
         self.screen.height("Korvano - Druckauftr")
         jobs = len(self.cups.jobs(QUEUE))
-        self.screen.press("alt+i", "Home", "alt+e")
-        self.screen.height("^Drucken$")
-        self.screen.press("Escape")
-        self.screen.height("^KRVWinPr$")
-        self.screen.press("Return", "Escape")
-        self.assertEqual(form.wait(20), 0)
+        self.press_until(lambda: self.is_seen("^Drucken$"), "alt+i", "Home", "alt+e")
+        self.press_until(lambda: not self.is_seen("^Drucken$"), "Escape")
+        self.press_until(lambda: form.poll() == 0, "Return", "Escape")
         self.assertEqual((self.kept_names(), len(self.cups.jobs(QUEUE))), (["LISTE (1).OUT"], jobs))
         self.assertIn(">     Druckauftrag vom Benutzer abgebrochen", self.job.log())
 
