@@ -35,7 +35,6 @@ OPTIONS = {
     "dateien": {"ordner"},
     "befehl": {"ordner", "ergibt", "meldung", "verborgen"},
     "ausgabe": {"ordner", "datei"},
-    "inhalt": {"ordner", "zeilen"},
 }
 CODE_OPTIONS = {"ordner", "verborgen"}
 

@@ -104,8 +104,6 @@ def show(block: Block, workshop: Workshop, pictured: bool) -> str:
             workshop.command(block)
         case "ausgabe":
             workshop.compare_output(block)
-        case "inhalt":
-            block.text = "\n".join(workshop.content(block, block.name)) + "\n"
         case _ if block.name:
             workshop.write(block)
     return "" if "verborgen" in block.options else code(block)

@@ -132,9 +132,7 @@ class Workshop:
         path = self.folder(block) / name
         if not path.exists():
             raise block.mistake(f"{name} gibt es nicht.")
-        lines = self.neutral(path.read_bytes().decode("utf-8")).splitlines()
-        first, _, last = block.options.get("zeilen", "1-").partition("-")
-        return lines[int(first) - 1:int(last) if last else None]
+        return self.neutral(path.read_bytes().decode("utf-8")).splitlines()
 
 
 def arguments(block: Block) -> list[str]:
