@@ -14,7 +14,8 @@ time=@${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
 files=$(mktemp -d)
 trap 'rm -rf "$files"' EXIT
 python3 packaging/windows/make_picture.py src/platform/windows/program/krvwinpr.ico "$files/picture.bmp"
-sed 's/$/\r/' LICENSE >"$files/LIZENZ.txt"
+# What is linked into the programs wants its own terms to go with them.
+{ cat LICENSE; printf '\n\n'; cat packaging/windows/third_party.txt; } | sed 's/$/\r/' >"$files/LIZENZ.txt"
 cp "$handbook/KRVWinPr-Handbuch.html" "$handbook/KRVWinPr-Handbuch.pdf" "$files"
 pack() { # pack BITS BUILD: the programs of one kind, and their zip file
     mkdir "$files/$1"

@@ -12,12 +12,11 @@ import unittest
 import zipfile
 
 from dos_machine import Dosbox
-from support import OK_TEXT, output_of
+from support import OK_TEXT, VERSION, output_of
 from test_windows import PREFIX, PROGRAM, QUEUE, TESTS, WindowsTest
 from test_windows_messenger import RUN_KEY, windows_path
 
 ROOT = TESTS.parent
-VERSION = re.search(r"^project.* VERSION ([\d.]+)", (ROOT / "CMakeLists.txt").read_text(), re.M)[1]
 NARROW = os.environ["KRVWINPR_WINDOWS32"]
 DRIVE = pathlib.Path(PREFIX) / "drive_c"
 HOST = DRIVE / "FIRMA"
@@ -231,7 +230,9 @@ class Setup(WindowsTest):
         for file in first[1:]:
             with zipfile.ZipFile(file) as packed:
                 self.assertEqual(packed.namelist(), ["KRVWinPr.exe", "KRVWinPrBote.exe", "LIZENZ.txt"])
-                self.assertEqual(packed.read("LIZENZ.txt").replace(b"\r\n", b"\n"), (ROOT / "LICENSE").read_bytes())
+                licence = packed.read("LIZENZ.txt").replace(b"\r\n", b"\n")
+                for text in "LICENSE", "packaging/windows/third_party.txt":
+                    self.assertIn((ROOT / text).read_bytes(), licence)
 
 
 if __name__ == "__main__":
