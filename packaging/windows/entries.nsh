@@ -11,6 +11,8 @@ Function WriteMenu
   ${EndIf}
   CreateShortcut "${MENU}\Druckerauswahl.lnk" "$INSTDIR\KRVWinPr.exe" "/DRUCKERAUSWAHL" "" "" "" "" \
     "Drucker für Korvano wählen, mit Rändern und Schächten"
+  CreateShortcut "${MENU}\Vorschau.lnk" "$INSTDIR\KRVWinPr.exe" "/VORSCHAU" "" "" "" "" \
+    "Eine Druckdatei ansehen, wie sie gedruckt wird"
   CreateShortcut "${MENU}\Druckaufträge.lnk" "$INSTDIR\KRVWinPr.exe" "/AUFTRAEGE" "" "" "" "" \
     "Was in der Warteschlange steht, und was nicht gedruckt wurde"
   SetOutPath $INSTDIR
@@ -39,6 +41,7 @@ FunctionEnd
 
 Function un.RemoveMenu
   Delete "${MENU}\Druckerauswahl.lnk"
+  Delete "${MENU}\Vorschau.lnk"
   Delete "${MENU}\Druckaufträge.lnk"
   Delete "${MENU}\Handbuch.lnk"
   Delete "${MENU}\${PRODUCT} deinstallieren.lnk"

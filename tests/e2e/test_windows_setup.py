@@ -23,7 +23,7 @@ HOST = DRIVE / "FIRMA"
 ENTRY = r"Software\Microsoft\Windows\CurrentVersion\Uninstall\KRVWinPr"
 FILES = ["Deinstallieren.exe", "KRVWinPr-Handbuch.html", "KRVWinPr-Handbuch.pdf", "KRVWinPr.exe", "KRVWinPrBote.exe",
          "LIZENZ.txt"]
-MENU = ["Druckaufträge.lnk", "Druckerauswahl.lnk", "Handbuch.lnk", "KRVWinPr deinstallieren.lnk"]
+MENU = ["Druckaufträge.lnk", "Druckerauswahl.lnk", "Handbuch.lnk", "KRVWinPr deinstallieren.lnk", "Vorschau.lnk"]
 # What Wine itself and makensis's own programs leave behind, whatever is installed.
 NOISE = re.compile(r"/Temp/|PendingFileRenameOperations|\\Software\\Wine|\\Explorer\\|\\Print|_USER\\Console")
 POLICIES = r"HKLM\Software\Microsoft\Windows\CurrentVersion\Policies\System"
