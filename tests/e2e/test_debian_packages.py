@@ -20,6 +20,7 @@ from support import OK_TEXT, PRINTER, PROGRAM, PROJECT, VERSION, JobTest, lines_
 PAGES = ("KRVWinPr.1", "KRVWinPrBote.1")
 ENTRIES = {"krvwinpr": "Druckerauswahl", "krvwinpr-vorschau": "Druckvorschau", "krvwinpr-auftraege": "Druckaufträge",
            "krvwinpr-handbuch": "Druckhandbuch"}
+OPTION = re.compile(r"(?<=\s)(?:/[A-Z]{3,}2?|--[a-z]+)\b")
 TOOLS = ("dh", "lintian", "man", "desktop-file-validate", "gio")
 
 
@@ -63,10 +64,10 @@ class DebianPackages(JobTest):
                                  text=True, env=os.environ | {"LC_ALL": "C.UTF-8", "MANWIDTH": "80"})
             self.assertEqual((run.returncode, run.stderr), (0, ""))
             self.assertIn(f"KRVWinPr {VERSION}", run.stdout)
-            options = set(re.findall(r"(?<=\s)/[A-ZÄ]{3,}2?\b", run.stdout))
-            usage = subprocess.run([PROGRAM.parent / page.stem, *(["/?"] if "Bote" in page.stem else [])],
-                                   env=self.job.environment, capture_output=True, text=True, timeout=20)
-            self.assertLessEqual(set(re.findall(r"/[A-Z]{3,}", usage.stdout + usage.stderr)), options)
+            help_text = subprocess.run([PROGRAM.parent / page.stem, "--help"], env=self.job.environment, timeout=20,
+                                       stdout=subprocess.PIPE, text=True).stdout
+            self.assertIn("--version", help_text)
+            self.assertLessEqual(set(OPTION.findall(help_text)), set(OPTION.findall(run.stdout)))
 
     def test_they_run_no_scripts_and_have_their_version(self):
         self.assertEqual(self.packages.keys(), {"krvwinpr", "krvwinpr-desktop", "krvwinpr-doc"})
