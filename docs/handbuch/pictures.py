@@ -224,14 +224,20 @@ ELSEWHERE = ((r"\d{8}-\d{9}-\d+", "20260302-091500123-4711"), (r"(?m)^(Zeit: +).
 @picture("fehlerbericht")
 def error_report(desk):
     desk.cups.run("cupsreject", LABELS)
-    # Without a desktop it offers no report by itself.
-    desk.start("RECHNUNG.OUT", "KEINEGRAFIK", LABELS, DISPLAY="")
-    desk.cups.wait_until((desk.work / "KRVWINPR.OK").exists, "the job")
-    time.sleep(1)  # then it waits for the printer
-    desk.program.send_signal(signal.SIGSEGV)
-    desk.program.wait(PATIENCE)
-    file = desk.home / ".local/share/KRVWinPr/KRVWinPr.ERR"
-    report = file.read_bytes().decode().replace(str(desk.home), "/home/meier")
+    data = desk.home / ".local/share/KRVWinPr"
+    for _ in range(9):
+        shutil.rmtree(data, ignore_errors=True)
+        (desk.work / "KRVWINPR.OK").unlink(missing_ok=True)
+        # Without a desktop it offers no report by itself.
+        desk.start("RECHNUNG.OUT", "KEINEGRAFIK", LABELS, DISPLAY="")
+        desk.cups.wait_until((desk.work / "KRVWINPR.OK").exists, "the job")
+        time.sleep(1)  # then it waits for the printer
+        desk.program.send_signal(signal.SIGSEGV)
+        desk.program.wait(PATIENCE)
+        file = data / "KRVWinPr.ERR"
+        report = file.read_bytes().decode().replace(str(desk.home), "/home/meier")
+        if "LinuxSystem.sleep" in report:  # and did not ask the printer just then, which it does now and again
+            break
     for machine, stands_for_it in ELSEWHERE:
         report = re.sub(machine, stands_for_it, report)
     file.write_bytes(report.encode())
