@@ -66,9 +66,9 @@ class WindowsPreviewTest(WindowsScreenTest):
         self.job.write("firma/a.out", "eins")
         self.start("/VORSCHAU")
         self.screen.height("Druckdatei")
-        self.screen.tool("xdotool", "sleep", "2")
+        self.screen.tool("xdotool", "search", "--sync", "--name", "Druckdatei", "windowfocus", "--sync", "sleep", "2")
         self.screen.press(*"firma", "backslash", "a", "period", *"out", "Return")
-        self.screen.height("Vorschau: a.out")
+        self.screen.tool("xdotool", "search", "--sync", "--name", "Vorschau: a.out", "windowfocus", "--sync", "sleep", "1")
         self.screen.press("Escape")
         self.assertEqual(self.program.wait(20), 0)
 
