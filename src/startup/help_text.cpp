@@ -34,8 +34,8 @@ constexpr const char* details = R"(
 Aufrufe:
   KRVWinPr Datei [Grafikdatei|KEINEGRAFIK] [Druckertreiber] [Schalter]
                                 druckt eine Druckdatei des Hosts
-  KRVWinPr /VORSCHAU Datei [Grafikdatei|KEINEGRAFIK] [Druckertreiber]
-                                zeigt sie so, wie sie gedruckt würde
+  KRVWinPr /VORSCHAU [Datei [Grafikdatei|KEINEGRAFIK] [Druckertreiber]]
+                                zeigt eine so, wie sie gedruckt würde
   KRVWinPr /AUFTRAEGE [Druckertreiber]
                                 Warteschlange, und was nicht gedruckt wurde
   KRVWinPr /DRUCKERAUSWAHL      Drucker wählen und einstellen
