@@ -4,7 +4,7 @@ build_packages="g++ cmake ninja-build pkg-config python3 libcups2-dev libharfbuz
 qt6-base-dev libxcb1-dev libdbus-1-dev libpng-dev libjpeg-dev libtiff-dev libleptonica-dev libxml2-dev fonts-liberation nasm"
 
 test_packages="libgtest-dev poppler-utils qpdf cups-daemon cups-client cups-filters cups-ipp-utils avahi-daemon ghostscript xvfb xdotool dbus-daemon at-spi2-core libglib2.0-bin
-clang-format clang-tidy zbar-tools zxing-cpp-tools libzint-dev imagemagick netpbm dosbox clang libclang-rt-14-dev"
+clang-format clang-tidy zsh zbar-tools zxing-cpp-tools libzint-dev imagemagick netpbm dosbox clang libclang-rt-14-dev"
 
 # The Windows program is cross-built, and tested under Wine.
 windows_packages="g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-win32 googletest wine wine64 locales xauth"
