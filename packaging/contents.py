@@ -64,14 +64,23 @@ def linked_into(builds):
     return found
 
 
+def plain(name):
+    return re.sub(r"[^a-z0-9]", "", name.lower())
+
+
 def fonts_in(pdf):
-    """The packages of the fonts that a PDF has in it."""
+    """The packages of the fonts that a PDF has in it, by their families' names, with or without a style behind them."""
+    files = {}
+    for line in output_of("fc-list", "--format", "%{family[0]}\t%{style[0]}\t%{file}\n").splitlines():
+        family, style, file = line.split("\t")
+        files[plain(family + style)] = file
+        if style in ("Regular", "Book"):
+            files[plain(family)] = file
     names = {line.split()[0].split("+")[-1] for line in output_of("pdffonts", pdf).splitlines()[2:]}
-    files = dict(line.split("\t") for line in output_of("fc-list", "--format", "%{postscriptname}\t%{file}\n").splitlines())
-    lacking = sorted(name for name in names if name not in files)
+    lacking = sorted(name for name in names if plain(name) not in files)
     if lacking:
         sys.exit(f"contents.py: {pdf} has fonts that are not installed here: {', '.join(lacking)}")
-    return {package_of(files[name]) for name in names}
+    return {package_of(files[plain(name)]) for name in names}
 
 
 def field(package, name):
@@ -97,6 +106,8 @@ def inside(file):
     if file.suffix == ".zip":
         with zipfile.ZipFile(file) as content:
             return [f"      {entry.file_size:>9}  {entry.filename}" for entry in content.infolist()]
+    if file.name.endswith("-Setup.exe"):
+        return ["      was in beiden zip-Dateien ist, und das Handbuch"]
     return []
 
 
