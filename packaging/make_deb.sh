@@ -12,11 +12,11 @@ set -euo pipefail
 project=$(cd "$(dirname "$0")/.." && pwd)
 mkdir -p "$3"
 build=$(realpath "$1") handbook=$(realpath "$2") out=$(realpath "$3")
-export SOURCE_DATE_EPOCH=${SOURCE_DATE_EPOCH:-$(git -C "$project" log -1 --format=%ct)}
+cd "$project"
+. packaging/facts.sh
 export LC_ALL=C.UTF-8
 umask 022
 
-version=$(sed -n 's/^project(KRVWinPr VERSION \([0-9.]*\).*/\1/p' "$project/CMakeLists.txt")
 tree=$(mktemp -d)
 trap 'rm -rf "$tree"' EXIT
 cp -r "$project/packaging/debian" "$tree/debian"

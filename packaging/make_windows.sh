@@ -8,8 +8,8 @@ build64=$(realpath "$1") build32=$(realpath "$2") handbook=$(realpath "$3")
 mkdir -p "$4"
 out=$(realpath "$4")
 cd "$(dirname "$0")/.."
-version=$(sed -n 's/^project(.* VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
-time=@${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct)}
+. packaging/facts.sh
+time=@$SOURCE_DATE_EPOCH
 
 files=$(mktemp -d)
 trap 'rm -rf "$files"' EXIT

@@ -12,10 +12,10 @@ folder=$(realpath -m "${1:-build/ausgabe}")
 
 [ -z "$(git status --porcelain)" ] || { echo "release.sh: there are changes that are not committed; a release is of a commit." >&2; exit 1; }
 [ -z "$(ls -A "$folder" 2>/dev/null)" ] || { echo "release.sh: $folder is not empty; nothing was overwritten." >&2; exit 1; }
-version=$(sed -n 's/^project(KRVWinPr VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+unset SOURCE_DATE_EPOCH  # a release has its commit's
+. packaging/facts.sh
 grep -q "^## $version\b" CHANGELOG.md || { echo "release.sh: CHANGELOG.md says nothing of version $version." >&2; exit 1; }
-SOURCE_DATE_EPOCH=$(git log -1 --format=%ct)
-export SOURCE_DATE_EPOCH LC_ALL=C.UTF-8 TZ=UTC
+export LC_ALL=C.UTF-8 TZ=UTC
 umask 022
 
 . scripts/packages.sh
