@@ -35,8 +35,6 @@ public:
     void Show(const std::string& sDruckerTreiber);
 
     void clicked(const std::string& control) override;
-    void doubleClicked(const std::string& /*control*/) override {}
-    void changed(const std::string& /*control*/) override {}
     void focused(const std::string& control) override;
     bool accepts(const std::string& control, const std::string& text, char32_t character) override;
     std::string cell(const std::string& table, int row, int column) override;

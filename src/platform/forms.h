@@ -49,14 +49,16 @@ public:
     // button was chosen, another item of a list box, or an item of a drop-down list or combo box, be it the one that
     // was: so the first one, which stands for none as well, can be chosen. Other rows of a table are selected.
     virtual void clicked(const std::string& control) = 0;
-    virtual void doubleClicked(const std::string& control) = 0;
+    // What follows, a form without such controls or interests need not take.
+    virtual void doubleClicked(const std::string& /*control*/) {}
     // The text of a box is another one.
-    virtual void changed(const std::string& control) = 0;
+    virtual void changed(const std::string& /*control*/) {}
     // A box got the focus.
-    virtual void focused(const std::string& control) = 0;
+    virtual void focused(const std::string& /*control*/) {}
     // Whether a box takes a character that is typed or pasted where the given text stands; 8 is the backspace.
-    virtual bool accepts(const std::string& control, const std::string& text, char32_t character) = 0;
-    // Of canvases, and of idle time that was asked for; a form without them need not take them.
+    virtual bool accepts(const std::string& /*control*/, const std::string& /*text*/, char32_t /*character*/) {
+        return true;
+    }
     // A canvas has to be painted, the whole of it.
     virtual void paint(const std::string& /*control*/, Canvas& /*canvas*/) {}
     // A canvas has another size, or another screen.
@@ -72,7 +74,7 @@ public:
     // Nothing else is to be done, and Form::wantIdle() has asked for it.
     virtual void idle() {}
     // The form is gone; the last event.
-    virtual void closed() = 0;
+    virtual void closed() {}
 };
 
 // One form on the screen; gone when it is destroyed, which none of its events may do. Controls are called by their

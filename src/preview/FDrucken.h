@@ -33,9 +33,7 @@ public:
     bool busy() const { return print_ != nullptr; }
 
     void clicked(const std::string& control) override;
-    void doubleClicked(const std::string& /*control*/) override {}
     void changed(const std::string& control) override;
-    void focused(const std::string& /*control*/) override {}
     bool accepts(const std::string& control, const std::string& text, char32_t character) override;
     void idle() override;
     void closed() override;

@@ -32,7 +32,6 @@ public:
     void DoVorschau();
 
     void clicked(const std::string& control) override;
-    void doubleClicked(const std::string& /*control*/) override {}
     void changed(const std::string& control) override;
     void focused(const std::string& control) override;
     bool accepts(const std::string& control, const std::string& text, char32_t character) override;

@@ -33,13 +33,6 @@ public:
     void look();
 
     void clicked(const std::string& control) override;
-    void doubleClicked(const std::string& /*control*/) override {}
-    void changed(const std::string& /*control*/) override {}
-    void focused(const std::string& /*control*/) override {}
-    bool accepts(const std::string& /*control*/, const std::string& /*text*/, char32_t /*character*/) override {
-        return true;
-    }
-    void closed() override {}
 
 private:
     void show(std::int64_t at);

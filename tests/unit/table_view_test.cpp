@@ -16,17 +16,10 @@ using platform_linux::qt::UserEvents;
 
 struct Events : platform::FormEvents {
     void clicked(const std::string& control) override { told += "clicked " + control + ";"; }
-    void doubleClicked(const std::string& /*control*/) override {}
-    void changed(const std::string& /*control*/) override {}
-    void focused(const std::string& /*control*/) override {}
-    bool accepts(const std::string& /*control*/, const std::string& /*text*/, char32_t /*character*/) override {
-        return true;
-    }
     std::string cell(const std::string& /*table*/, int row, int /*column*/) override {
         ++asked;
         return row == 7 ? throw std::runtime_error("gone") : std::to_string(row);
     }
-    void closed() override {}
 
     std::string told;
     int asked = 0;

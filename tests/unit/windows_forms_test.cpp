@@ -27,8 +27,6 @@ private:
     void clicked(const std::string& control) override { told_.push_back("clicked " + control); }
     void doubleClicked(const std::string& control) override { told_.push_back("double " + control); }
     void changed(const std::string& control) override { told_.push_back("changed " + control); }
-    void focused(const std::string&) override {}
-    bool accepts(const std::string&, const std::string&, char32_t) override { return true; }
     void pointed(const std::string&, const platform::Pointer& at) override {
         told_.push_back(std::to_string(int(at.action)) + " " + std::to_string(int(at.x)) + "," +
                         std::to_string(int(at.y)));
